@@ -1,0 +1,96 @@
+#include "catalogue/Catalogue.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::string_view kFree = "NADA!";      // no route has this display name
+constexpr std::string_view kUnknown = "Not There!";  // no route has this zip name
+
+std::string Numbered(std::string_view name, int number) {
+  return std::string(name) + " (" + std::to_string(number) + ")";
+}
+
+}  // namespace
+
+std::string NameOfRow(std::string_view row) { return Trim(ReplaceAll(row, kLoadedMark, "")); }
+
+std::string Catalogue::ReadCurrent(std::string_view key, std::string_view defaultText) const {
+  return program_.ini.ReadIni("Current", key, defaultText, program_.app.RoutesIni());
+}
+
+void Catalogue::WriteCurrent(std::string_view key, std::string_view value) const {
+  program_.ini.WriteIni("Current", key, value, program_.app.RoutesIni());
+}
+
+void Catalogue::Select(std::string_view name, std::string_view zip) const {
+  WriteCurrent("Temp", name);
+  WriteCurrent("Zip", zip);
+}
+
+std::string Catalogue::NameOf(std::string_view zip, std::string_view defaultText) const {
+  return program_.ini.ReadIni(zip, "Name", defaultText, program_.app.RoutesIni());
+}
+
+std::string Catalogue::ZipOf(std::string_view name, std::string_view defaultText) const {
+  return program_.ini.ReadIni(name, "Zip", defaultText, program_.app.RoutesIni());
+}
+
+bool Catalogue::IsLoaded(std::string_view name) const { return ZipOf(name, kNoData) == Loaded(); }
+
+bool Catalogue::AnyRoute() const { return program_.files.FileExists(program_.app.AnyRouteFile()); }
+
+void Catalogue::Discard() const {
+  const std::string file = program_.app.RoutesIni();
+  if (program_.files.FileExists(file)) program_.files.KillReadOnly(file);
+}
+
+std::string Catalogue::Add(std::string_view zip, std::string_view routeName) const {
+  if (NameOf(zip, kUnknown) != kUnknown) return {};
+  const std::string name = UniqueName(std::string(routeName));
+  const std::string file = program_.app.RoutesIni();
+  program_.ini.WriteIni(name, "Zip", zip, file);
+  program_.ini.WriteIni(zip, "Name", name, file);
+  WriteCurrent("Zip", zip);
+  WriteCurrent("Temp", name);
+  return name;
+}
+
+std::string Catalogue::UniqueName(const std::string& routeName) const {
+  const std::string file = program_.app.RoutesIni();
+  int number = NumericValue(program_.ini.ReadIni("Versions", routeName, "0", file)) + 1;
+  program_.ini.WriteIni("Versions", routeName, std::to_string(number), file);
+  // The name may be free again although the count goes on.
+  if (number == 1 || ZipOf(routeName, kFree) == kFree) return routeName;
+  for (int i = 2; i <= number; ++i) {
+    if (ZipOf(Numbered(routeName, i), kFree) == kFree) return Numbered(routeName, i);
+  }
+  return Numbered(routeName, number);
+}
+
+Catalogue::RouteList Catalogue::BuildList() const {
+  RouteList list;
+  if (!AnyRoute()) {
+    Discard();
+    list.rows.emplace_back(kAddSomeRoutes);
+    return list;
+  }
+  for (const auto& file : program_.files.ListFiles(program_.app.AnyRouteFile())) list.zips.push_back(CutAtLastDot(file));
+  const std::string loaded = Loaded();
+  std::vector<std::pair<std::string, std::string>> rows;  // upper case, to sort by; the row
+  for (const auto& zip : list.zips) {
+    std::string row = NameOf(zip, kRunCleanup);
+    program_.shared.CatalogueGap = row == kRunCleanup;
+    if (zip == loaded) row += kLoadedMark;
+    rows.emplace_back(UpperCase(row), std::move(row));
+  }
+  std::stable_sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (auto& row : rows) list.rows.push_back(std::move(row.second));
+  return list;
+}
+
+}  // namespace quillon

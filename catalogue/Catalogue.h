@@ -1,0 +1,54 @@
+// The catalogue: which routes there are, by both their names. The route files are the truth; routes.ini is consulted.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Program.h"
+
+namespace quillon {
+
+/// Operations on routes.ini. It keeps nothing in memory: every call goes to the file.
+class Catalogue {
+ public:
+  explicit Catalogue(Program& program) : program_(program) {}
+
+  std::string ReadCurrent(std::string_view key, std::string_view defaultText) const;
+  void WriteCurrent(std::string_view key, std::string_view value) const;
+  /// `[Current]` "Temp" and "Zip".
+  void Select(std::string_view name, std::string_view zip) const;
+  std::string Loaded() const { return ReadCurrent("Loaded", kNoData); }
+
+  /// Display name of a zip name, or `defaultText`.
+  std::string NameOf(std::string_view zip, std::string_view defaultText) const;
+  /// Zip name of a display name, or `defaultText`.
+  std::string ZipOf(std::string_view name, std::string_view defaultText) const;
+  /// True when the zip names of the route and of the loaded one are equal; both default to "No Data!".
+  bool IsLoaded(std::string_view name) const;
+
+  bool AnyRoute() const;
+  /// Deletes routes.ini, read-only or not, if it is there.
+  void Discard() const;
+
+  /// Enters a route unless its zip name is known; makes the display name unique and selects the route. Returns the
+  /// display name, empty when the zip name was known.
+  std::string Add(std::string_view zip, std::string_view routeName) const;
+
+  struct RouteList {
+    std::vector<std::string> rows;  // sorted, the loaded one marked
+    std::vector<std::string> zips;  // in file order
+  };
+  /// The rows of ListRoutes. Sets `CatalogueGap`.
+  RouteList BuildList() const;
+
+ private:
+  std::string UniqueName(const std::string& routeName) const;
+
+  Program& program_;
+};
+
+/// `row` without " (Loaded)" and without blanks at its ends.
+std::string NameOfRow(std::string_view row);
+
+}  // namespace quillon

@@ -1,0 +1,66 @@
+#include "catalogue/GameFolders.h"
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+void FullInstallRefused(Program& program) {
+  program.boxes.Tell("Quillon",
+                     "You must have a FULL installation of Train Simulator in order to use this program.\r\n\r\n"
+                     "Quillon will now close.  Please install the full version of Train Simulator.");
+  program.Refuse();
+}
+
+}  // namespace
+
+bool CheckFullInstall(Program& program) {
+  bool whole = true;
+  for (const auto route : kDefaultRoutes) {
+    if (program.files.FileExists(program.BelowGame(route))) continue;
+    FullInstallRefused(program);
+    whole = false;
+  }
+  // All boxes first, then the end: nothing else runs after the refusal.
+  if (!whole) program.stage.ShutDown(false);
+  return whole;
+}
+
+bool PrepareGameFolders(Program& program) {
+  program.Step("Preparing the game's folders");
+  program.shared.TrainSimPath = program.ini.ReadIni("TrainSim", "Path", "", program.app.SettingsIni());
+  if (!CheckFullInstall(program)) return false;
+  program.files.MakeFolderIfMissing(program.BelowGame(kSaves));
+  program.files.MakeFolderIfMissing(program.BelowGame(kWorkingSaves));
+  // An existing folder is taken as complete.
+  if (program.files.FileExists(program.BelowGame(kExtras))) return true;
+  for (const auto folder : kExtrasFolders) program.files.MakeFolderIfMissing(program.BelowGame(folder));
+  return true;
+}
+
+bool StoreGameFolder(Program& program, const std::string& path) {
+  program.shared.TrainSimPath = CutBackslash(path);
+  if (!program.files.IsPathAFolder(path)) {
+    program.boxes.Tell("Quillon", "Please select the correct Train Simulator folder!");
+    program.Refuse();
+    return false;
+  }
+  const std::string& folder = program.shared.TrainSimPath;
+  const bool found = program.files.FileExists(program.BelowGame(kTrainExe));
+  // The registry seeds other installations: only a folder with the game goes there.
+  if (found) program.registry.RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath", folder);
+  program.ini.WriteIni("TrainSim", "Path", folder, program.app.SettingsIni());
+  program.ini.WriteIni("TrainSim", "Train.exe", found ? "Yes" : "No", program.app.SettingsIni());
+  return true;
+}
+
+bool GameWasFound(Program& program) {
+  if (program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) != "No") return true;
+  program.boxes.Tell("Train Simulator not found!",
+                     "You must enter the correct path to Train Simulator on the Quillon Options screen.");
+  program.shared.FlashTarget = "options";
+  program.Refuse();
+  return false;
+}
+
+}  // namespace quillon

@@ -1,0 +1,230 @@
+#include "catalogue/MainScreen.h"
+
+#include <algorithm>
+#include <array>
+
+#include "catalogue/DefaultFileScan.h"
+#include "catalogue/GameFolders.h"
+#include "catalogue/StartUp.h"
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::array<std::string_view, 12> kInfoPatterns = {"*.txt",  "*.rtf", "*.doc", "*.diz", "*.nfo", "*.html",
+                                                            "*.htm", "*.pdf", "*.gif", "*.jpg", "*.mp3", "*.png"};
+
+}  // namespace
+
+MainScreen::MainScreen(Program& program) : Screen(program, "frmMain"), catalogue_(program) {}
+
+void MainScreen::Activate() { StartUp(program_, *this).Run(); }
+
+void MainScreen::ShowPreview(const std::string& path) {
+  if (!program_.files.FileExists(path)) throw RunTimeError(ErrorNumber::FileNotFound, path);
+  imgRoute = path;
+}
+
+bool MainScreen::ShowsSentinel() const {
+  return lblRouteName.text == kNoRouteLoaded || lblRouteName.text == kAddSomeRoutes;
+}
+
+void MainScreen::SetLoadedLabel(std::string_view name) {
+  const bool loaded = catalogue_.IsLoaded(name) && !ShowsSentinel();
+  SetLabel("lblLoaded", lblLoaded, loaded ? "Currently loaded route" : "", true);
+}
+
+void MainScreen::ResetButtonImages() {
+  btnManage.picture = "manageoff";
+  btnLoad.picture = "loadoff";
+  btnRouteList.picture = "downoff";
+  btnOptions.picture = "optionsoff";
+  program_.shared.FlashTarget.clear();
+}
+
+void MainScreen::HideLists() {
+  for (List* list : {&ListRoutes, &infoList}) list->visible = list->enabled = false;
+  for (Button* button : {&btnLoad, &btnExit}) button->visible = true;
+  for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo}) button->enabled = true;
+}
+
+void MainScreen::btnRouteListClick() {
+  lblRightClick.visible = true;
+  for (Button* button : {&btnExit, &btnLoad}) button->visible = button->enabled = false;
+  ListRoutes.enabled = ListRoutes.visible = true;
+  auto list = catalogue_.BuildList();
+  ListRoutes.rows = std::move(list.rows);
+  ListRoutes.current = -1;
+  ListRoutes.top = 0;
+  ListZips = std::move(list.zips);
+  program_.shared.FlashTarget.clear();
+}
+
+void MainScreen::ListRoutesHover(int row) {
+  TimerDown.enabled = TimerUp.enabled = false;
+  if (row < 0 || row >= static_cast<int>(ListRoutes.rows.size()) || row == ListRoutes.current) return;
+  ListRoutes.current = row;
+  ListRoutesClick();
+}
+
+void MainScreen::ListRoutesClick() {
+  Timer1.enabled = true;
+  SelectedRouteName = NameOfRow(ListRoutes.rows.at(static_cast<std::size_t>(ListRoutes.current)));
+  std::string& zip = program_.shared.SelectedZip;
+  zip = catalogue_.ZipOf(SelectedRouteName, kNoData);
+  PreviewPath = zip == kNoData ? program_.app.DefaultPicture() : program_.app.Preview(zip);
+  catalogue_.Select(SelectedRouteName, zip);
+  SetLoadedLabel(SelectedRouteName);
+}
+
+void MainScreen::ListRoutesLeftPress() {
+  program_.shared.FlashTarget.clear();
+  catalogue_.Select(SelectedRouteName, program_.shared.SelectedZip);
+  SetLabel("lblRouteName", lblRouteName, SelectedRouteName, true);
+  SetLoadedLabel(SelectedRouteName);
+  ShowPreview(PreviewPath);
+  TimerWait.enabled = true;
+  ListRoutes.enabled = ListRoutes.visible = false;
+  lblRightClick.visible = false;
+}
+
+void MainScreen::CloseList() {
+  lblRightClick.visible = false;
+  ResetButtonImages();
+  SetLabel("lblRouteName", lblRouteName, catalogue_.ReadCurrent("Temp", kNoRouteLoaded), true);
+  SetLoadedLabel(lblRouteName.text);
+  if (lblRouteName.text == kNoData) SetLabel("lblLoaded", lblLoaded, "", true);
+  std::string& zip = program_.shared.SelectedZip;
+  zip = catalogue_.ReadCurrent("Zip", kNoRouteLoaded);
+  const bool noPreview = zip == kNoRouteLoaded || lblRouteName.text == kAddSomeRoutes || lblRouteName.text == kNoData;
+  PreviewPath = noPreview ? program_.app.DefaultPicture() : program_.app.Preview(zip);
+  if (lblRouteName.text == kNoData) SetLabel("lblRouteName", lblRouteName, std::string(kAddSomeRoutes), true);
+  if (lblRouteName.text == kAddSomeRoutes) {
+    program_.shared.FlashTarget = "manage";
+    SetLabel("lblLoaded", lblLoaded, "", true);
+  }
+  Timer1.enabled = true;
+  HideLists();
+}
+
+void MainScreen::TimerCheckerTick() {
+  if (catalogue_.Loaded() == kNoData && catalogue_.AnyRoute() && program_.shared.FlashTarget.empty())
+    program_.shared.FlashTarget = "load";
+}
+
+void MainScreen::TimerWaitTick() {
+  for (Button* button : {&btnLoad, &btnExit}) button->visible = button->enabled = true;
+  if (lblRouteName.text == kAddSomeRoutes) {
+    if (program_.shared.FlashTarget != "options") program_.shared.FlashTarget = "manage";
+    SetLabel("lblLoaded", lblLoaded, "", true);
+  }
+  TimerWait.enabled = false;
+}
+
+void MainScreen::Timer1Tick() {
+  Timer1.enabled = false;
+  ShowPreview(PreviewPath);
+}
+
+void MainScreen::btnInfoClick() {
+  if (ShowsSentinel() || lblRouteName.text == kRunCleanup) {
+    program_.Refuse();
+    return;
+  }
+  SelectedRouteName = lblRouteName.text;
+  const std::string zip = catalogue_.ZipOf(SelectedRouteName, kNoData);
+  infoListPath = zip == kNoData ? "" : program_.app.RouteInfo(zip) + "\\";
+  infoList = {};
+  if (!infoListPath.empty()) {
+    for (auto& name : program_.files.ListFiles(infoListPath + "*.*")) {
+      const auto matches = [&](std::string_view pattern) { return MatchesPattern(name, pattern); };
+      if (std::any_of(kInfoPatterns.begin(), kInfoPatterns.end(), matches)) infoList.rows.push_back(std::move(name));
+    }
+  }
+}
+
+void MainScreen::infoListLeftPress(int row) {
+  program_.shell.OpenInShell(infoListPath + infoList.rows.at(static_cast<std::size_t>(row)));
+  infoList.enabled = infoList.visible = false;
+  TimerWait.enabled = true;
+}
+
+bool MainScreen::WorkingRouteIsMissing() const {
+  return TrainExeFound && !program_.files.FileExists(program_.BelowGame(kWorkingShapes));
+}
+
+void MainScreen::SendToWelcome() {
+  TimerChecker.enabled = false;
+  ResetButtonImages();
+  program_.stage.ShowModal("frmWelcome");
+}
+
+void MainScreen::btnManageClick() {
+  if (WorkingRouteIsMissing()) {
+    program_.Refuse();
+    SendToWelcome();
+    return;
+  }
+  if (!GameWasFound(program_)) {
+    TimerChecker.enabled = false;
+    return;
+  }
+  ResetButtonImages();
+  TimerFlashOn.enabled = TimerFlashOff.enabled = false;
+  program_.stage.Unload("frmMain");
+  program_.shared.TSPathField = program_.shared.TrainSimPath;
+  program_.stage.Show("frmRoutes");
+}
+
+void MainScreen::btnOptionsClick() {
+  program_.stage.Unload("frmMain");
+  program_.shared.TSPathField = program_.shared.TrainSimPath;
+  program_.stage.Show("frmOptions");
+}
+
+void MainScreen::btnHelpClick() { program_.shell.ShowHelp(program_.app.HelpFile(), "TOC"); }
+
+void MainScreen::btnExitClick() { program_.stage.ShutDown(false); }
+
+bool MainScreen::HasActivity(const std::string& zip) const {
+  const auto anyIn = [&](const std::string& folder) { return program_.files.FileExists(folder + zip + "\\*.*"); };
+  return anyIn(program_.app.Activities("")) || anyIn(program_.app.DefaultActivities() + "\\activities\\");
+}
+
+void MainScreen::LoadSelectedRoute() {
+  btnLoad.picture = "loadoff";
+  if (!GameWasFound(program_)) {
+    TimerChecker.enabled = false;
+    return;
+  }
+  if (!PrepareGameFolders(program_)) return;
+  if (ShowsSentinel()) {
+    const bool choose = lblRouteName.text == kNoRouteLoaded && catalogue_.AnyRoute();
+    SetLabel("lblRouteName", lblRouteName, std::string(kNoRouteLoaded), true);
+    SetLabel("lblLoaded", lblLoaded, "", true);
+    program_.shared.FlashTarget = choose ? "down" : "manage";
+    program_.Refuse();
+    return;
+  }
+  std::string& zip = program_.shared.LoadZip;
+  zip = catalogue_.ReadCurrent("Zip", kNoData);
+  program_.shared.LoadRouteName = catalogue_.ReadCurrent("Temp", kNoData);
+  if (!HasActivity(zip)) {
+    program_.stage.ShowModal("frmNoAct");
+    return;
+  }
+  if (WorkingRouteIsMissing()) {
+    program_.Refuse();
+    SendToWelcome();
+    return;
+  }
+  TimerChecker.enabled = false;
+  btnLoad.picture = "loadoff";
+  zip = catalogue_.ReadCurrent("Zip", kNoData);
+  program_.shared.FlashTarget.clear();
+  program_.stage.ShowModal("frmLoad");
+}
+
+void MainScreen::Command1Click() { DefaultFileScan(program_).Run(); }
+
+}  // namespace quillon

@@ -1,0 +1,79 @@
+// The model of frmMain, the start screen from which everything else is opened.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "catalogue/Catalogue.h"
+#include "core/Controls.h"
+#include "core/Screen.h"
+
+namespace quillon {
+
+class MainScreen : public Screen {
+ public:
+  explicit MainScreen(Program& program);
+
+  Label lblRouteName{"No route loaded."}, lblLoaded{""}, lblRightClick{"Right click a route for options >", false};
+  /// Path of the picture on view.
+  std::string imgRoute;
+  List ListRoutes{.enabled = false, .visible = false}, infoList{.enabled = false, .visible = false};
+  std::vector<std::string> ListZips;
+  Button btnManage{"manageoff"}, btnLoad{"loadoff"}, btnRouteList{"downoff"}, btnOptions{"optionsoff"};
+  Button btnInfo, btnHelp, btnExit;
+  Timer TimerChecker{50, true}, TimerFlashOn{500, true}, TimerFlashOff{500}, TimerWait{700}, TimerUp{2}, TimerDown{2},
+      Timer1{100};
+
+  bool TrainExeFound = false;
+  std::string SelectedRouteName, PreviewPath;
+  /// Folder of the files in infoList, closing backslash; empty without a route.
+  std::string infoListPath;
+
+  /// Start-up.
+  void Activate() override;
+
+  void btnRouteListClick();
+  /// The pointer is over a row, or the row was made the current one by key: hovering is selecting.
+  void ListRoutesHover(int row);
+  /// Left press on the current row, or the Enter key.
+  void ListRoutesLeftPress();
+  /// A click on the hint or on the background.
+  void CloseList();
+
+  void btnInfoClick();
+  /// Left press on a row of infoList.
+  void infoListLeftPress(int row);
+
+  void btnManageClick();
+  void btnOptionsClick();
+  void btnHelpClick();
+  void btnExitClick();
+  void btnLoadClick() { LoadSelectedRoute(); }
+
+  /// The action of the hidden button "Make List".
+  void Command1Click();
+
+  void TimerCheckerTick();
+  void TimerWaitTick();
+  void Timer1Tick();
+
+  /// Off pictures everywhere, and nothing flashes.
+  void ResetButtonImages();
+
+ private:
+  void ListRoutesClick();
+  void LoadSelectedRoute();
+  bool WorkingRouteIsMissing() const;
+  void SendToWelcome();
+  bool HasActivity(const std::string& zip) const;
+  void ShowPreview(const std::string& path);
+  /// "Currently loaded route" when `name` is the loaded one and the label shows a route.
+  void SetLoadedLabel(std::string_view name);
+  void HideLists();
+  bool ShowsSentinel() const;
+
+  Catalogue catalogue_;
+  friend class StartUp;
+};
+
+}  // namespace quillon

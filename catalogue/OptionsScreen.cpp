@@ -1,0 +1,52 @@
+#include "catalogue/OptionsScreen.h"
+
+#include "catalogue/GameFolders.h"
+#include "core/Text.h"
+#include "core/Version.h"
+#include "desktop/Shortcut.h"
+
+namespace quillon {
+
+OptionsScreen::OptionsScreen(Program& program) : Screen(program, "frmOptions") { SetTSPath(program.shared.TSPathField); }
+
+void OptionsScreen::Activate() {
+  atActivation_ = path_;
+  lblVersion.text = std::string("Quillon BETA Version ") + kVersion;
+  const std::string state = program_.ini.ReadIni("Shortcut", "State", "on", program_.app.SettingsIni());
+  if (state == "on") chkShortcut = true;
+  if (state == "off") chkShortcut = false;
+  if (program_.shared.FlashTarget == "options") program_.shared.FlashTarget = "locate";
+}
+
+void OptionsScreen::SetTSPath(const std::string& path) { path_ = path.empty() ? beforeBrowse_ : path; }
+
+std::string OptionsScreen::btnLocateClick() {
+  program_.shared.FlashTarget.clear();
+  beforeBrowse_ = path_;
+  return CutBackslash(path_);
+}
+
+void OptionsScreen::btnOKClick() {
+  // The choice of the shortcut holds even when the path is refused.
+  if (chkShortcut)
+    MakeDesktopShortcut(program_.files);
+  else
+    RemoveDesktopShortcut(program_.files);
+  program_.ini.WriteIni("Shortcut", "State", chkShortcut ? "on" : "off", program_.app.SettingsIni());
+  if (StoreGameFolder(program_, path_)) BackToMain();
+}
+
+void OptionsScreen::btnCancelClick() {
+  SetTSPath(atActivation_);
+  program_.shared.TrainSimPath = CutBackslash(path_);
+  program_.registry.RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath", program_.shared.TrainSimPath);
+  program_.ini.WriteIni("TrainSim", "Path", program_.shared.TrainSimPath, program_.app.SettingsIni());
+  BackToMain();
+}
+
+void OptionsScreen::BackToMain() {
+  program_.stage.Unload(Name());
+  program_.stage.Show("frmMain");
+}
+
+}  // namespace quillon

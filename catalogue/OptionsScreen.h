@@ -1,0 +1,39 @@
+// The model of frmOptions: where the game lies, and the shortcut on the desktop.
+#pragma once
+
+#include <string>
+
+#include "core/Controls.h"
+#include "core/Screen.h"
+
+namespace quillon {
+
+class OptionsScreen : public Screen {
+ public:
+  explicit OptionsScreen(Program& program);
+
+  bool chkShortcut = true;
+  Label lblVersion;
+  Button btnLocate{"locateoff"};
+  Timer TimerFlashOn{500, true}, TimerFlashOff{500};
+
+  void Activate() override;
+
+  const std::string& txtTSPath() const { return path_; }
+  /// The field's change handler: an empty text gives way to the one before the last browse.
+  void SetTSPath(const std::string& path);
+  /// Before the folder picker: the folder on which it opens.
+  std::string btnLocateClick();
+  /// The picker's result; empty when it was cancelled.
+  void FolderPicked(const std::string& path) { SetTSPath(path); }
+
+  void btnOKClick();
+  void btnCancelClick();
+
+ private:
+  void BackToMain();
+
+  std::string path_, atActivation_, beforeBrowse_;
+};
+
+}  // namespace quillon

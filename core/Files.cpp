@@ -1,0 +1,220 @@
+#include "core/Files.h"
+
+#include <utility>
+
+#include "core/Installation.h"
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::size_t kLongestAttributePath = 255;
+
+/// The first `count` characters, not bytes.
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  std::size_t at = 0;
+  for (; at < text.size(); ++at) {
+    const bool startsCharacter = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
+    if (startsCharacter && count-- == 0) break;
+  }
+  return text.substr(0, at);
+}
+
+bool HasWildcard(std::string_view path) { return path.find_first_of("*?") != path.npos; }
+
+ErrorNumber NumberOf(FileCode code) {
+  switch (code) {
+    case FileCode::FileNotFound: return ErrorNumber::FileNotFound;
+    case FileCode::PathNotFound:
+    case FileCode::NotADirectory: return ErrorNumber::PathNotFound;
+    case FileCode::FileExists:
+    case FileCode::AlreadyExists: return ErrorNumber::FileAlreadyExists;
+    case FileCode::DiskFull: return ErrorNumber::DiskFull;
+    case FileCode::SharingViolation: return ErrorNumber::PermissionDenied;
+    case FileCode::InvalidName: return ErrorNumber::BadFileName;
+    case FileCode::Failed: return ErrorNumber::DeviceIoError;
+    default: return ErrorNumber::PathFileAccessError;
+  }
+}
+
+}  // namespace
+
+void RaiseFileError(FileCode code, std::string_view path) {
+  if (code != FileCode::Ok) throw RunTimeError(NumberOf(code), std::string(path));
+}
+
+bool Files::FileExists(std::string_view path) {
+  if (!HasWildcard(path) && !path.ends_with('\\')) {
+    std::uint32_t attributes = 0;
+    return host_.GetAttributes(path, attributes) == FileCode::Ok;
+  }
+  std::vector<FoundFile> found;
+  return host_.Find(path, found) == FileCode::Ok;
+}
+
+bool Files::IsPathAFolder(std::string_view path) {
+  std::uint32_t attributes = 0;
+  return !path.empty() && host_.GetAttributes(path, attributes) == FileCode::Ok && (attributes & kFolder) != 0;
+}
+
+void Files::SetAttributes(std::string_view path, std::uint32_t attributes) {
+  host_.SetAttributes(FirstCharacters(path, kLongestAttributePath), attributes);
+}
+
+std::vector<std::string> Files::ListFiles(std::string_view pattern) {
+  std::vector<FoundFile> found;
+  std::vector<std::string> names;
+  host_.Find(pattern, found);
+  for (auto& entry : found)
+    if (!entry.folder()) names.push_back(std::move(entry.name));
+  return names;
+}
+
+void Files::MakeFolder(std::string_view path) {
+  const FileCode code = host_.CreateFolder(path);
+  // The classic make-folder statement has one number for all that stands in its way.
+  if (code == FileCode::AlreadyExists) throw RunTimeError(ErrorNumber::PathFileAccessError, std::string(path));
+  RaiseFileError(code, path);
+}
+
+void Files::MakeFolderIfMissing(std::string_view path) {
+  if (!FileExists(path)) MakeFolder(path);
+}
+
+void Files::MakeFolders(std::string_view path) {
+  if (IsPathAFolder(path)) return;
+  const std::string parent = CutBackslash(FolderOf(path));
+  if (!parent.empty() && parent != path) MakeFolders(parent);
+  MakeFolder(path);
+}
+
+void Files::Kill(std::string_view path) {
+  if (!HasWildcard(path)) {
+    RaiseFileError(host_.Delete(path), path);
+    return;
+  }
+  const auto names = ListFiles(path);
+  if (names.empty()) throw RunTimeError(ErrorNumber::FileNotFound, std::string(path));
+  for (const auto& name : names) Kill(std::string(FolderOf(path)) + name);
+}
+
+void Files::KillReadOnly(std::string_view path) {
+  SetAttributes(path, kArchive);
+  Kill(path);
+}
+
+void Files::Rename(std::string_view from, std::string_view to) {
+  const FileCode code = host_.Move(from, to);
+  RaiseFileError(code, code == FileCode::AlreadyExists ? to : from);
+}
+
+void Files::FileCopy(std::string_view from, std::string_view to) {
+  const FileCode code = host_.Copy(from, to);
+  const bool aboutSource = code == FileCode::FileNotFound || (code != FileCode::Ok && !FileExists(from));
+  RaiseFileError(code, aboutSource ? from : to);
+}
+
+std::string Files::ReadAll(std::string_view path) {
+  std::string bytes;
+  RaiseFileError(host_.Read(path, bytes), path);
+  return bytes;
+}
+
+void Files::WriteAll(std::string_view path, std::string_view bytes) { RaiseFileError(host_.Replace(path, bytes), path); }
+
+std::uint64_t Files::Size(std::string_view path) {
+  std::uint64_t size = 0;
+  RaiseFileError(host_.GetSize(path, size), path);
+  return size;
+}
+
+void Files::RequireRoom(std::string_view path, std::uint64_t bytes) {
+  const std::uint64_t free = host_.FreeSpace(path);
+  if (bytes > free)
+    throw RunTimeError(ErrorNumber::DiskFull, std::string(path),
+                       std::to_string(bytes >> 20) + " MB are needed, " + std::to_string(free >> 20) + " MB are free");
+}
+
+void Files::TryCopy(std::string_view from, std::string_view to) { host_.Copy(from, to); }
+
+int Files::DelTree(std::string_view folder) {
+  const std::string path = CutBackslash(Trim(folder));
+  // A bare name or a drive's root is refused.
+  if (path.find('\\') == path.npos) return -1;
+  const FileSystem::Pass pass(host_);
+  return DelTreeOf(path);
+}
+
+int Files::DelTreeOf(const std::string& folder) {
+  if (!IsPathAFolder(folder)) return -1;
+  const auto numberOf = [](FileCode code) { return static_cast<int>(NumberOf(code)); };
+  // A link goes as itself: what it points to is not ours to empty.
+  std::vector<FoundFile> self;
+  if (host_.Find(folder, self) == FileCode::Ok && self.front().link) {
+    const FileCode code = host_.RemoveFolder(folder);
+    return code == FileCode::Ok ? 0 : numberOf(code);
+  }
+  std::vector<FoundFile> found;
+  host_.Find(folder + "\\*.*", found);
+  std::vector<std::string> folders;
+  for (const auto& entry : found) {
+    if (entry.dots()) continue;
+    const std::string path = folder + "\\" + entry.name;
+    if (entry.folder()) {
+      folders.push_back(path);
+      continue;
+    }
+    if ((entry.attributes & kReadOnly) != 0) host_.SetAttributes(path, 0);
+    if (const FileCode code = host_.Delete(path); code != FileCode::Ok) return numberOf(code);
+  }
+  for (const auto& path : folders)
+    if (const int result = DelTreeOf(path); result != 0) return result;
+  const FileCode code = host_.RemoveFolder(folder);
+  return code == FileCode::Ok ? 0 : numberOf(code);
+}
+
+int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern) {
+  host_.CreateFolder(CutBackslash(destination));
+  std::vector<FoundFile> found;
+  if (host_.Find(std::string(source) + std::string(pattern), found) != FileCode::Ok) {
+    meter_.CopyFoundNothing("No new routes found.");
+    return 0;
+  }
+  for (const auto& entry : found) {
+    if (!entry.folder())
+      host_.Copy(std::string(source) + entry.name, std::string(destination) + entry.name);
+    copyBar_ += random_.Whole(5);
+    if (copyBar_ > 100) copyBar_ = 5;
+    meter_.CopyMoved(copyBar_);
+  }
+  return static_cast<int>(found.size());
+}
+
+void Files::Walk(std::string_view searchPath, const WalkAction& action) {
+  std::vector<FoundFile> found;
+  if (host_.Find(searchPath, found) != FileCode::Ok) return;
+  const std::string folder(searchPath.substr(0, searchPath.size() - 3));
+  for (const auto& entry : found) {
+    if (entry.dots()) continue;
+    if (!entry.folder())
+      action(folder, entry.name);
+    else if (!entry.link)
+      Walk(folder + entry.name + "\\*.*", action);
+  }
+}
+
+void Files::BackupSweep(std::string_view searchPath) {
+  Walk(searchPath, [this](const std::string& folder, const std::string& name) {
+    if (name.starts_with(kBackupPrefix) || name.starts_with("ostr-")) KillReadOnly(folder + name);
+  });
+}
+
+ListFile::ListFile(Files& files, std::string path, bool append) : path_(std::move(path)) {
+  RaiseFileError(files.Host().Open(path_, append, file_), path_);
+}
+
+void ListFile::Add(std::string_view line) {
+  RaiseFileError(file_->Write(std::string(line) + "\r\n"), path_);
+}
+
+}  // namespace quillon

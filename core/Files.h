@@ -1,0 +1,102 @@
+// File helpers of the system: the classic statements, which raise run-time errors, and the routines that do not.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/Random.h"
+#include "core/RunTimeError.h"
+#include "core/host/FileSystem.h"
+
+namespace quillon {
+
+/// Throws the RunTimeError that stands for `code`; nothing for Ok.
+void RaiseFileError(FileCode code, std::string_view path);
+
+/// Who sees what CopyAllFiles tells of itself, whoever called it.
+class CopyMeter {
+ public:
+  virtual ~CopyMeter() = default;
+  /// Nothing matched: `caption` belongs on the bar of frmInitProg.
+  virtual void CopyFoundNothing(std::string_view caption) = 0;
+  /// One more entry is done: `position` belongs on the bar of frmCleanUp.
+  virtual void CopyMoved(int position) = 0;
+};
+
+/// Paths are the system's texts. Wildcards are allowed where it says so.
+class Files {
+ public:
+  /// All three outlive the object.
+  Files(FileSystem& host, Random& random, CopyMeter& meter) : host_(host), random_(random), meter_(meter) {}
+
+  FileSystem& Host() { return host_; }
+
+  /// True when a file or folder matches; wildcards allowed.
+  bool FileExists(std::string_view path);
+  bool IsPathAFolder(std::string_view path);
+  /// Acts on the first 255 characters of `path`; a failure is nobody's concern.
+  void SetAttributes(std::string_view path, std::uint32_t attributes);
+  /// Names of the files, not folders, that match, in directory order; none when the folder is missing.
+  std::vector<std::string> ListFiles(std::string_view pattern);
+
+  // Statements: each raises a RunTimeError that names the path when it fails.
+  void MakeFolder(std::string_view path);
+  void MakeFolderIfMissing(std::string_view path);
+  /// Makes every missing folder on the way.
+  void MakeFolders(std::string_view path);
+  /// Deletes a file, or all files that match; none at all is error 53.
+  void Kill(std::string_view path);
+  /// SetAttributes with 32, then Kill.
+  void KillReadOnly(std::string_view path);
+  void Rename(std::string_view from, std::string_view to);
+  void FileCopy(std::string_view from, std::string_view to);
+  std::string ReadAll(std::string_view path);
+  void WriteAll(std::string_view path, std::string_view bytes);
+  std::uint64_t Size(std::string_view path);
+  /// Raises error 61 when fewer than `bytes` are free where `path` lies.
+  void RequireRoom(std::string_view path, std::uint64_t bytes);
+
+  /// Copies, and does not mind a failure.
+  void TryCopy(std::string_view from, std::string_view to);
+
+  /// Deletes a folder with all it holds; links in it are unlinked, not followed. 0, -1 when `folder` is no folder or no
+  /// path to be trusted, or the number of the error that ended it.
+  int DelTree(std::string_view folder);
+
+  /// Copies what matches `pattern` from `source` to `destination`, both with a closing backslash, replacing what is
+  /// there; copies that fail are passed over. Returns how many entries were handled, "." and ".." and folders included.
+  int CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern);
+
+  /// Calls `action` with folder (closing backslash) and name of each file below `searchPath`, which ends in "*.*".
+  /// Links to folders are passed over.
+  using WalkAction = std::function<void(const std::string& folder, const std::string& name)>;
+  void Walk(std::string_view searchPath, const WalkAction& action);
+
+  /// Deletes every file below `searchPath` whose name begins with "ts-bak-" or "ostr-".
+  void BackupSweep(std::string_view searchPath);
+
+ private:
+  int DelTreeOf(const std::string& folder);
+
+  FileSystem& host_;
+  Random& random_;
+  CopyMeter& meter_;
+  int copyBar_ = 0;
+};
+
+/// A list on disk that grows line by line; each line is on the disk when Add returns.
+class ListFile {
+ public:
+  /// Empties the file, or keeps it when `append` is set. Raises RunTimeErrors, as Add does.
+  ListFile(Files& files, std::string path, bool append = false);
+  void Add(std::string_view line);
+
+ private:
+  std::string path_;
+  std::unique_ptr<OutputFile> file_;
+};
+
+}  // namespace quillon

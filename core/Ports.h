@@ -1,0 +1,61 @@
+// The doors to the world outside the logic. A front end, with or without a display, stands behind them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/Controls.h"
+
+namespace quillon {
+
+class Screen;
+
+/// Message boxes.
+class Boxes {
+ public:
+  virtual ~Boxes() = default;
+  virtual void Tell(std::string_view title, std::string_view text) = 0;
+  /// True for Yes; No is the default button.
+  virtual bool AskYesNo(std::string_view title, std::string_view text) = 0;
+};
+
+/// What is handed to other programs. Paths are the system's texts.
+class Shell {
+ public:
+  virtual ~Shell() = default;
+  virtual void OpenInShell(std::string_view path) = 0;
+  virtual void Explore(std::string_view folder) = 0;
+  virtual void ShowHelp(std::string_view file, std::string_view command) = 0;
+};
+
+/// Which screen follows which. Names are those of the screens, such as "frmMain".
+class Stage {
+ public:
+  virtual ~Stage() = default;
+  /// Brings a screen up, or to the front when it is open. It becomes active when the caller's handler has returned.
+  virtual void Show(std::string_view screen) = 0;
+  /// Brings a screen up and returns when it has been unloaded.
+  virtual void ShowModal(std::string_view screen) = 0;
+  /// Takes a screen away. The object lives on until the handlers that run in it have returned.
+  virtual void Unload(std::string_view screen) = 0;
+  /// Unloads all screens from last to first, which ends the program.
+  virtual void ShutDown(bool force) = 0;
+  /// True once ShutDown has left nothing open: handlers then return without doing more.
+  virtual bool Ended() const = 0;
+};
+
+/// Hears what changes on the screens while handlers and pipelines run.
+class Watcher {
+ public:
+  enum class BarChange { Value, Caption, Colour };
+  virtual ~Watcher() = default;
+  virtual void BarChanged(std::string_view screen, const ProgressBar& bar, BarChange change) = 0;
+  virtual void LabelChanged(std::string_view screen, std::string_view control, const Label& label) = 0;
+  /// The true measure of a long work on `screen`.
+  virtual void DetailChanged(std::string_view screen, unsigned long long done, unsigned long long total,
+                             std::string_view unit) = 0;
+  /// A turn for the event loop.
+  virtual void Yield() = 0;
+};
+
+}  // namespace quillon

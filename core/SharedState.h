@@ -1,0 +1,48 @@
+// The process-wide variables, by their names.
+#pragma once
+
+#include <string>
+
+namespace quillon {
+
+/// One program's variables; they outlive its screens.
+struct SharedState {
+  /// The Train Simulator folder, no closing backslash.
+  std::string TrainSimPath;
+  /// Which button blinks: "manage", "load", "down", "options", "locate" or empty.
+  std::string FlashTarget;
+  /// frmWelcome has been answered; never cleared.
+  bool WelcomeSeen = false;
+
+  /// Zip names: of the row last clicked, and of the route to load.
+  std::string SelectedZip, LoadZip;
+
+  /// A row of the list has no catalogue entry.
+  bool CatalogueGap = false;
+  /// Some zip was set aside in this intake.
+  bool ZipsSetAside = false;
+  /// The intake report is to be shown when frmRoutes comes up.
+  bool ShowIntakeReport = false;
+
+  /// The way out of clean-up to intake and back.
+  bool RebuildAfterCleanUp = false, ReturnToCleanUp = false;
+  /// Clean-up has run: its screen only shows the finish.
+  bool CleanUpDone = false;
+  /// Trains are to be tested by the Checkup.
+  bool CheckTrains = false;
+  /// The clean-up finishes a Make permanent of the route with this display name.
+  bool MakingPermanent = false;
+  std::string RemovedRouteName;
+
+  /// The load copied a consist; its script has a message.
+  bool CustomConsistsAdded = false, CustomMessagePending = false;
+
+  /// Hidden fields that a caller fills before it shows the screen: frmLoad.lblRouteName, and txtTSPath of frmRoutes and
+  /// frmOptions.
+  std::string LoadRouteName, TSPathField;
+
+  /// A rebuilt zip has been seen once; only the first wait of a process takes time.
+  bool FileFound = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,62 @@
+#include "core/archive/ArchiveNames.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::size_t kLongestComponent = 255;  // bytes, what common file systems hold
+constexpr std::size_t kLongestName = 2048;      // bytes, leaves room for the folders above
+
+bool IsDevice(std::string_view component) {
+  const std::string stem = UpperCase(Trim(component.substr(0, component.find('.'))));
+  static constexpr std::array<std::string_view, 4> kDevices = {"CON", "PRN", "AUX", "NUL"};
+  if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) return true;
+  return stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")) && stem[3] >= '1' &&
+         stem[3] <= '9';
+}
+
+bool IsParent(std::string_view component) {
+  // Closing blanks and dots fall away on the target: ".. " is "..", too.
+  if (!component.starts_with("..")) return false;
+  return component.find_first_not_of(". ") == component.npos;
+}
+
+const char* HarmInComponent(std::string_view component) {
+  if (IsParent(component)) return "an entry's name leads out of its folder";
+  if (component.size() > kLongestComponent) return "an entry's name is too long";
+  const auto forbidden = [](char c) {
+    return static_cast<unsigned char>(c) < 0x20 || std::string_view("<>:\"|?*").find(c) != std::string_view::npos;
+  };
+  if (std::any_of(component.begin(), component.end(), forbidden))
+    return "an entry's name has characters that no file name may have";
+  if (IsDevice(component)) return "an entry has the name of a device";
+  return nullptr;
+}
+
+}  // namespace
+
+std::string NormalStoredName(std::string_view stored) {
+  std::string name(stored);
+  std::replace(name.begin(), name.end(), '/', '\\');
+  if (name.size() >= 2 && name[1] == ':' && std::isalpha(static_cast<unsigned char>(name[0]))) name.erase(0, 2);
+  name.erase(0, std::min(name.find_first_not_of('\\'), name.size()));
+  return name;
+}
+
+const char* HarmIn(std::string_view normalName) {
+  if (normalName.size() > kLongestName) return "an entry's name is too long";
+  while (!normalName.empty()) {
+    const auto end = normalName.find('\\');
+    if (const char* harm = HarmInComponent(normalName.substr(0, end))) return harm;
+    if (end == normalName.npos) break;
+    normalName.remove_prefix(end + 1);
+  }
+  return nullptr;
+}
+
+}  // namespace quillon

@@ -1,0 +1,115 @@
+#include "core/archive/ArchiveWriter.h"
+
+#include <utility>
+
+#include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
+#include "core/archive/ExtractPool.h"
+#include "core/archive/PackQueue.h"
+#include "core/archive/ZipBuilder.h"
+
+namespace quillon {
+namespace {
+
+bool HasWildcard(std::string_view path) { return path.find_first_of("*?") != path.npos; }
+
+}  // namespace
+
+void ArchiveWriter::ClearFiles() {
+  items_.clear();
+  placeOf_.clear();
+  baseFolder_.clear();
+}
+
+std::string ArchiveWriter::StoredName(std::string_view path) const {
+  if (!baseFolder_.empty() && EqualNoCase(path.substr(0, baseFolder_.size()), baseFolder_))
+    path.remove_prefix(baseFolder_.size());
+  return NormalStoredName(path);
+}
+
+void ArchiveWriter::Add(Item item) {
+  const auto [at, isNew] = placeOf_.try_emplace(UpperCase(item.storedName), items_.size());
+  if (isNew)
+    items_.push_back(std::move(item));
+  else
+    items_[at->second] = std::move(item);
+}
+
+void ArchiveWriter::AddFiles(std::string_view path) {
+  if (HasWildcard(path)) {
+    files_.Walk(path, [this](const std::string& folder, const std::string& name) { AddFiles(folder + name); });
+    return;
+  }
+  FileSystem::Stamp stamp;
+  if (files_.IsPathAFolder(path) || files_.Host().GetStamp(path, stamp) != FileCode::Ok) return;
+  Add({StoredName(path), std::string(path), -1, stamp.size, static_cast<std::time_t>(stamp.modified / 1000000000)});
+}
+
+void ArchiveWriter::ExcludeFiles(std::string_view path) {
+  const std::string folder = UpperCase(FolderOf(path));
+  const std::string_view pattern = FileNameOf(path);
+  for (auto& item : items_) {
+    const std::string itemPath = UpperCase(item.path);
+    const bool hit = HasWildcard(pattern)
+                         ? itemPath.starts_with(folder) && MatchesPattern(FileNameOf(item.path), pattern)
+                         : itemPath == UpperCase(path);
+    if (hit && item.index < 0) item.storedName.clear();
+  }
+}
+
+void ArchiveWriter::AddEntry(const ArchiveReader& archive, int index, std::string_view storedName) {
+  const auto& entry = archive.Entries().at(static_cast<std::size_t>(index));
+  Add({std::string(storedName), archive.InputFile, index, entry.packedSize, entry.modified});
+}
+
+std::vector<ArchiveWriter::Item> ArchiveWriter::LiveItems() const {
+  std::vector<Item> live;
+  for (const auto& item : items_)
+    if (!item.storedName.empty()) live.push_back(item);
+  return live;
+}
+
+void ArchiveWriter::Zip() {
+  const std::vector<Item> items = LiveItems();
+  bytesDone_ = bytesToDo_ = 0;
+  std::vector<PackQueue::Source> sources;
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    bytesToDo_ += items[i].size;
+    if (items[i].index >= 0 || items[i].size > kPackWholeLimit) continue;
+    sources.push_back({files_.Host().HostPath(items[i].path), items[i].path, items[i].size});
+  }
+  const auto report = [this](double share) {
+    bytesDone_ = static_cast<std::uint64_t>(share * static_cast<double>(bytesToDo_));
+    if (OnProgress) OnProgress(*this);
+  };
+  double share = 0;
+  PackQueue queue(std::move(sources), WorkerCount(), [&] { report(share); });
+  std::unordered_map<std::string, std::unique_ptr<ZipFile>> archives;
+  const std::string hostPath = files_.Host().HostPath(ArchiveFile);
+  ZipBuilder builder(hostPath, ArchiveFile);
+  std::size_t nextSource = 0;
+  for (const auto& item : items) {
+    if (item.index >= 0) {
+      auto& archive = archives[item.path];
+      if (!archive) archive = std::make_unique<ZipFile>(files_.Host().HostPath(item.path));
+      const auto index = static_cast<std::size_t>(item.index);
+      builder.AddFrom(item.storedName, archive->Handle(), index, archive->Entries()[index].method);
+    } else if (item.size > kPackWholeLimit) {
+      builder.AddStream(item.storedName, files_.Host().HostPath(item.path));
+    } else {
+      const std::size_t mine = nextSource++;
+      builder.AddPacked(item.storedName, item.modified, [this, &queue, &item, mine] {
+        currentFile_ = item.path;
+        return queue.Take(mine);
+      });
+    }
+  }
+  builder.Write([&](double done) { report(share = done); });
+  files_.Host().Touched(ArchiveFile, true);
+}
+
+int ArchiveWriter::PercentDone() const {
+  return bytesToDo_ == 0 ? 100 : static_cast<int>(bytesDone_ * 100 / bytesToDo_);
+}
+
+}  // namespace quillon

@@ -1,0 +1,128 @@
+#include "core/archive/ExtractPool.h"
+
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "core/Files.h"
+#include "core/host/RawFile.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::size_t kQueueLength = 256;
+constexpr unsigned kMostThreads = 6;  // each may hold a packed and an unpacked entry
+constexpr auto kIdleInterval = std::chrono::milliseconds(40);
+
+}  // namespace
+
+unsigned WorkerCount() { return std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads); }
+
+ExtractPool::ExtractPool(std::string archiveHostPath, std::string archivePath,
+                         const std::vector<ArchiveEntry>& entries, unsigned threads,
+                         std::function<void(const ExtractJob&, const Damage&)> damaged, std::function<void()> idle)
+    : archiveHostPath_(std::move(archiveHostPath)),
+      archivePath_(std::move(archivePath)),
+      entries_(entries),
+      damaged_(std::move(damaged)),
+      idle_(std::move(idle)) {
+  if (threads == 0) ownZip_ = std::make_unique<ZipFile>(archiveHostPath_, entries_);
+  for (unsigned i = 0; i < threads; ++i) threads_.emplace_back([this] { Work(); });
+}
+
+ExtractPool::~ExtractPool() {
+  {
+    const std::lock_guard lock(mutex_);
+    stop_ = true;
+    jobs_.clear();
+  }
+  jobReady_.notify_all();
+  for (auto& thread : threads_) thread.join();
+}
+
+void ExtractPool::Put(ExtractJob job) {
+  if (ownZip_) {
+    try {
+      Do(*ownZip_, job);
+    } catch (const Damage& damage) {
+      damaged_(job, damage);
+    }
+    return;
+  }
+  if (QueueIsFull()) WaitFor([this] { return jobs_.size() <= kQueueLength / 2; });
+  {
+    const std::lock_guard lock(mutex_);
+    jobs_.push_back(std::move(job));
+  }
+  jobReady_.notify_one();
+}
+
+bool ExtractPool::QueueIsFull() {
+  const std::lock_guard lock(mutex_);
+  return jobs_.size() >= kQueueLength || failure_;
+}
+
+void ExtractPool::Drain() {
+  if (!ownZip_) WaitFor([this] { return jobs_.empty() && busy_ == 0; });
+}
+
+void ExtractPool::WaitFor(const std::function<bool()>& ready) {
+  std::unique_lock lock(mutex_);
+  while (!failure_ && !ready()) {
+    if (jobDone_.wait_for(lock, kIdleInterval) == std::cv_status::timeout) {
+      lock.unlock();
+      idle_();
+      lock.lock();
+    }
+  }
+  if (failure_) std::rethrow_exception(failure_);
+  TellDamages(lock);
+}
+
+void ExtractPool::TellDamages(std::unique_lock<std::mutex>& lock) {
+  const auto damages = std::exchange(damages_, {});
+  lock.unlock();
+  for (const auto& [job, damage] : damages) damaged_(job, damage);
+}
+
+void ExtractPool::Work() {
+  std::unique_ptr<ZipFile> zip;
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    jobReady_.wait(lock, [this] { return stop_ || !jobs_.empty(); });
+    if (stop_) return;
+    const ExtractJob job = std::move(jobs_.front());
+    jobs_.pop_front();
+    ++busy_;
+    lock.unlock();
+    std::exception_ptr failure;
+    std::unique_ptr<Damage> damage;
+    try {
+      if (!zip) zip = std::make_unique<ZipFile>(archiveHostPath_, entries_);
+      Do(*zip, job);
+    } catch (const Damage& found) {
+      damage = std::make_unique<Damage>(found);
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    lock.lock();
+    --busy_;
+    if (damage) damages_.emplace_back(job, *damage);
+    if (failure && !failure_) {
+      failure_ = failure;
+      jobs_.clear();
+    }
+    // The caller sleeps until half of a full queue is done, or all of it.
+    if (failure_ || jobs_.size() == kQueueLength / 2 || (jobs_.empty() && busy_ == 0)) jobDone_.notify_one();
+  }
+}
+
+void ExtractPool::Do(ZipFile& zip, const ExtractJob& job) {
+  RawFile file(job.hostPath);
+  if (file.Code() == FileCode::Ok) zip.Unpack(job.index, [&](std::string_view piece) { file.Write(piece); });
+  if (file.Keep(entries_[job.index].modified) != FileCode::Ok) RaiseFileError(file.Code(), job.path);
+  bytesDone_ += entries_[job.index].size;
+  ++filesDone_;
+}
+
+}  // namespace quillon

@@ -1,0 +1,106 @@
+#include "core/archive/PackQueue.h"
+
+#include <libdeflate.h>
+
+#include <chrono>
+#include <fstream>
+#include <memory>
+#include <utility>
+
+#include "core/RunTimeError.h"
+
+namespace quillon {
+namespace {
+
+constexpr int kLevel = 6;  // the usual default of zip programs
+constexpr std::uint64_t kMostBytesAhead = 24u << 20;
+constexpr std::size_t kMostFilesAhead = 512;
+constexpr auto kIdleInterval = std::chrono::milliseconds(40);
+
+struct FreeCompressor {
+  void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
+};
+
+std::string ReadWhole(const PackQueue::Source& source) {
+  std::ifstream file(source.hostPath, std::ios::binary);
+  if (!file) throw RunTimeError(ErrorNumber::PathFileAccessError, source.path, "it can't be opened");
+  std::string bytes;
+  bytes.reserve(source.size + 1);
+  bytes.assign(std::istreambuf_iterator<char>(file), {});
+  if (file.bad()) throw RunTimeError(ErrorNumber::DeviceIoError, source.path);
+  return bytes;
+}
+
+PackedFile Pack(libdeflate_compressor* compressor, const PackQueue::Source& source) {
+  const std::string bytes = ReadWhole(source);
+  PackedFile packed;
+  packed.size = bytes.size();
+  packed.crc = libdeflate_crc32(0, bytes.data(), bytes.size());
+  packed.data.resize(libdeflate_deflate_compress_bound(compressor, bytes.size()));
+  packed.data.resize(libdeflate_deflate_compress(compressor, bytes.data(), bytes.size(), packed.data.data(),
+                                                 packed.data.size()));
+  packed.data.shrink_to_fit();
+  return packed;
+}
+
+}  // namespace
+
+PackQueue::PackQueue(std::vector<Source> sources, unsigned threads, std::function<void()> idle)
+    : sources_(std::move(sources)), idle_(std::move(idle)), slots_(sources_.size()) {
+  for (unsigned i = 0; i < threads; ++i) threads_.emplace_back([this] { Work(); });
+}
+
+PackQueue::~PackQueue() {
+  {
+    const std::lock_guard lock(mutex_);
+    stop_ = true;
+  }
+  room_.notify_all();
+  for (auto& thread : threads_) thread.join();
+}
+
+void PackQueue::Work() {
+  const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(libdeflate_alloc_compressor(kLevel));
+  std::unique_lock lock(mutex_);
+  for (;;) {
+    // The file that is waited for is always packed, however much lies ahead.
+    room_.wait(lock, [this] {
+      return stop_ || next_ == slots_.size() || next_ == taken_ ||
+             (bytesAhead_ < kMostBytesAhead && next_ - taken_ < kMostFilesAhead);
+    });
+    if (stop_ || next_ == slots_.size()) return;
+    const std::size_t mine = next_++;
+    bytesAhead_ += sources_[mine].size;
+    lock.unlock();
+    Slot slot;
+    try {
+      slot.packed = Pack(compressor.get(), sources_[mine]);
+    } catch (...) {
+      slot.failure = std::current_exception();
+    }
+    slot.ready = true;
+    lock.lock();
+    slots_[mine] = std::move(slot);
+    ready_.notify_one();
+  }
+}
+
+PackedFile PackQueue::Take(std::size_t index) {
+  std::unique_lock lock(mutex_);
+  while (!slots_[index].ready) {
+    if (ready_.wait_for(lock, kIdleInterval) == std::cv_status::timeout) {
+      lock.unlock();
+      idle_();
+      lock.lock();
+    }
+  }
+  Slot slot = std::exchange(slots_[index], {});
+  taken_ = index + 1;
+  bytesAhead_ -= sources_[index].size;
+  room_.notify_all();
+  lock.unlock();
+  if (slot.failure) std::rethrow_exception(slot.failure);
+  return std::move(slot.packed);
+}
+
+}  // namespace quillon

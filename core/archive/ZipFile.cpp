@@ -1,0 +1,129 @@
+#include "core/archive/ZipFile.h"
+
+#include <libdeflate.h>
+
+#include <utility>
+
+#include "core/archive/ArchiveNames.h"
+
+namespace quillon {
+namespace {
+
+// Entries above this are unpacked piece by piece, so that memory stays bounded.
+constexpr std::uint64_t kWholeLimit = 8u << 20;
+constexpr std::size_t kPiece = 256u << 10;
+
+struct FreeDecompressor {
+  void operator()(libdeflate_decompressor* d) const { libdeflate_free_decompressor(d); }
+};
+
+libdeflate_decompressor* Decompressor() {
+  thread_local const std::unique_ptr<libdeflate_decompressor, FreeDecompressor> instance(
+      libdeflate_alloc_decompressor());
+  return instance.get();
+}
+
+struct CloseEntry {
+  void operator()(zip_file_t* file) const { zip_fclose(file); }
+};
+using EntryFile = std::unique_ptr<zip_file_t, CloseEntry>;
+
+[[noreturn]] void Broken(const ArchiveEntry& entry) { throw Damage{"the data of " + entry.name + " are damaged"}; }
+
+void ReadExactly(zip_file_t* file, const ArchiveEntry& entry, std::string& bytes) {
+  std::size_t done = 0;
+  while (done < bytes.size()) {
+    const auto count = zip_fread(file, bytes.data() + done, bytes.size() - done);
+    if (count <= 0) Broken(entry);
+    done += static_cast<std::size_t>(count);
+  }
+}
+
+}  // namespace
+
+ZipFile::ZipFile(std::string hostPath) : hostPath_(std::move(hostPath)), entries_(ownEntries_) {
+  Open();
+  ReadEntries();
+}
+
+ZipFile::ZipFile(std::string hostPath, const std::vector<ArchiveEntry>& knownEntries)
+    : hostPath_(std::move(hostPath)), entries_(knownEntries) {
+  Open();
+}
+
+void ZipFile::Open() {
+  int code = 0;
+  zip_.reset(zip_open(hostPath_.c_str(), ZIP_RDONLY, &code));
+  if (zip_) return;
+  zip_error_t error;
+  zip_error_init_with_code(&error, code);
+  std::string text = zip_error_strerror(&error);
+  zip_error_fini(&error);
+  throw Damage{"it can't be read as a zip archive (" + text + ")"};
+}
+
+void ZipFile::ReadEntries() {
+  const auto count = zip_get_num_entries(zip_.get(), 0);
+  ownEntries_.reserve(static_cast<std::size_t>(count));
+  for (zip_int64_t i = 0; i < count; ++i) {
+    zip_stat_t stat;
+    const auto index = static_cast<zip_uint64_t>(i);
+    if (zip_stat_index(zip_.get(), index, ZIP_FL_ENC_STRICT, &stat) != 0 || stat.name == nullptr)
+      throw Damage{"its directory is broken"};
+    ArchiveEntry entry;
+    entry.name = NormalStoredName(stat.name);
+    if (const char* harm = HarmIn(entry.name)) throw Damage{harm};
+    if (stat.encryption_method != ZIP_EM_NONE) throw Damage{"it is protected by a password"};
+    if (zip_compression_method_supported(stat.comp_method, 0) == 0)
+      throw Damage{"an entry is packed by a method that is not known"};
+    entry.size = stat.size;
+    entry.packedSize = stat.comp_size;
+    entry.crc = stat.crc;
+    entry.method = stat.comp_method;
+    entry.modified = stat.mtime;
+    ownEntries_.push_back(std::move(entry));
+  }
+}
+
+void ZipFile::Unpack(std::size_t index, const Sink& sink) {
+  const ArchiveEntry& entry = entries_[index];
+  const bool whole = entry.size <= kWholeLimit && entry.packedSize <= kWholeLimit + kWholeLimit / 8 &&
+                     (entry.method == ZIP_CM_STORE || entry.method == ZIP_CM_DEFLATE);
+  const EntryFile file(zip_fopen_index(zip_.get(), index, whole ? ZIP_FL_COMPRESSED : 0));
+  if (!file) Broken(entry);
+  whole ? UnpackWhole(entry, file.get(), sink) : UnpackStream(entry, file.get(), sink);
+}
+
+void ZipFile::UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
+  packed_.resize(entry.packedSize);
+  ReadExactly(file, entry, packed_);
+  std::string_view data = packed_;
+  if (entry.method == ZIP_CM_DEFLATE) {
+    unpacked_.resize(entry.size);
+    const auto result = libdeflate_deflate_decompress(Decompressor(), packed_.data(), packed_.size(),
+                                                      unpacked_.data(), unpacked_.size(), nullptr);
+    if (result != LIBDEFLATE_SUCCESS) Broken(entry);
+    data = unpacked_;
+  }
+  if (data.size() != entry.size || libdeflate_crc32(0, data.data(), data.size()) != entry.crc) Broken(entry);
+  sink(data);
+}
+
+void ZipFile::UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
+  unpacked_.resize(kPiece);
+  std::uint64_t done = 0;
+  std::uint32_t crc = 0;
+  for (;;) {
+    const auto count = zip_fread(file, unpacked_.data(), unpacked_.size());
+    if (count < 0) Broken(entry);
+    if (count == 0) break;
+    const std::string_view piece(unpacked_.data(), static_cast<std::size_t>(count));
+    done += piece.size();
+    if (done > entry.size) Broken(entry);
+    crc = libdeflate_crc32(crc, piece.data(), piece.size());
+    sink(piece);
+  }
+  if (done != entry.size || crc != entry.crc) Broken(entry);
+}
+
+}  // namespace quillon

@@ -1,0 +1,69 @@
+// One zip opened for reading: its directory, and its entries' data unpacked and checked.
+#pragma once
+
+#include <zip.h>
+
+#include <cstdint>
+#include <ctime>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace quillon {
+
+/// One entry as the archive's directory tells it.
+struct ArchiveEntry {
+  std::string name;  // stored name: backslashes, no drive, a folder ends in a backslash
+  std::uint64_t size = 0, packedSize = 0;
+  std::uint32_t crc = 0;
+  std::uint16_t method = 0;
+  std::time_t modified = 0;
+
+  bool folder() const { return name.empty() || name.back() == '\\'; }
+};
+
+/// The archive, or one entry of it, can't be read as it should.
+struct Damage {
+  std::string reason;
+};
+
+/// A zip on the disk. Not for two threads at once; several objects may read one file.
+class ZipFile {
+ public:
+  /// Throws Damage when the directory can't be read, an entry needs a password, or a name is harmful.
+  explicit ZipFile(std::string hostPath);
+  /// A further object over an archive whose directory is known; `knownEntries` outlives it.
+  ZipFile(std::string hostPath, const std::vector<ArchiveEntry>& knownEntries);
+  ZipFile(const ZipFile&) = delete;
+  ZipFile& operator=(const ZipFile&) = delete;
+
+  const std::vector<ArchiveEntry>& Entries() const { return entries_; }
+
+  using Sink = std::function<void(std::string_view)>;
+  /// Unpacks an entry into `sink`, in one piece when it is small. Throws Damage when data or checksum are wrong; what
+  /// `sink` got by then is worthless.
+  void Unpack(std::size_t index, const Sink& sink);
+
+  /// The archive below, for entries that travel packed into another archive.
+  zip_t* Handle() const { return zip_.get(); }
+
+ private:
+  struct Discard {
+    void operator()(zip_t* zip) const { zip_discard(zip); }
+  };
+
+  void Open();
+  void ReadEntries();
+  void UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
+  void UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
+
+  std::string hostPath_;
+  std::unique_ptr<zip_t, Discard> zip_;
+  std::vector<ArchiveEntry> ownEntries_;
+  const std::vector<ArchiveEntry>& entries_;
+  std::string packed_, unpacked_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,16 @@
+// What a console program needs of its platform.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <vector>
+
+namespace quillon {
+
+/// The arguments as UTF-8, without the program's name. A reader that goes away does not end the program from then on.
+std::vector<std::string> PrepareConsole(int argc, char** argv);
+
+/// True when a person watches `file`.
+bool IsTerminal(std::FILE* file);
+
+}  // namespace quillon

@@ -1,0 +1,373 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "core/Text.h"
+#include "core/host/FileSystem.h"
+#include "core/host/Wildcards.h"
+#include "core/host/posix_errors.h"
+#include "core/host/posix_file_facts.h"
+#include "core/host/posix_folder_tree.h"
+#include "core/host/posix_new_file.h"
+#include "core/host/posix_paths.h"
+
+namespace quillon {
+namespace {
+
+class PosixOutputFile final : public OutputFile {
+ public:
+  explicit PosixOutputFile(int number) : file_(number) {}
+  FileCode Write(std::string_view bytes) override { return CodeOf(WriteAll(file_.Number(), bytes), {}); }
+
+ private:
+  Descriptor file_;
+};
+
+/// Where a file's bytes are to go.
+struct Target {
+  Place place;
+  std::string host;  // not through a link, so that the link stays one
+  struct stat old = {};
+
+  bool Replaces() const { return place.Exists(); }
+};
+
+class PosixFileSystem final : public FileSystem {
+ public:
+  FileCode Find(std::string_view pattern, std::vector<FoundFile>& found) override;
+  FileCode GetAttributes(std::string_view path, std::uint32_t& attributes) override;
+  FileCode SetAttributes(std::string_view path, std::uint32_t attributes) override;
+  FileCode GetSize(std::string_view path, std::uint64_t& size) override;
+  FileCode Delete(std::string_view path) override;
+  FileCode Move(std::string_view from, std::string_view to) override;
+  FileCode Copy(std::string_view from, std::string_view to) override;
+  FileCode CreateFolder(std::string_view path) override;
+  FileCode RemoveFolder(std::string_view path) override;
+  FileCode Read(std::string_view path, std::string& bytes) override;
+  FileCode Replace(std::string_view path, std::string_view bytes) override;
+  FileCode Open(std::string_view path, bool append, std::unique_ptr<OutputFile>& file) override;
+  FileCode GetStamp(std::string_view path, Stamp& stamp) override;
+  std::string HostPath(std::string_view path) override;
+  void Touched(std::string_view path, bool exists) override;
+  std::uint64_t FreeSpace(std::string_view path) override;
+
+ private:
+  void BeginPass() override;
+  void EndPass() override;
+
+  void StartCall();
+  Place Look(std::string_view path);
+  Place Locate(std::string_view path);
+  FileCode FindOne(std::string_view path, std::vector<FoundFile>& found);
+  FileCode LocateTarget(std::string_view path, Target& target);
+  FileCode CopyInto(const std::string& source, Target& target);
+  FileCode Respell(const Place& place);
+  FileCode MoveAcross(const Place& source, const Place& place);
+
+  FolderTree tree_;
+  int passes_ = 0;
+};
+
+void PosixFileSystem::BeginPass() {
+  if (passes_++ == 0) tree_.Clear();
+}
+
+void PosixFileSystem::EndPass() {
+  if (--passes_ == 0) tree_.Clear();
+}
+
+/// Between passes others may have changed anything.
+void PosixFileSystem::StartCall() {
+  if (passes_ == 0) tree_.Clear();
+}
+
+Place PosixFileSystem::Locate(std::string_view path) {
+  return tree_.Locate(TakeApart(path));
+}
+
+/// For calls that change no names: between passes one question is enough for a path that is spelled exactly.
+Place PosixFileSystem::Look(std::string_view path) {
+  const PathText text = TakeApart(path);
+  if (passes_ > 0 || text.code != FileCode::Ok || text.closed || text.names.empty())
+    return tree_.Locate(text);
+  Place place;
+  struct stat found;
+  place.host = ExactHostPath(text);
+  place.name = text.names.back();
+  return ::lstat(place.host.c_str(), &found) == 0 ? place : tree_.Locate(text);
+}
+
+FileCode PosixFileSystem::FindOne(std::string_view path, std::vector<FoundFile>& found) {
+  const Place place = Look(path);
+  if (!place.Exists()) return place.code;
+  if (place.closed || place.name.empty()) return FileCode::FileNotFound;
+  FoundFile file;
+  file.name = place.name;
+  if (const int error = Inspect(place.host, file); error != 0) return CodeOf(error, place.host);
+  found.push_back(std::move(file));
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::Find(std::string_view pattern, std::vector<FoundFile>& found) {
+  StartCall();
+  found.clear();
+  PathText text = TakeApart(pattern, true);
+  if (!text.wildcard) return FindOne(pattern, found);
+  if (text.closed) return FileCode::FileNotFound;
+  Wildcard wildcard(text.names.back());
+  text.names.pop_back();
+  std::string host;
+  FileCode code;
+  const auto folder = tree_.List(text, host, code);
+  if (folder == nullptr) return code;
+
+  // The root has no dots.
+  if (!host.empty())
+    for (const char* dots : {".", ".."})
+      if (wildcard.Matches(dots)) found.push_back({dots, kFolder, false});
+  for (const auto name : MatchingNames(*folder, wildcard)) {
+    FoundFile file;
+    file.name = name;
+    if (Inspect(host + "/" + file.name, file) == 0) found.push_back(std::move(file));
+  }
+  return found.empty() ? FileCode::FileNotFound : FileCode::Ok;
+}
+
+FileCode PosixFileSystem::GetAttributes(std::string_view path, std::uint32_t& attributes) {
+  StartCall();
+  const Place place = Look(path);
+  if (!place.Exists()) return place.code;
+  FoundFile file;
+  if (const int error = Inspect(place.host, file); error != 0) return CodeOf(error, place.host);
+  attributes = file.attributes;
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::SetAttributes(std::string_view path, std::uint32_t attributes) {
+  StartCall();
+  const Place place = Look(path);
+  if (!place.Exists()) return place.code;
+  return CodeOf(SetReadOnly(place.host, (attributes & kReadOnly) != 0), place.host);
+}
+
+FileCode PosixFileSystem::GetSize(std::string_view path, std::uint64_t& size) {
+  StartCall();
+  const Place place = Look(path);
+  if (!place.Exists()) return place.code;
+  struct stat file;
+  if (const int error = Status(place.host, file); error != 0) return CodeOf(error, place.host);
+  if (S_ISDIR(file.st_mode)) return FileCode::AccessDenied;
+  size = static_cast<std::uint64_t>(file.st_size);
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::GetStamp(std::string_view path, Stamp& stamp) {
+  constexpr std::int64_t kNanoseconds = 1'000'000'000;
+  StartCall();
+  const Place place = Look(path);
+  if (!place.Exists()) return place.code;
+  struct stat file;
+  if (const int error = Status(place.host, file); error != 0) return CodeOf(error, place.host);
+  stamp.size = static_cast<std::uint64_t>(file.st_size);
+  stamp.inode = file.st_ino;
+  stamp.modified = file.st_mtim.tv_sec * kNanoseconds + file.st_mtim.tv_nsec;
+  stamp.changed = file.st_ctim.tv_sec * kNanoseconds + file.st_ctim.tv_nsec;
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::Delete(std::string_view path) {
+  StartCall();
+  const Place place = Locate(path);
+  if (!place.Exists()) return place.code;
+  FoundFile file;
+  if (const int error = Inspect(place.host, file); error != 0) return CodeOf(error, place.host);
+  if ((file.attributes & (kFolder | kReadOnly)) != 0) return FileCode::AccessDenied;
+  if (::unlink(place.host.c_str()) != 0) return CodeOf(errno, place.host);
+  FolderTree::Remove(place);
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::Move(std::string_view from, std::string_view to) {
+  StartCall();
+  const Place source = Locate(from);
+  if (!source.Exists()) return source.code;
+  const Place place = Locate(to);
+  if (place.Exists())
+    return place.folder == source.folder && place.name == source.name ? Respell(place)
+                                                                      : FileCode::AlreadyExists;
+  if (place.code != FileCode::FileNotFound) return place.code;
+  if (!Creatable(place.name)) return FileCode::InvalidName;
+  const int error = RenameToFree(source.host, place.host);
+  if (error == EXDEV) return MoveAcross(source, place);
+  if (error == EINVAL) return FileCode::SharingViolation;  // a folder into itself
+  if (error != 0) return CodeOf(error, place.host);
+  FolderTree::Remove(source);
+  FolderTree::Add(place, source.type);
+  return FileCode::Ok;
+}
+
+/// The name stays, its spelling may change.
+FileCode PosixFileSystem::Respell(const Place& place) {
+  Place respelled = place;
+  respelled.name = DropTail(place.wanted);
+  if (place.wanted == place.name || respelled.name == place.name || place.folder == nullptr)
+    return FileCode::Ok;
+  respelled.host.replace(place.host.size() - place.name.size(), std::string::npos, respelled.name);
+  if (::rename(place.host.c_str(), respelled.host.c_str()) != 0) return CodeOf(errno, place.host);
+  FolderTree::Remove(place);
+  FolderTree::Add(respelled, place.type);
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::MoveAcross(const Place& source, const Place& place) {
+  FoundFile file;
+  if (Inspect(source.host, file) != 0 || file.folder()) return FileCode::Failed;
+  Target target{place, place.host};
+  if (const FileCode code = CopyInto(source.host, target); code != FileCode::Ok) return code;
+  if (::unlink(source.host.c_str()) != 0) return CodeOf(errno, source.host);
+  FolderTree::Remove(source);
+  return FileCode::Ok;
+}
+
+/// Refuses what can't be written. A link is followed; one that leads nowhere is left alone.
+FileCode PosixFileSystem::LocateTarget(std::string_view path, Target& target) {
+  target.place = Locate(path);
+  target.host = target.place.host;
+  const FileCode code = target.place.code;
+  if (code != FileCode::Ok && code != FileCode::FileNotFound) return code;
+  if (!Creatable(target.place.name))
+    return target.place.folder ? FileCode::InvalidName : FileCode::AccessDenied;
+  if (!target.Replaces()) return target.place.closed ? FileCode::InvalidName : FileCode::Ok;
+
+  if (::lstat(target.host.c_str(), &target.old) != 0) return CodeOf(errno, target.host);
+  if (S_ISLNK(target.old.st_mode)) {
+    char real[PATH_MAX];
+    if (::realpath(target.place.host.c_str(), real) == nullptr || ::stat(real, &target.old) != 0)
+      return CodeOf(errno, target.host);
+    target.host = real;
+  }
+  return S_ISREG(target.old.st_mode) && !IsReadOnly(target.old) ? FileCode::Ok : FileCode::AccessDenied;
+}
+
+FileCode PosixFileSystem::Copy(std::string_view from, std::string_view to) {
+  StartCall();
+  const Place source = Locate(from);
+  if (!source.Exists()) return source.code;
+  Target target;
+  const FileCode code = LocateTarget(to, target);
+  return code == FileCode::Ok ? CopyInto(source.host, target) : code;
+}
+
+FileCode PosixFileSystem::CopyInto(const std::string& source, Target& target) {
+  // Must not wait for someone at the other end of a pipe.
+  const Descriptor in(::open(source.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat file;
+  if (!in.IsOpen() || ::fstat(in.Number(), &file) != 0) return CodeOf(errno, source);
+  if (!S_ISREG(file.st_mode)) return FileCode::AccessDenied;
+  if (target.Replaces() && file.st_dev == target.old.st_dev && file.st_ino == target.old.st_ino)
+    return FileCode::SharingViolation;
+
+  NewFile out(target.host, target.Replaces(), file.st_mode & 0777);
+  const timespec times[2] = {{0, UTIME_OMIT}, file.st_mtim};
+  int error = out.Error();
+  if (error == 0) error = CopyBytes(in.Number(), out.Number(), static_cast<std::uint64_t>(file.st_size));
+  if (error == 0 && ::futimens(out.Number(), times) != 0) error = errno;
+  if (error == 0) error = out.Publish();
+  if (error == 0 && !target.Replaces()) FolderTree::Add(target.place, DT_REG);
+  return CodeOf(error, target.host);
+}
+
+FileCode PosixFileSystem::CreateFolder(std::string_view path) {
+  StartCall();
+  const Place place = Locate(path);
+  if (place.Exists()) return FileCode::AlreadyExists;
+  if (place.code != FileCode::FileNotFound) return place.code;
+  if (!Creatable(place.name)) return FileCode::InvalidName;
+  if (::mkdir(place.host.c_str(), 0777) != 0) return CodeOf(errno, place.host);
+  FolderTree::Add(place, DT_DIR);
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::RemoveFolder(std::string_view path) {
+  StartCall();
+  const Place place = Locate(path);
+  if (!place.Exists()) return place.code;
+  FoundFile file;
+  if (const int error = Inspect(place.host, file); error != 0) return CodeOf(error, place.host);
+  if (!file.folder()) return FileCode::NotADirectory;
+  const int result = file.link ? ::unlink(place.host.c_str()) : ::rmdir(place.host.c_str());
+  if (result != 0) return CodeOf(errno, place.host);
+  FolderTree::Remove(place);
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::Read(std::string_view path, std::string& bytes) {
+  StartCall();
+  const Place place = Look(path);
+  if (!place.Exists()) return place.code;
+  const Descriptor in(::open(place.host.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat file;
+  if (!in.IsOpen() || ::fstat(in.Number(), &file) != 0) return CodeOf(errno, place.host);
+  if (!S_ISREG(file.st_mode)) return FileCode::AccessDenied;
+  return CodeOf(ReadAll(in.Number(), static_cast<std::size_t>(file.st_size), bytes), place.host);
+}
+
+FileCode PosixFileSystem::Replace(std::string_view path, std::string_view bytes) {
+  StartCall();
+  Target target;
+  if (const FileCode code = LocateTarget(path, target); code != FileCode::Ok) return code;
+  NewFile out(target.host, target.Replaces(), 0666);
+  int error = out.Error();
+  if (error == 0) error = WriteAll(out.Number(), bytes);
+  if (error == 0 && target.Replaces() && ::fchmod(out.Number(), target.old.st_mode & 07777) != 0)
+    error = errno;
+  if (error == 0) error = out.Publish();
+  if (error == 0 && !target.Replaces()) FolderTree::Add(target.place, DT_REG);
+  return CodeOf(error, target.host);
+}
+
+FileCode PosixFileSystem::Open(std::string_view path, bool append, std::unique_ptr<OutputFile>& file) {
+  StartCall();
+  file.reset();
+  Target target;
+  if (const FileCode code = LocateTarget(path, target); code != FileCode::Ok) return code;
+  const int number =
+      ::open(target.host.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (append ? O_APPEND : O_TRUNC), 0666);
+  if (number < 0) return CodeOf(errno, target.host);
+  file = std::make_unique<PosixOutputFile>(number);
+  if (!target.Replaces()) FolderTree::Add(target.place, DT_REG);
+  return FileCode::Ok;
+}
+
+std::string PosixFileSystem::HostPath(std::string_view path) {
+  StartCall();
+  return Look(path).host;
+}
+
+void PosixFileSystem::Touched(std::string_view path, bool exists) {
+  if (passes_ > 0) tree_.Touched(TakeApart(path), exists);
+}
+
+std::uint64_t PosixFileSystem::FreeSpace(std::string_view path) {
+  std::string host = HostPath(path);
+  struct statvfs disk;
+  while (!host.empty() && ::statvfs(host.c_str(), &disk) != 0) host.resize(host.rfind('/'));
+  return host.empty() ? 0 : std::uint64_t{disk.f_bavail} * disk.f_frsize;
+}
+
+}  // namespace
+
+std::unique_ptr<FileSystem> MakeHostFileSystem() {
+  return std::make_unique<PosixFileSystem>();
+}
+
+}  // namespace quillon

@@ -1,0 +1,242 @@
+#include "core/host/posix_folder_tree.h"
+
+#include <dirent.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <utility>
+
+#include "core/Text.h"
+#include "core/host/posix_errors.h"
+
+namespace quillon {
+namespace {
+
+using State = FolderNode::State;
+
+std::string Join(const std::string& host, std::string_view name) {
+  std::string path;
+  path.reserve(host.size() + 1 + name.size());
+  return path.append(host).append("/").append(name);
+}
+
+/// The child of exactly this name, if it is known.
+FolderChild* Known(FolderNode& node, const std::string& key, std::string_view name) {
+  const auto [begin, end] = node.children.equal_range(key);
+  for (auto it = begin; it != end; ++it)
+    if (it->second.name == name) return &it->second;
+  return nullptr;
+}
+
+/// Of names that differ in case only, the first by its bytes: which one is meant must not depend on the
+/// host's order.
+FolderChild* KnownInAnyCase(FolderNode& node, const std::string& key) {
+  const auto [begin, end] = node.children.equal_range(key);
+  FolderChild* best = nullptr;
+  for (auto it = begin; it != end; ++it)
+    if (best == nullptr || it->second.name < best->name) best = &it->second;
+  return best;
+}
+
+FolderChild& Keep(FolderNode& node, const std::string& key, std::string_view name, unsigned char type) {
+  if (FolderChild* known = Known(node, key, name)) {
+    if (type != DT_UNKNOWN) known->type = type;
+    return *known;
+  }
+  return node.children.emplace(key, FolderChild{std::string(name), type, nullptr, {}})->second;
+}
+
+/// Asks the host for exactly this name.
+FolderChild* Probe(FolderNode& node, const std::string& host, const std::string& key, std::string_view name,
+                   int& error) {
+  struct stat found;
+  if (::lstat(Join(host, name).c_str(), &found) == 0)
+    return &Keep(node, key, name, static_cast<unsigned char>(IFTODT(found.st_mode)));
+  if (errno != ENOENT && errno != ENOTDIR) error = errno;
+  return nullptr;
+}
+
+/// A folder that can't be read to its end is as good as unlistable: a name must not be missing here alone.
+void ReadNames(FolderNode& node, const std::string& host) {
+  const std::unique_ptr<DIR, int (*)(DIR*)> listing(::opendir(host.empty() ? "/" : host.c_str()),
+                                                    &::closedir);
+  if (listing != nullptr) {
+    errno = 0;
+    while (const dirent* entry = ::readdir(listing.get())) {
+      const std::string_view name = entry->d_name;
+      if (name != "." && name != "..") Keep(node, UpperCase(name), name, entry->d_type);
+      errno = 0;
+    }
+  }
+  node.error = errno;
+  node.state = node.error == 0 ? State::Listed : State::Unlistable;
+}
+
+/// UTF-8 in the order of UTF-16 code units: what needs two units comes in front of U+E000.
+bool ComesBefore(const std::string& a, const std::string& b) {
+  const auto weight = [](char c) {
+    const int byte = static_cast<unsigned char>(c);
+    return byte < 0xEE ? byte : byte < 0xF0 ? byte + 16 : byte - 2;
+  };
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                      [&](char x, char y) { return weight(x) < weight(y); });
+}
+
+}  // namespace
+
+std::vector<std::string_view> MatchingNames(const FolderNode& folder, Wildcard& wildcard) {
+  std::vector<std::pair<const std::string*, const std::string*>> matches;
+  for (const auto& [upperName, child] : folder.children)
+    if (wildcard.Matches(upperName)) matches.emplace_back(&upperName, &child.name);
+  std::sort(matches.begin(), matches.end(), [](const auto& a, const auto& b) {
+    return *a.first == *b.first ? *a.second < *b.second : ComesBefore(*a.first, *b.first);
+  });
+  std::vector<std::string_view> names;
+  names.reserve(matches.size());
+  for (const auto& match : matches) names.emplace_back(*match.second);
+  return names;
+}
+
+void FolderTree::Clear() {
+  root_ = std::make_shared<FolderNode>();
+}
+
+FolderChild* FolderTree::Find(FolderNode& node, const std::string& host, std::string_view name, int& error) {
+  FolderChild* child = FindSpelled(node, host, name, error);
+  const std::string_view shorter = DropTail(name);
+  if (child != nullptr || shorter.empty() || shorter.size() == name.size()) return child;
+  return FindSpelled(node, host, shorter, error);
+}
+
+FolderChild* FolderTree::FindSpelled(FolderNode& node, const std::string& host, std::string_view name,
+                                     int& error) {
+  const std::string key = UpperCase(name);
+  if (FolderChild* known = Known(node, key, name)) return known;
+  // A disk without case answers to any spelling: one file must not become two here.
+  if (node.state == State::Unlisted && node.children.contains(key)) ReadNames(node, host);
+  if (node.state != State::Listed) {
+    FolderChild* exact = Probe(node, host, key, name, error);
+    if (exact != nullptr || error != 0) return exact;
+  }
+  if (node.state == State::Unlisted) ReadNames(node, host);
+  return node.state == State::Listed ? KnownInAnyCase(node, key) : nullptr;
+}
+
+std::shared_ptr<FolderNode> FolderTree::Enter(FolderChild& child, const std::string& host) {
+  if (child.folder != nullptr) return child.folder;
+  if (child.type == DT_UNKNOWN) {
+    struct stat found;
+    if (::lstat(host.c_str(), &found) == 0) child.type = static_cast<unsigned char>(IFTODT(found.st_mode));
+  }
+  if (child.type == DT_LNK) return EnterLink(child, host);
+  if (child.type == DT_DIR) child.folder = std::make_shared<FolderNode>();
+  return child.folder;
+}
+
+/// One node stands for a folder, however many links lead to it: else a change by one way would be unknown on
+/// the others.
+std::shared_ptr<FolderNode> FolderTree::EnterLink(FolderChild& child, const std::string& host) {
+  if (auto known = child.target.lock()) return known;
+  const std::unique_ptr<char, decltype(&std::free)> real(::realpath(host.c_str(), nullptr), &std::free);
+  if (real == nullptr) return nullptr;
+  std::shared_ptr<FolderNode> node = root_;
+  std::string path;
+  for (std::string_view rest = real.get(); node != nullptr && rest.size() > 1;) {
+    rest.remove_prefix(1);
+    const std::string_view name = rest.substr(0, rest.find('/'));
+    int error = 0;
+    FolderChild* next = Find(*node, path, name, error);
+    path = Join(path, name);
+    node = next != nullptr ? Enter(*next, path) : nullptr;
+    rest.remove_prefix(name.size());
+  }
+  child.target = node;
+  return node;
+}
+
+Place FolderTree::Locate(const PathText& text) {
+  Place place;
+  place.code = text.code;
+  place.closed = text.closed;
+  if (text.code != FileCode::Ok) return place;
+  std::shared_ptr<FolderNode> node = root_;
+  for (const auto& wanted : text.names) {
+    // What lies below a missing folder only gets its spelling.
+    int error = 0;
+    if (place.code == FileCode::FileNotFound) place.code = FileCode::PathNotFound;
+    FolderChild* child = node != nullptr ? Find(*node, place.host, wanted, error) : nullptr;
+    const bool last = &wanted == &text.names.back();
+    place.name = child != nullptr ? child->name : std::string(DropTail(wanted));
+    place.wanted = wanted;
+    place.type = child != nullptr ? child->type : static_cast<unsigned char>(DT_UNKNOWN);
+    place.folder = node;
+    place.host = Join(place.host, place.name);
+    if (place.Exists() && child == nullptr)
+      place.code = error != 0 ? CodeOf(error, place.host) : FileCode::FileNotFound;
+    if (last && !text.closed) break;
+    node = child != nullptr ? Enter(*child, place.host) : nullptr;
+    if (place.Exists() && node == nullptr) place.code = last ? FileCode::InvalidName : FileCode::PathNotFound;
+  }
+  if (text.names.empty()) place.host = ExactHostPath(text);
+  return place;
+}
+
+std::shared_ptr<const FolderNode> FolderTree::List(const PathText& text, std::string& host, FileCode& code) {
+  const Place place = Locate(text);
+  std::shared_ptr<FolderNode> node = text.names.empty() ? root_ : nullptr;
+  host = text.names.empty() ? std::string() : place.host;
+  code = place.code;
+  if (place.folder != nullptr && place.Exists())
+    node = Enter(*Known(*place.folder, UpperCase(place.name), place.name), host);
+  if (node == nullptr) {
+    if (code == FileCode::Ok || code == FileCode::FileNotFound) code = FileCode::PathNotFound;
+    return nullptr;
+  }
+  if (node->state == State::Unlisted) ReadNames(*node, host);
+  if (node->state == State::Listed) return node;
+  code = CodeOf(node->error, host);
+  return nullptr;
+}
+
+void FolderTree::Add(const Place& place, unsigned char type) {
+  if (place.folder == nullptr) return;
+  Remove(place);
+  Keep(*place.folder, UpperCase(place.name), place.name, type);
+}
+
+void FolderTree::Remove(const Place& place) {
+  if (place.folder == nullptr) return;
+  const auto [begin, end] = place.folder->children.equal_range(UpperCase(place.name));
+  for (auto it = begin; it != end; ++it) {
+    if (it->second.name != place.name) continue;
+    place.folder->children.erase(it);
+    return;
+  }
+}
+
+void FolderTree::Touched(const PathText& text, bool exists) {
+  if (text.code != FileCode::Ok) return;
+  std::shared_ptr<FolderNode> node = root_;
+  std::string host;
+  for (const auto& wanted : text.names) {
+    int error = 0;
+    FolderChild* child = Find(*node, host, wanted, error);
+    if (&wanted == &text.names.back()) {
+      Place place;
+      place.name = child != nullptr ? child->name : std::string(DropTail(wanted));
+      place.folder = node;
+      exists ? Add(place, DT_UNKNOWN) : Remove(place);
+      return;
+    }
+    // The folder may be as new as the file in it.
+    if (child == nullptr) child = Probe(*node, host, UpperCase(DropTail(wanted)), DropTail(wanted), error);
+    if (child == nullptr) return;
+    host = Join(host, child->name);
+    node = Enter(*child, host);
+    if (node == nullptr) return;
+  }
+}
+
+}  // namespace quillon

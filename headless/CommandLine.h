@@ -1,0 +1,50 @@
+// What was asked of the program: its options and one command.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace quillon {
+
+/// One command with its arguments, as far as it takes them.
+struct Command {
+  std::string name;
+  std::string argument;         // route, folder, file or screen; empty without one
+  std::optional<std::string> game;
+  std::optional<bool> shortcut;
+  bool cancel = false;
+  bool report = true;
+  int scale = 1;
+};
+
+struct Options {
+  std::string app;  // host path; empty: the executable's folder
+  bool json = false;
+  bool answerYes = false;
+  bool welcomeOk = false;
+  bool noActLoad = true;
+  std::optional<std::uint32_t> seed;
+  bool open = false;
+};
+
+struct CommandLine {
+  Options options;
+  Command command;
+};
+
+/// The command line is wrong, or only asked for help: `what()` is the text to show.
+struct CommandLineEnd : std::runtime_error {
+  CommandLineEnd(const std::string& text, bool isHelp) : std::runtime_error(text), help(isHelp) {}
+  bool help;
+};
+
+/// Throws CommandLineEnd.
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+
+/// One line of a script: a command without options. Nothing for a blank line or a comment ("#"). Throws CommandLineEnd.
+std::optional<Command> ParseScriptLine(const std::string& line);
+
+}  // namespace quillon

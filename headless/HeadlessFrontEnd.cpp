@@ -1,0 +1,142 @@
+#include "headless/HeadlessFrontEnd.h"
+
+#include "catalogue/MainScreen.h"
+#include "catalogue/Notices.h"
+#include "core/host/Desktop.h"
+#include "intake/InitProgScreen.h"
+#include "loading/LoadScreen.h"
+#include "repair/CleanUpScreen.h"
+
+namespace quillon {
+namespace {
+
+constexpr auto kBarInterval = std::chrono::milliseconds(100);
+
+}  // namespace
+
+void HeadlessFrontEnd::Tell(std::string_view title, std::string_view text) {
+  output_.Put({{"event", "box"}, {"title", title}, {"text", text}, {"buttons", "ok"}, {"answer", "ok"}});
+}
+
+bool HeadlessFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
+  output_.Put({{"event", "box"},
+               {"title", title},
+               {"text", text},
+               {"buttons", "yesno"},
+               {"answer", options_.answerYes ? "yes" : "no"}});
+  return options_.answerYes;
+}
+
+void HeadlessFrontEnd::OpenInShell(std::string_view path) {
+  output_.Put({{"event", "open"}, {"path", path}});
+  if (options_.open) OpenWithDesktop(hostPath_(path));
+}
+
+void HeadlessFrontEnd::Explore(std::string_view folder) {
+  output_.Put({{"event", "explore"}, {"path", folder}});
+  if (options_.open) ExploreWithDesktop(hostPath_(folder));
+}
+
+void HeadlessFrontEnd::ShowHelp(std::string_view file, std::string_view command) {
+  output_.Put({{"event", "help"}, {"file", file}, {"command", command}});
+  if (options_.open) OpenWithDesktop(hostPath_(file));
+}
+
+void HeadlessFrontEnd::PutBar(const std::string& screen, HeldBar& bar) {
+  output_.Put({{"event", "bar"}, {"screen", screen}, {"value", bar.value}, {"maximum", bar.maximum}});
+  bar.held = false;
+  bar.sent = std::chrono::steady_clock::now();
+}
+
+void HeadlessFrontEnd::BarChanged(std::string_view screen, const ProgressBar& bar, BarChange change) {
+  const std::string name(screen);
+  HeldBar& held = bars_[name];
+  if (change == BarChange::Value) {
+    held.value = bar.value;
+    held.maximum = bar.maximum;
+    held.held = true;
+    if (std::chrono::steady_clock::now() - held.sent >= kBarInterval) PutBar(name, held);
+    return;
+  }
+  // A reader sees the value that stood when the caption changed.
+  if (held.held) PutBar(name, held);
+  if (change == BarChange::Caption)
+    output_.Put({{"event", "caption"}, {"screen", screen}, {"text", bar.caption}});
+  else
+    output_.Put({{"event", "colour"}, {"screen", screen}, {"colour", bar.colour}});
+}
+
+void HeadlessFrontEnd::Flush() {
+  for (auto& [screen, bar] : bars_)
+    if (bar.held) PutBar(screen, bar);
+}
+
+void HeadlessFrontEnd::LabelChanged(std::string_view screen, std::string_view control, const Label& label) {
+  output_.Put(
+      {{"event", "text"}, {"screen", screen}, {"control", control}, {"text", label.text}, {"visible", label.visible}});
+}
+
+void HeadlessFrontEnd::ScreenShown(Screen& screen, bool) {
+  if (screen.Name() == "frmInitProg") intakeOpen_ = true;
+  if (screen.Name() == "frmCleanUp") cleanUpOpen_ = true;
+  output_.Put({{"event", "show"}, {"screen", screen.Name()}});
+}
+
+void HeadlessFrontEnd::ScreenActivated(Screen& screen) {
+  const auto* main = dynamic_cast<const MainScreen*>(&screen);
+  if (main == nullptr) return;
+  const SharedState& shared = main->Shared();
+  output_.Put({{"event", "main"},
+               {"lblRouteName", main->lblRouteName.text},
+               {"lblLoaded", main->lblLoaded.text},
+               {"imgRoute", main->imgRoute},
+               {"PreviewPath", main->PreviewPath},
+               {"FlashTarget", shared.FlashTarget},
+               {"TrainSimPath", shared.TrainSimPath},
+               {"TrainExeFound", main->TrainExeFound}});
+}
+
+void HeadlessFrontEnd::ScreenUnloaded(const std::string& name) {
+  if (name == "frmInitProg") intakeOpen_ = false;
+  if (name == "frmCleanUp") cleanUpOpen_ = false;
+  Flush();
+  output_.Put({{"event", "unload"}, {"screen", name}});
+}
+
+void HeadlessFrontEnd::RunModal(Screen& screen, const std::function<bool()>& isOpen) {
+  if (isOpen()) PressButtons(screen);
+}
+
+void HeadlessFrontEnd::PressButtons(Screen& screen) {
+  if (auto* welcome = dynamic_cast<WelcomeScreen*>(&screen))
+    options_.welcomeOk ? welcome->btnOKClick() : welcome->btnCancelClick();
+  else if (auto* noAct = dynamic_cast<NoActScreen*>(&screen))
+    options_.noActLoad ? noAct->btnLoadClick() : noAct->btnCancelClick();
+  else if (auto* notice = dynamic_cast<CleanUpNoticeScreen*>(&screen))
+    notice->btnOKClick();
+  else if (auto* load = dynamic_cast<LoadScreen*>(&screen))
+    load->btnOKClick();
+  else if (auto* cleanUp = dynamic_cast<CleanUpScreen*>(&screen)) {
+    cleanUp->TimerWaitTick();
+    cleanUp->btnOKClick();
+  } else if (auto* intake = dynamic_cast<InitProgScreen*>(&screen)) {
+    intake->chkReport = report_;
+    intake->btnOKClick();
+  }
+}
+
+void HeadlessFrontEnd::CopyFoundNothing(std::string_view caption) {
+  // The bar belongs to a screen that is mostly not on view; a person need not hear of it.
+  if (intakeOpen_ || options_.json)
+    output_.Put({{"event", "caption"}, {"screen", "frmInitProg"}, {"text", caption}});
+}
+
+void HeadlessFrontEnd::CopyMoved(int position) {
+  if (!cleanUpOpen_) return;
+  ProgressBar bar;
+  bar.value = position;
+  bar.maximum = bars_["frmCleanUp"].maximum;
+  BarChanged("frmCleanUp", bar, BarChange::Value);
+}
+
+}  // namespace quillon

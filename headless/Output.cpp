@@ -1,0 +1,114 @@
+#include "headless/Output.h"
+
+#include <string_view>
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+class JsonOutput : public Output {
+ public:
+  explicit JsonOutput(std::FILE* file) : file_(file) {}
+
+  void Put(const Event& event) override {
+    // Names of files need not be UTF-8.
+    const std::string line = event.dump(-1, ' ', false, Event::error_handler_t::replace) + "\n";
+    std::fwrite(line.data(), 1, line.size(), file_);
+    std::fflush(file_);
+  }
+
+ private:
+  std::FILE* file_;
+};
+
+class TextOutput : public Output {
+ public:
+  TextOutput(std::FILE* file, bool terminal) : file_(file), terminal_(terminal) {}
+  ~TextOutput() override { ClearLive(); }
+
+  void Put(const Event& event) override {
+    const std::string kind = event["event"];
+    if (kind == "caption") Caption(event["text"]);
+    if (kind == "text") Text(event);
+    if (kind == "box") Box(event);
+    if (kind == "row") Row(event);
+    if (kind == "main") Main(event);
+    if (kind == "open" || kind == "explore") Line("To open: " + event["path"].get<std::string>());
+    if (kind == "help") Line("Help: " + event["file"].get<std::string>());
+    if (kind == "error") Error(event);
+  }
+
+  void Detail(unsigned long long done, unsigned long long total, const std::string& unit) override {
+    if (!terminal_ || total == 0) return;
+    const std::string measure = unit == "bytes" ? std::to_string(done >> 20) + " of " + std::to_string(total >> 20) + " MB"
+                                                : std::to_string(done) + " of " + std::to_string(total) + " " + unit;
+    Live(caption_ + "  " + measure);
+  }
+
+ private:
+  void Caption(const std::string& text) {
+    caption_ = text;
+    terminal_ ? Live(text) : Line(text);
+  }
+
+  void Text(const Event& event) {
+    const std::string control = event["control"], text = event["text"];
+    const bool news = control == "lblMessage" || control == "lblFirstMessage" || control == "lblTerrainInfo";
+    if (news && event["visible"] && !text.empty()) Line(ReplaceAll(text, "\r\n", "\n"));
+  }
+
+  void Box(const Event& event) {
+    Line("[" + event["title"].get<std::string>() + "] " + ReplaceAll(event["text"].get<std::string>(), "\r\n", "\n"));
+    if (event["buttons"] == "yesno") Line("  answered: " + event["answer"].get<std::string>());
+  }
+
+  void Row(const Event& event) { Line("  " + event["text"].get<std::string>()); }
+
+  void Main(const Event& event) {
+    const std::string loaded = event["lblLoaded"], name = event["lblRouteName"];
+    std::string line = name;
+    if (!loaded.empty()) line = loaded + ": " + name;
+    if (!event["TrainExeFound"].get<bool>())
+      line += "  (Train Simulator was not found in " + event["TrainSimPath"].get<std::string>() + ")";
+    if (line != main_) Line(line);
+    main_ = line;
+  }
+
+  void Error(const Event& event) {
+    Line("Quillon has to end: error " + std::to_string(event["number"].get<int>()) + ", " +
+         event["text"].get<std::string>() + ".");
+  }
+
+  void Line(const std::string& text) {
+    ClearLive();
+    std::fprintf(file_, "%s\n", text.c_str());
+    std::fflush(file_);
+  }
+
+  void Live(const std::string& text) {
+    std::fprintf(file_, "\r\033[K%s", text.c_str());
+    std::fflush(file_);
+    live_ = true;
+  }
+
+  void ClearLive() {
+    if (live_) std::fputs("\r\033[K", file_);
+    live_ = false;
+  }
+
+  std::FILE* file_;
+  const bool terminal_;
+  bool live_ = false;
+  std::string caption_, main_;
+};
+
+}  // namespace
+
+std::unique_ptr<Output> MakeJsonOutput(std::FILE* file) { return std::make_unique<JsonOutput>(file); }
+
+std::unique_ptr<Output> MakeTextOutput(std::FILE* file, bool terminal) {
+  return std::make_unique<TextOutput>(file, terminal);
+}
+
+}  // namespace quillon

@@ -1,0 +1,28 @@
+// Where events go: JSON lines for programs, readable text for people.
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+namespace quillon {
+
+/// Keys in the order in which they were put in, "event" first.
+using Event = nlohmann::ordered_json;
+
+class Output {
+ public:
+  virtual ~Output() = default;
+  virtual void Put(const Event& event) = 0;
+  /// The true measure of long work, for a live progress line; JSON has none.
+  virtual void Detail(unsigned long long, unsigned long long, const std::string&) {}
+};
+
+/// One object a line, flushed as it happens.
+std::unique_ptr<Output> MakeJsonOutput(std::FILE* file);
+/// Plain text, with a live progress line when `terminal` is set.
+std::unique_ptr<Output> MakeTextOutput(std::FILE* file, bool terminal);
+
+}  // namespace quillon

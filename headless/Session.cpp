@@ -1,0 +1,244 @@
+#include "headless/Session.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+
+#include "catalogue/MainScreen.h"
+#include "catalogue/OptionsScreen.h"
+#include "core/Text.h"
+#include "core/host/Desktop.h"
+#include "headless/Setup.h"
+#include "intake/RoutesScreen.h"
+#include "sample/Sample.h"
+
+namespace quillon {
+namespace {
+
+std::string AppFolder(const Options& options) {
+  return options.app.empty() ? ExecutableFolder() : AbsoluteHostPath(options.app);
+}
+
+bool NeedsNoStartUp(std::string_view command) { return command == "setup" || command == "sample"; }
+
+/// What a person may do about a run-time error.
+std::string Advice(const RunTimeError& error) {
+  if (error.number() == static_cast<int>(ErrorNumber::DiskFull)) return "Make room on the disk and try again.";
+  if (Contains(UpperCase(error.path()), "MISC_INFO") || Contains(error.path(), "qnnoimage"))
+    return "A delivered file is missing: run 'quillon setup' to lay it again.";
+  if (Contains(UpperCase(error.path()), "\\DOWNLOADED_ROUTES\\") || Contains(UpperCase(error.path()), "\\ROUTE_PICS\\") ||
+      Contains(UpperCase(error.path()), "\\ROUTE_INFO\\"))
+    return "Take that zip out of downloaded_routes and add the others; its original may be mended or downloaded again.";
+  if (Contains(UpperCase(error.path()), "QUILLON-ROUTE"))
+    return "Close Train Simulator and try again; 'quillon clean' rebuilds the working route.";
+  if (UpperCase(error.path()).ends_with(".QNZ")) return "The route file is damaged: add its zip again.";
+  return "Mend what is said above and try again.";
+}
+
+}  // namespace
+
+Session::Session(const Options& options, Output& output)
+    : options_(options),
+      output_(output),
+      frontEnd_(output, options_),
+      program_(AppFolder(options_), frontEnd_, options_.seed),
+      screens_(program_.Screens()) {
+  frontEnd_.SetHostPath([this](std::string_view path) { return program_.Get().files.Host().HostPath(path); });
+}
+
+const std::map<std::string, Session::Action, std::less<>>& Session::Actions() {
+  static const std::map<std::string, Action, std::less<>> actions = {
+      {"setup", &Session::Setup},      {"sample", &Session::Sample},
+      {"start", &Session::Start},      {"routes", &Session::Routes},
+      {"pick", &Session::Pick},        {"info", &Session::Info},
+      {"load", &Session::Load},        {"add", &Session::Add},
+      {"clean", &Session::Clean},      {"options", &Session::ChangeOptions},
+      {"make-list", &Session::MakeList}, {"help", &Session::Help},
+  };
+  return actions;
+}
+
+int Session::Run(const Command& command) {
+  int status = kFailed;
+  try {
+    status = command.name == "script" ? RunScript(command) : Execute(command);
+    frontEnd_.Flush();
+  } catch (const RunTimeError& error) {
+    frontEnd_.Flush();
+    Report(error);
+  } catch (const CommandLineEnd& end) {
+    std::fputs(end.what(), stderr);
+    status = kWrongCommandLine;
+  }
+  output_.Put({{"event", "end"}, {"status", status}});
+  return status;
+}
+
+int Session::Execute(const Command& command) {
+  program_.Get().refused = false;
+  if (!NeedsNoStartUp(command.name) && !StartUp()) return kRefused;
+  program_.Get().refused = false;
+  (this->*Actions().at(command.name))(command);
+  return Status();
+}
+
+int Session::RunScript(const Command& command) {
+  std::ifstream file;
+  if (command.argument != "-") {
+    file.open(command.argument);
+    if (!file) throw RunTimeError(ErrorNumber::FileNotFound, command.argument);
+  }
+  if (!StartUp()) return kRefused;
+  int status = kDone;
+  std::istream& lines = command.argument == "-" ? std::cin : file;
+  for (std::string line; std::getline(lines, line) && !screens_.Ended();) {
+    const auto next = ParseScriptLine(line);
+    if (next && Execute(*next) == kRefused) status = kRefused;
+  }
+  return status;
+}
+
+int Session::Status() { return program_.Get().refused || (screens_.Ended() && started_) ? kRefused : kDone; }
+
+void Session::Report(const RunTimeError& error) {
+  const std::string& step = program_.Get().step;
+  Event event = {{"event", "error"},
+                 {"number", error.number()},
+                 {"text", error.text()},
+                 {"path", error.path()},
+                 {"step", step}};
+  if (!error.reason().empty()) event["reason"] = error.reason();
+  output_.Put(event);
+  std::fprintf(stderr, "quillon: %s: %s%s%s", step.c_str(), error.text().c_str(), error.path().empty() ? "" : ": ",
+               error.path().c_str());
+  if (!error.reason().empty()) std::fprintf(stderr, " (%s)", error.reason().c_str());
+  std::fprintf(stderr, "\n%s\n", Advice(error).c_str());
+}
+
+bool Session::StartUp() {
+  if (!started_) {
+    program_.TakeLock();
+    started_ = true;
+    screens_.Do([this] { screens_.Show("frmMain"); });
+  }
+  return AtMain();
+}
+
+/// Back on frmMain, as a user comes back from the route manager.
+bool Session::AtMain() {
+  if (auto* routes = dynamic_cast<RoutesScreen*>(screens_.Top())) screens_.Do([routes] { routes->btnOKClick(); });
+  if (auto* options = dynamic_cast<OptionsScreen*>(screens_.Top()))
+    screens_.Do([options] { options->btnCancelClick(); });
+  return !screens_.Ended();
+}
+
+MainScreen& Session::Main() { return dynamic_cast<MainScreen&>(*screens_.Find("frmMain")); }
+
+RoutesScreen* Session::AtRoutes() {
+  screens_.Do([this] { Main().btnManageClick(); });
+  return screens_.Ended() ? nullptr : dynamic_cast<RoutesScreen*>(screens_.Top());
+}
+
+void Session::RefuseRow(std::string_view name) {
+  std::fprintf(stderr, "quillon: there is no row \"%s\"\n", std::string(name).c_str());
+  program_.Get().Refuse();
+}
+
+void Session::Setup(const Command& command) { SetUp(program_.Get(), DeliveredTree(), command.game); }
+
+void Session::Sample(const Command& command) {
+  program_.Get().Step("Making the sample game");
+  const SampleReport report = MakeSample(AbsoluteHostPath(command.argument), command.scale);
+  if (options_.json) return;
+  std::printf("The game: %s\nThe route zips: %s\n", report.gameFolder.c_str(), report.zipFolder.c_str());
+  for (const auto& [name, kind] : report.zips) std::printf("  %-42s %s\n", name.c_str(), kind.c_str());
+}
+
+void Session::Start(const Command&) {}
+
+void Session::Routes(const Command&) {
+  screens_.Do([this] { Main().btnRouteListClick(); });
+  for (const auto& row : Main().ListRoutes.rows) {
+    const std::string zip = Catalogue(program_.Get()).ZipOf(NameOfRow(row), kNoData);
+    output_.Put({{"event", "row"}, {"list", "ListRoutes"}, {"text", row}, {"zip", zip}});
+  }
+  screens_.Do([this] { Main().CloseList(); });
+}
+
+bool Session::PickRow(const std::string& name) {
+  screens_.Do([this] { Main().btnRouteListClick(); });
+  const auto& rows = Main().ListRoutes.rows;
+  const std::string wanted = NameOfRow(name);
+  auto at = std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return NameOfRow(row) == wanted; });
+  if (at == rows.end())
+    at = std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return EqualNoCase(NameOfRow(row), wanted); });
+  if (at == rows.end()) {
+    screens_.Do([this] { Main().CloseList(); });
+    RefuseRow(name);
+    return false;
+  }
+  const int row = static_cast<int>(at - rows.begin());
+  screens_.Do([this, row] { Main().ListRoutesHover(row); });
+  screens_.Do([this] { Main().ListRoutesLeftPress(); });
+  screens_.Do([this] { Main().TimerWaitTick(); });
+  return true;
+}
+
+void Session::Pick(const Command& command) { PickRow(command.argument); }
+
+void Session::Info(const Command& command) {
+  screens_.Do([this] { Main().btnInfoClick(); });
+  if (program_.Get().refused) return;
+  const auto& rows = Main().infoList.rows;
+  if (command.argument.empty()) {
+    for (const auto& row : rows) output_.Put({{"event", "row"}, {"list", "infoList"}, {"text", row}});
+    return;
+  }
+  const auto at =
+      std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return EqualNoCase(row, command.argument); });
+  if (at == rows.end())
+    RefuseRow(command.argument);
+  else
+    screens_.Do([&] { Main().infoListLeftPress(static_cast<int>(at - rows.begin())); });
+}
+
+void Session::Load(const Command& command) {
+  if (!command.argument.empty() && !PickRow(command.argument)) return;
+  screens_.Do([this] { Main().btnLoadClick(); });
+}
+
+void Session::Add(const Command& command) {
+  frontEnd_.SetReport(command.report);
+  if (auto* routes = AtRoutes()) screens_.Do([routes] { routes->cmdAddRoutesClick(); });
+}
+
+void Session::Clean(const Command&) {
+  if (auto* routes = AtRoutes()) screens_.Do([routes] { routes->btnCleanClick(); });
+}
+
+void Session::ChangeOptions(const Command& command) {
+  screens_.Do([this] { Main().btnOptionsClick(); });
+  auto& options = dynamic_cast<OptionsScreen&>(*screens_.Top());
+  screens_.Do([&] {
+    if (command.game) options.SetTSPath(AbsoluteHostPath(*command.game));
+    if (command.shortcut) options.chkShortcut = *command.shortcut;
+    command.cancel ? options.btnCancelClick() : options.btnOKClick();
+  });
+}
+
+void Session::MakeList(const Command&) {
+  screens_.Do([this] { Main().Command1Click(); });
+}
+
+void Session::Help(const Command& command) {
+  if (command.argument.empty() || EqualNoCase(command.argument, "frmMain")) {
+    screens_.Do([this] { Main().btnHelpClick(); });
+  } else if (!EqualNoCase(command.argument, "frmRoutes")) {
+    throw CommandLineEnd("there is no help for " + command.argument + "\n", false);
+  } else if (auto* routes = AtRoutes()) {
+    screens_.Do([routes] { routes->btnHelpClick(); });
+  }
+}
+
+}  // namespace quillon

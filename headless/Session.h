@@ -1,0 +1,65 @@
+// One process of the program without a screen: runs commands as a user's clicks would.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+#include "headless/CommandLine.h"
+#include "headless/HeadlessFrontEnd.h"
+#include "headless/Output.h"
+
+namespace quillon {
+
+class MainScreen;
+class RoutesScreen;
+
+/// The exit statuses.
+inline constexpr int kDone = 0, kFailed = 1, kWrongCommandLine = 2, kRefused = 3;
+
+class Session {
+ public:
+  /// `output` outlives the session.
+  Session(const Options& options, Output& output);
+
+  /// Runs a command to its end and returns the exit status; a run-time error is reported and ends the session.
+  int Run(const Command& command);
+
+ private:
+  using Action = void (Session::*)(const Command&);
+  static const std::map<std::string, Action, std::less<>>& Actions();
+
+  int Execute(const Command& command);
+  int RunScript(const Command& command);
+  bool StartUp();
+  bool AtMain();
+  RoutesScreen* AtRoutes();
+  MainScreen& Main();
+  int Status();
+  void Report(const class RunTimeError& error);
+  void RefuseRow(std::string_view name);
+  bool PickRow(const std::string& name);
+
+  void Setup(const Command& command);
+  void Sample(const Command& command);
+  void Start(const Command& command);
+  void Routes(const Command& command);
+  void Pick(const Command& command);
+  void Info(const Command& command);
+  void Load(const Command& command);
+  void Add(const Command& command);
+  void Clean(const Command& command);
+  void ChangeOptions(const Command& command);
+  void MakeList(const Command& command);
+  void Help(const Command& command);
+
+  const Options options_;
+  Output& output_;
+  HeadlessFrontEnd frontEnd_;
+  RunningProgram program_;
+  OpenScreens& screens_;
+  bool started_ = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,53 @@
+#include "headless/Setup.h"
+
+#include <filesystem>
+
+#include "catalogue/DefaultFileScan.h"
+#include "catalogue/GameFolders.h"
+#include "core/Text.h"
+#include "core/host/Desktop.h"
+#include "desktop/Shortcut.h"
+
+namespace quillon {
+namespace {
+
+/// A user's files, and lists that were filled from the user's game, stay.
+void LayTree(Files& files, const std::string& source, const std::string& target) {
+  files.MakeFolders(target);
+  std::vector<FoundFile> found;
+  RaiseFileError(files.Host().Find(source + "\\*.*", found), source);
+  for (const auto& entry : found) {
+    if (entry.dots()) continue;
+    const std::string from = source + "\\" + entry.name, to = target + "\\" + entry.name;
+    if (entry.folder())
+      LayTree(files, from, to);
+    else if (!files.FileExists(to))
+      files.FileCopy(from, to);
+  }
+}
+
+}  // namespace
+
+std::string DeliveredTree() {
+  namespace fs = std::filesystem;
+  const fs::path programs = ExecutableFolder();
+  std::error_code failed;
+  for (const auto& folder : {programs / "../share/quillon", programs / "delivered"})
+    if (fs::is_directory(folder / "resources", failed)) return fs::canonical(folder, failed).string();
+  return {};
+}
+
+void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game) {
+  program.Step("Laying out the application folder");
+  if (deliveredTree.empty())
+    throw RunTimeError(ErrorNumber::PathNotFound, "share/quillon", "the delivered tree does not lie beside the program");
+  const FileSystem::Pass pass(program.files.Host());
+  LayTree(program.files, deliveredTree + "\\resources", program.app.Below("\\resources"));
+  program.registry.CreateKey(RegRoot::LocalMachine, kLarkmoorKey);
+  program.registry.CreateKey(RegRoot::LocalMachine, kQuillonKey);
+  program.Step("Making the shortcut in the programs menu");
+  MakeProgramsShortcut(program.files, program.files.Host().HostPath(program.app.DownloadedRoutes()));
+  if (game && StoreGameFolder(program, AbsoluteHostPath(*game))) DefaultFileScan(program).DeriveLists();
+}
+
+}  // namespace quillon

@@ -1,0 +1,27 @@
+// quillon: the route manager without a screen.
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "core/host/Console.h"
+#include "headless/Session.h"
+
+int main(int argc, char** argv) {
+  using namespace quillon;
+  const std::vector<std::string> arguments = PrepareConsole(argc, argv);
+  try {
+    const CommandLine line = ParseCommandLine(arguments);
+    const auto output = line.options.json ? MakeJsonOutput(stdout) : MakeTextOutput(stdout, IsTerminal(stdout));
+    return Session(line.options, *output).Run(line.command);
+  } catch (const CommandLineEnd& end) {
+    std::fputs(end.what(), end.help ? stdout : stderr);
+    const int status = end.help ? kDone : kWrongCommandLine;
+    const bool json = std::find(arguments.begin(), arguments.end(), "--json") != arguments.end();
+    if (json && !end.help) MakeJsonOutput(stdout)->Put({{"event", "end"}, {"status", status}});
+    return status;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "quillon: %s\n", error.what());
+    return kFailed;
+  }
+}

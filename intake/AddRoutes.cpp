@@ -1,0 +1,89 @@
+#include "intake/AddRoutes.h"
+
+#include <unordered_set>
+
+#include "core/Text.h"
+#include "intake/Classification.h"
+#include "intake/CompressionAndCatalogue.h"
+#include "intake/InformationExtraction.h"
+#include "intake/Previews.h"
+#include "intake/RouteRebuilding.h"
+#include "intake/RouteVerification.h"
+
+namespace quillon {
+
+void AddRoutes::Run() {
+  const FileSystem::Pass pass(state_.program.files.Host());
+  cancelCheckpoint_();
+  if (NothingToAdd()) return;
+  RefuseEqualNames();
+  Classify();
+  Rebuild();
+  RouteVerification(state_).Run();
+  InformationExtraction(state_).Run();
+  state_.progress.Value(100);
+  state_.progress.Caption("Optimizing route compression...");
+  Previews(state_).Run();
+  CompressionAndCatalogue(state_).Run();
+  RemoveWorkingZips();
+  RemoveRebuiltOriginals();
+  state_.progress.Caption("Finishing Up!");
+  TellResult();
+}
+
+bool AddRoutes::NothingToAdd() {
+  if (!state_.DownloadedZips().empty()) return false;
+  state_.progress.Caption(state_.program.shared.ZipsSetAside ? "No new routes added." : "No new routes found.");
+  state_.progress.Colour(kRed);
+  state_.progress.Value(100);
+  return true;
+}
+
+/// Where case matters to the disk, two downloads may share a zip name: one of them would be lost on the way.
+void AddRoutes::RefuseEqualNames() {
+  std::unordered_set<std::string> names;
+  for (const auto& zip : state_.DownloadedZips())
+    if (!names.insert(UpperCase(zip)).second)
+      throw RunTimeError(ErrorNumber::FileAlreadyExists, state_.Download(zip),
+                         "two downloads have names that differ in case only");
+}
+
+void AddRoutes::Classify() {
+  Classification(state_).Run();
+  state_.ListFinal.clear();
+  state_.progress.Caption("Generating route info...");
+  cancelCheckpoint_();
+  state_.progress.Value(0);
+}
+
+void AddRoutes::Rebuild() {
+  RouteRebuilding rebuilding(state_);
+  rebuilding.RebuildInnerZips();
+  rebuilding.RepackTopLevelRoutes();
+}
+
+void AddRoutes::RemoveWorkingZips() {
+  state_.program.Step("Removing the working zips");
+  for (const auto& zip : state_.ListofRouteZips) state_.KillIfThere(state_.Download(zip));
+}
+
+/// What classification copied of zips that were rebuilt before it: only true originals stay.
+void AddRoutes::RemoveRebuiltOriginals() {
+  for (const auto& folder : {state_.program.app.Installed(), state_.program.app.NotInstalled()})
+    for (const auto& name : state_.program.files.ListFiles(folder + "\\Quillon-*.*"))
+      state_.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
+}
+
+void AddRoutes::TellResult() {
+  const int count = state_.RoutesCopied;
+  if (count >= 1) {
+    state_.progress.Colour(kGreen);
+    state_.progress.Caption(count == 1 ? "Finished adding 1 new route."
+                                       : "Finished adding " + std::to_string(count) + " new routes.");
+  } else {
+    state_.progress.Caption("No new routes added.");
+  }
+  state_.progress.Value(100);
+}
+
+}  // namespace quillon

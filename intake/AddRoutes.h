@@ -1,0 +1,31 @@
+// The add-routes driver: from the zips in `downloaded_routes` to catalogued route files.
+#pragma once
+
+#include <functional>
+
+#include "intake/IntakeState.h"
+
+namespace quillon {
+
+class AddRoutes {
+ public:
+  /// `cancelCheckpoint` is asked twice on the way; whatever it does, the intake runs to its end.
+  AddRoutes(Program& program, Progress& progress, std::function<void()> cancelCheckpoint)
+      : state_(program, progress), cancelCheckpoint_(std::move(cancelCheckpoint)) {}
+
+  void Run();
+
+ private:
+  bool NothingToAdd();
+  void RefuseEqualNames();
+  void Classify();
+  void Rebuild();
+  void RemoveWorkingZips();
+  void RemoveRebuiltOriginals();
+  void TellResult();
+
+  IntakeState state_;
+  const std::function<void()> cancelCheckpoint_;
+};
+
+}  // namespace quillon

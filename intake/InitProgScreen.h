@@ -1,0 +1,35 @@
+// The model of frmInitProg: the intake while it runs, and its end.
+#pragma once
+
+#include <string>
+
+#include "core/Controls.h"
+#include "core/Screen.h"
+
+namespace quillon {
+
+class InitProgScreen : public ProgressScreen {
+ public:
+  explicit InitProgScreen(Program& program) : ProgressScreen(program, "frmInitProg") {}
+
+  Label lblMessage;
+  Button btnOK{.enabled = false};
+  /// "Show full report when finished?"
+  bool chkReport = true;
+  /// Decorative: moves the bar while the intake runs.
+  Timer Timer2{60};
+
+  /// Runs the intake to its end.
+  void Activate() override;
+  void Timer2Tick();
+  void btnOKClick();
+
+ private:
+  void CancelCheckpoint();
+
+  std::string txtCancel_ = "txtCancel";
+  int decoration_ = 0;
+  bool ran_ = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,32 @@
+// routereport.ini: the record of what became of each zip.
+#pragma once
+
+#include <string_view>
+
+#include "core/Program.h"
+
+namespace quillon {
+
+class IntakeRecord {
+ public:
+  explicit IntakeRecord(Program& program) : program_(program) {}
+
+  /// A fresh file with its five empty sections.
+  void Begin() const;
+
+  /// A route was entered: `ADD:<zip>.zip`.
+  void Added(std::string_view zip) const { Line("Added routes", "ADD:", zip, ".zip"); }
+  /// A route file stands: `ALL:<zip>.qnz`.
+  void Stands(std::string_view zip) const { Line("All installed", "ALL:", zip, ".qnz"); }
+  void ManualInstall(std::string_view zip) const { SetAside("Manual install", "EXE:", zip); }
+  void PatchOrOther(std::string_view zip) const { SetAside("Patch or other", "MSC:", zip); }
+  void BadZip(std::string_view zip) const { SetAside("Bad zips", "BAD:", zip); }
+
+ private:
+  void Line(std::string_view section, std::string_view kind, std::string_view zip, std::string_view end) const;
+  void SetAside(std::string_view section, std::string_view kind, std::string_view zip) const;
+
+  Program& program_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,95 @@
+#include "intake/Previews.h"
+
+#include <ctime>
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::uint64_t kTooSmall = 2048;  // bytes
+constexpr int kQuality = 80;
+
+/// The first four characters, not bytes.
+std::string FirstFour(std::string_view name) {
+  std::size_t at = 0;
+  for (int characters = 0; at < name.size(); ++at)
+    if ((static_cast<unsigned char>(name[at]) & 0xC0) != 0x80 && characters++ == 4) break;
+  return std::string(name.substr(0, at));
+}
+
+int CurrentMinute() {
+  const std::time_t now = std::time(nullptr);
+  return static_cast<int>(now / 60 % 60);
+}
+
+}  // namespace
+
+void Previews::Run() {
+  for (const auto& zip : state_.ListFinal) {
+    state_.program.Step("Looking for a preview of " + zip);
+    TakeReadyPreview(zip);
+    if (!PreviewFound) MakeJpegs(zip, ".gif", 50);
+  }
+  // The last route's find decides for all.
+  if (PreviewFound) return;
+  for (const auto& zip : state_.ListFinal) MakeJpegs(zip, ".bmp", 254);
+  for (const auto& zip : state_.ListFinal) ChooseAmongJpegs(zip);
+}
+
+void Previews::TakeReadyPreview(const std::string& zip) {
+  PreviewFound = false;
+  const Installation& app = state_.program.app;
+  // A route's own picture beats a hand-made one.
+  for (const auto& ready : {app.CustomPreview(zip), app.RoutePics(zip) + "\\ts" + zip + ".jpg"}) {
+    if (!state_.program.files.FileExists(ready)) continue;
+    state_.CopyOver(ready, app.Preview(zip));
+    PreviewFound = true;
+  }
+}
+
+std::vector<std::string> Previews::PicturesOf(const std::string& zip, std::string_view extension) const {
+  const std::string folder = state_.program.app.RoutePics(zip) + "\\";
+  std::vector<std::string> names;
+  for (auto& name : state_.program.files.ListFiles(folder + "*" + std::string(extension)))
+    if (state_.program.files.Size(folder + name) > kTooSmall) names.push_back(std::move(name));
+  return names;
+}
+
+void Previews::MakeJpegs(const std::string& zip, std::string_view extension, int mostRandom) {
+  const std::string folder = state_.program.app.RoutePics(zip) + "\\";
+  for (const auto& name : PicturesOf(zip, extension)) {
+    const std::string temporary = ReplaceAll(
+        FirstFour(name) + std::to_string(CurrentMinute()) + std::to_string(state_.program.random.Whole(mostRandom)),
+        extension, "");
+    const Picture picture = Picture::Load(state_.program.files.ReadAll(folder + name), folder + name);
+    state_.program.files.WriteAll(folder + temporary + ".jpg", picture.ToJpeg(kQuality));
+    state_.progress.Yield();
+  }
+}
+
+void Previews::ChooseAmongJpegs(const std::string& zip) {
+  const std::string folder = state_.program.app.RoutePics(zip) + "\\";
+  bool a = false, b = false, c = false;
+  for (const auto& name : PicturesOf(zip, ".jpg")) {
+    const Picture::Size size = Picture::Measure(state_.program.files.ReadAll(folder + name), folder + name);
+    const std::int64_t area = std::int64_t{size.width} * size.height;
+    const auto take = [&] { state_.CopyOver(folder + name, state_.program.app.Preview(zip)); };
+    if (area > 10000 && area < 52000) {
+      take();
+      a = true;
+    }
+    if (area < 80000 && !a) {
+      take();
+      b = true;
+    }
+    if (area < 330000 && !a && !b) {
+      take();
+      c = true;
+    }
+    if (area < 490000 && !a && !b && !c) take();
+    state_.progress.Yield();
+  }
+}
+
+}  // namespace quillon

@@ -1,0 +1,203 @@
+#include "intake/RouteRebuilding.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+// Sub-archives of one folder, by name; each becomes the folder that it is called after.
+constexpr std::array<std::string_view, 15> kSubArchives = {
+    "tiles.zip",    "lo_tiles.zip", "world.zip",      "terrtex.zip", "textures.zip", "shapes.zip",  "sound.zip", "td.zip",
+    "envfiles.zip", "activities.zip", "paths.zip", "services.zip", "traffic.zip", "consists.zip", "tutor.zip"};
+
+// Terrain that the game makes again, and backups, stay out of what is rebuilt.
+constexpr std::array<std::string_view, 3> kLeftOut = {"_e.raw", "_n.raw", ".bk"};
+
+bool IsLeftOut(std::string_view path) {
+  return std::any_of(kLeftOut.begin(), kLeftOut.end(), [&](std::string_view end) { return path.ends_with(end); });
+}
+
+}  // namespace
+
+ArchiveReader RouteRebuilding::SilentReader() {
+  ArchiveReader reader(state_.program.files, [] {});
+  reader.OnProgress = [this](const ArchiveReader&) { state_.progress.Yield(); };
+  return reader;
+}
+
+void RouteRebuilding::RebuildInnerZips() {
+  const std::size_t count = state_.ListofRouteZips.size();
+  for (std::size_t i = 0; i < count; ++i) {
+    state_.progress.Detail(i, count, "zips");
+    Rebuild(std::string(state_.ListofRouteZips[i]));
+  }
+}
+
+void RouteRebuilding::Rebuild(const std::string& zip) {
+  state_.program.Step("Rebuilding " + zip + ".zip");
+  if (!FindInnerZip(zip)) return;
+  const std::string rebuilt = state_.Download("Quillon-" + zip);
+  if (state_.program.files.FileExists(rebuilt)) throw RunTimeError(ErrorNumber::FileAlreadyExists, rebuilt);
+
+  workFolder_ = FreeWorkFolder(zip);
+  state_.program.files.MakeFolders(workFolder_);
+  OpenInnerZip();
+  state_.progress.Caption("Recreating Route file structure...");
+  SpecialZip = std::find(kSubArchives.begin(), kSubArchives.end(), FileNameOf(InsideZip)) != kSubArchives.end();
+  if (!SpecialZip) {
+    FindStripPrefix();
+    state_.progress.Caption("Creating paths for " + zip + "...");
+    CreatePaths();
+  }
+  state_.progress.Caption("Reticulating fractal spline curves...");
+  state_.progress.Caption("Restructuring " + zip + "...");
+  WriteRebuilt(zip);
+  SpecialZip = false;
+  state_.program.files.DelTree(workFolder_);
+  // Longer by the bare prefix, which no later pass finds a file for.
+  state_.ListofRouteZips.emplace_back("Quillon-");
+}
+
+bool RouteRebuilding::FindInnerZip(const std::string& zip) {
+  outer_.InputFile = state_.Download(zip);
+  outer_.ReadDirectory();
+  insideIndex_ = -1;
+  for (int i = 0; i < outer_.EntryCount(); ++i) {
+    std::string entry = outer_.LowerName(i);
+    if (!Contains(entry, ".zip")) continue;
+    InsideZip = std::move(entry);
+    insideIndex_ = i;
+  }
+  return insideIndex_ >= 0;
+}
+
+std::string RouteRebuilding::FreeWorkFolder(const std::string& zip) const {
+  // `route.zip` would get the working route itself, and a folder that stands there already is not ours to delete.
+  const std::string wanted = state_.program.BelowGame("\\routes\\Quillon-" + zip);
+  std::string folder = wanted;
+  const bool isWorkingRoute = EqualNoCase(folder, state_.program.BelowGame(kWorkingRoute));
+  for (int i = 2; (i == 2 && isWorkingRoute) || state_.program.files.FileExists(folder); ++i)
+    folder = wanted + "~" + std::to_string(i);
+  return folder;
+}
+
+void RouteRebuilding::OpenInnerZip() {
+  // Only the inner zip is laid out; all else travels from archive to archive as it is packed.
+  outer_.OutputFolder = workFolder_ + "\\";
+  outer_.KeepFolders = true;
+  outer_.Place({{insideIndex_, InnerZipPath()}});
+  inner_.InputFile = InnerZipPath();
+  inner_.ReadDirectory();
+}
+
+void RouteRebuilding::FindStripPrefix() {
+  for (int i = 0; i < inner_.EntryCount(); ++i) {
+    const std::string entry = inner_.LowerName(i);
+    if (const auto at = entry.find("\\tiles\\"); at != entry.npos) {
+      StripPrefix = entry.substr(0, at + 1);
+      return;
+    }
+    // At the top the first letter of "tiles" is taken for the backslash: routes of old have these paths.
+    if (const auto at = entry.find("tiles\\"); at != entry.npos) StripPrefix = entry.substr(0, at + 1);
+  }
+}
+
+void RouteRebuilding::CreatePaths() {
+  lstRouteStrippedPath.clear();
+  lstUnzipThese.clear();
+  for (int i = 0; i < inner_.EntryCount(); ++i) {
+    const std::string entry = inner_.LowerName(i);
+    const std::string stripped =
+        Contains(entry, StripPrefix) ? entry.substr(std::min(StripPrefix.size(), entry.size())) : entry;
+    if (IsLeftOut(stripped) || stripped.ends_with('\\') || stripped.empty()) continue;
+    lstRouteStrippedPath.push_back(stripped);
+    lstUnzipThese.push_back(i);
+  }
+}
+
+void RouteRebuilding::WriteRebuilt(const std::string& zip) {
+  ArchiveWriter writer(state_.program.files);
+  writer.ArchiveFile = state_.program.app.DownloadedRoutes() + "\\" + zip + ".tmp";
+  writer.OnProgress = [this](const ArchiveWriter& running) {
+    state_.progress.Detail(running.BytesDone(), running.BytesToDo(), "bytes");
+    state_.progress.Yield();
+  };
+  writer.ClearFiles();
+  writer.PrepareRebuild(workFolder_ + "\\");
+  SpecialZip ? AddSubArchive(writer) : AddWholeRoute(writer);
+  state_.program.files.RequireRoom(writer.ArchiveFile, writer.BytesToDo());
+  writer.Zip();
+  state_.program.files.KillReadOnly(state_.Download(zip));
+  state_.program.files.Rename(writer.ArchiveFile, state_.Download("Quillon-" + zip));
+}
+
+void RouteRebuilding::AddWholeRoute(ArchiveWriter& writer) {
+  for (int i = 0; i < outer_.EntryCount(); ++i) {
+    const std::string name = outer_.LowerName(i);
+    if (name != InsideZip && !name.ends_with('\\')) writer.AddEntry(outer_, i, name);
+  }
+  for (std::size_t i = 0; i < lstUnzipThese.size(); ++i)
+    writer.AddEntry(inner_, lstUnzipThese[i], lstRouteStrippedPath[i]);
+}
+
+void RouteRebuilding::AddSubArchive(ArchiveWriter& writer) {
+  const std::string InsiderPath = InsideZip.substr(0, InsideZip.size() - 4);
+  for (int i = 0; i < outer_.EntryCount(); ++i) {
+    const std::string& name = outer_.Entries()[static_cast<std::size_t>(i)].name;
+    const std::string lower = LowerCase(name);
+    if (lower != InsideZip && !lower.ends_with('\\') && !IsLeftOut(lower)) writer.AddEntry(outer_, i, name);
+  }
+  for (int i = 0; i < inner_.EntryCount(); ++i) {
+    const auto& entry = inner_.Entries()[static_cast<std::size_t>(i)];
+    if (!entry.folder() && !IsLeftOut(LowerCase(entry.name)))
+      writer.AddEntry(inner_, i, InsiderPath + "\\" + std::string(FileNameOf(entry.name)));
+  }
+}
+
+void RouteRebuilding::RepackTopLevelRoutes() {
+  for (const auto& zip : state_.ListofRouteZips)
+    if (state_.program.files.FileExists(zip)) Repack(zip);
+  state_.ListofRouteZips.clear();
+}
+
+bool RouteRebuilding::HasTilesFolder() {
+  for (int i = 0; i < outer_.EntryCount(); ++i) {
+    if (state_.BadZipFlag)
+      state_.BadZipFlag = false;
+    else if (Contains(outer_.LowerName(i), "\\tiles\\"))
+      return true;
+  }
+  return false;
+}
+
+void RouteRebuilding::Repack(const std::string& zip) {
+  if (!state_.program.files.FileExists(state_.Download(zip))) return;
+  state_.program.Step("Repacking " + zip + ".zip");
+  outer_.InputFile = state_.Download(zip);
+  outer_.ReadDirectory();
+  if (HasTilesFolder()) return;
+  workFolder_ = FreeWorkFolder(zip);
+  outer_.OutputFolder = workFolder_ + "\\";
+  outer_.KeepFolders = true;
+  outer_.ClearFilters();
+  outer_.AddFilter("*");
+  outer_.Extract();
+
+  ArchiveWriter writer(state_.program.files);
+  writer.ArchiveFile = workFolder_ + "\\Quillon-" + zip + ".tmp";
+  writer.PrepareRebuild(workFolder_ + "\\");
+  for (const auto& entry : outer_.Entries())
+    if (!IsLeftOut(entry.name) && !entry.folder()) writer.AddFiles(workFolder_ + "\\" + entry.name);
+  writer.Zip();
+  const std::string repacked = workFolder_ + "\\Quillon-" + zip + ".zip";
+  state_.program.files.Rename(writer.ArchiveFile, repacked);
+  state_.program.files.KillReadOnly(state_.Download(zip));
+  state_.program.files.FileCopy(repacked, state_.Download(zip));
+  state_.program.files.DelTree(workFolder_);
+  state_.progress.Caption("Analyzing route structure...");
+}
+
+}  // namespace quillon

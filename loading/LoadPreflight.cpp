@@ -1,0 +1,91 @@
+#include "loading/LoadPreflight.h"
+
+#include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
+#include "loading/Materialisation.h"
+
+namespace quillon {
+
+void LoadPreflight::Run() {
+  RequireFolders();
+  ReadLists();
+  RefuseImpossiblePaths();
+  RefuseTakenBackups();
+  RequireRoom();
+}
+
+void LoadPreflight::RequireFolders() {
+  if (!files_.IsPathAFolder(WorkingRoute)) throw RunTimeError(ErrorNumber::PathNotFound, WorkingRoute);
+  for (const auto* folder : {"\\ACTIVITIES", "\\PATHS", "\\SERVICES", "\\TRAFFIC"}) {
+    const std::string path = WorkingRoute + folder;
+    if (files_.FileExists(path) && !files_.IsPathAFolder(path))
+      throw RunTimeError(ErrorNumber::PathFileAccessError, path, "a file stands where a folder is wanted");
+  }
+  const std::string consists = CutBackslash(program_.BelowGame(kGameConsists));
+  const bool bringsConsists = files_.FileExists(program_.app.Consists(program_.shared.LoadZip) + "\\*.con");
+  if (bringsConsists && !files_.IsPathAFolder(consists)) throw RunTimeError(ErrorNumber::PathNotFound, consists);
+}
+
+void LoadPreflight::ReadLists() {
+  for (const auto& line : Lines(files_.ReadAll(program_.app.CurrentList())))
+    if (!line.empty()) removed_.insert(UpperCase(line));
+  for (const auto& line : Lines(files_.ReadAll(program_.app.DefaultList()))) {
+    if (line.empty() || !files_.FileExists(line)) continue;
+    removed_.insert(UpperCase(line));
+    restored_.insert(UpperCase(ReplaceAll(line, kBackupPrefix, "")));
+  }
+}
+
+bool LoadPreflight::StandsAfterwards(const std::string& path) {
+  const std::string upper = UpperCase(path);
+  if (restored_.contains(upper)) return true;
+  return files_.FileExists(path) && !removed_.contains(upper);
+}
+
+void LoadPreflight::RefuseImpossiblePaths() {
+  const auto refuse = [](const std::string& path) {
+    throw RunTimeError(ErrorNumber::PathFileAccessError, path, "a file and a folder want the same name");
+  };
+  if (const std::string name = archive_.FileWhereFolderIsWanted(); !name.empty())
+    refuse(archive_.InputFile + "\\" + name);
+  std::unordered_set<std::string> folders;
+  for (const auto& path : map_.lstRouteStrippedPath) {
+    // Cutting the route's root off can lay bare what the whole name hid.
+    if (const char* harm = HarmIn(path)) throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile, harm);
+    if (files_.IsPathAFolder(WorkingRoute + "\\" + path)) refuse(WorkingRoute + "\\" + path);
+    for (auto at = path.find('\\'); at != path.npos; at = path.find('\\', at + 1)) {
+      const std::string folder = WorkingRoute + "\\" + path.substr(0, at);
+      if (!folders.insert(folder).second) continue;
+      if (StandsAfterwards(folder) && !files_.IsPathAFolder(folder)) refuse(folder);
+    }
+  }
+}
+
+/// Each covered file needs its backup name free; a path that comes twice covers itself.
+void LoadPreflight::RefuseTakenBackups() {
+  std::unordered_map<std::string, int> renames;
+  for (const auto& stripped : map_.lstRouteStrippedPath) {
+    const std::string path = WorkingRoute + "\\" + stripped;
+    const auto [at, isFirst] = renames.try_emplace(stripped, 0);
+    if (isFirst ? StandsAfterwards(path) : true) ++at->second;
+    if (at->second == 0) continue;
+    const std::string backup = BackupPath(WorkingRoute, stripped);
+    if (at->second > 1 || StandsAfterwards(backup))
+      throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
+                         "a default file can't be kept under this name; Clean puts the working route in order");
+  }
+}
+
+void LoadPreflight::RequireRoom() {
+  std::uint64_t needed = 0, freed = 0;
+  for (const int entry : map_.entries) needed += archive_.Entries()[static_cast<std::size_t>(entry)].size;
+  // Only worth adding up when it is tight.
+  if (needed <= files_.Host().FreeSpace(WorkingRoute)) return;
+  for (const auto& path : removed_) {
+    std::uint64_t size = 0;
+    if (files_.Host().GetSize(path, size) == FileCode::Ok) freed += size;
+  }
+  files_.RequireRoom(WorkingRoute, needed > freed ? needed - freed : 0);
+}
+
+}  // namespace quillon

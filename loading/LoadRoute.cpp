@@ -1,0 +1,144 @@
+#include "loading/LoadRoute.h"
+
+#include "catalogue/CustomFolders.h"
+#include "loading/LoadPreflight.h"
+#include "loading/Materialisation.h"
+#include "loading/PreviousRoute.h"
+#include "loading/TerrainCache.h"
+
+namespace quillon {
+namespace {
+
+std::string_view SizeMessage(int entryCount) {
+  if (entryCount >= 1999)
+    return "Due to the massive size of this particular route file, it's going to take a LONG time to load.";
+  if (entryCount > 1700)
+    return "Due to the huge size of this particular route file, it will take a lot longer to load than others.";
+  if (entryCount > 800)
+    return "Due to the large size of this particular route file, it may take a bit longer to load than others.";
+  return {};
+}
+
+}  // namespace
+
+LoadRoute::LoadRoute(Program& program, Progress& progress, LoadTexts& texts)
+    : program_(program),
+      progress_(progress),
+      texts_(texts),
+      catalogue_(program),
+      unzip1_(program.files),
+      LoadZip(program.shared.LoadZip) {}
+
+void LoadRoute::Run() {
+  const FileSystem::Pass pass(program_.files.Host());
+  ClearFlags();
+  OpenRoute();
+  SetSizeMessage();
+  RefuseWhatWouldFail();
+  PutAwayPreviousRoute();
+  RemovePreviousFiles();
+  ExchangeTerrain();
+  PlaceRoute();
+  CopySavesBack();
+  LayOverTheRest();
+  RecordLoad();
+  Finish();
+}
+
+void LoadRoute::ClearFlags() {
+  program_.shared.CustomConsistsAdded = program_.shared.CustomMessagePending = program_.shared.CheckTrains = false;
+  progress_.Maximum(100);
+  progress_.Value(0);
+  program_.shared.TrainSimPath = program_.ini.ReadIni("TrainSim", "Path", kNoData, program_.app.SettingsIni());
+  WorkingRoute = program_.BelowGame("\\Routes\\Quillon-route");
+}
+
+void LoadRoute::OpenRoute() {
+  program_.Step("Reading the route file of " + LoadZip);
+  unzip1_.InputFile = program_.app.RouteFile(LoadZip);
+  unzip1_.KeepFolders = false;
+  unzip1_.ReadDirectory();
+  map_ = MapRoute(unzip1_);
+}
+
+void LoadRoute::SetSizeMessage() { texts_.SetFirstMessage(SizeMessage(unzip1_.EntryCount())); }
+
+void LoadRoute::RefuseWhatWouldFail() {
+  program_.Step("Making sure that the route can be loaded");
+  LoadPreflight(program_, WorkingRoute, unzip1_, map_).Run();
+}
+
+void LoadRoute::PutAwayPreviousRoute() {
+  PreviousRoute previous(program_, WorkingRoute);
+  program_.Step("Putting the previous route away");
+  previous.PutAway();
+  previous.EmptyActivityFolders();
+}
+
+void LoadRoute::RemovePreviousFiles() {
+  PreviousRoute previous(program_, WorkingRoute);
+  program_.Step("Removing the files of the previous route");
+  previous.RemoveLoadedFiles();
+  program_.Step("Giving back the default files");
+  previous.GiveBackDefaultFiles();
+}
+
+void LoadRoute::ExchangeTerrain() {
+  program_.Step("Exchanging the terrain files");
+  texts_.SetTerrainInfo({}, false);
+  texts_.ShowRoute();
+  TerrainCache(program_, WorkingRoute).Clear();
+  progress_.Caption("Initializing parameters...");
+}
+
+void LoadRoute::PlaceRoute() {
+  Materialisation material(program_, progress_, WorkingRoute, LoadZip);
+  program_.Step("Listing the files of the route");
+  material.WriteCurrentList(map_);
+  MakeCustomFolders(program_, LoadZip);
+  progress_.Caption("Transferring route data...");
+  program_.Step("Extracting the route");
+  material.PlaceRouteFiles(unzip1_, map_);
+  progress_.Caption("Transferring activity data...");
+  program_.Step("Copying the activities");
+  material.CopyActivities();
+  progress_.Value(100);
+  progress_.Caption("Transferring path data...");
+  program_.Step("Copying the consists");
+  material.CopyConsists();
+}
+
+void LoadRoute::CopySavesBack() {
+  program_.Step("Copying the saved activities");
+  program_.files.MakeFolderIfMissing(program_.BelowGame(kWorkingSaves));
+  program_.files.CopyAllFiles(program_.app.Saves(LoadZip) + "\\", program_.BelowGame(kWorkingSaves) + "\\", "*.sav");
+}
+
+void LoadRoute::LayOverTheRest() {
+  Materialisation material(program_, progress_, WorkingRoute, LoadZip);
+  program_.Step("Copying the track textures");
+  material.CopyTrackTextures();
+  program_.Step("Copying extras and custom files");
+  material.CopyExtras();
+  material.CopyCustomFiles();
+  material.SpreadCustomAndStuffed();
+  progress_.Caption("Processing custom instructions...");
+}
+
+void LoadRoute::RecordLoad() {
+  program_.Step("Recording the load");
+  catalogue_.WriteCurrent("Loaded", LoadZip);
+}
+
+void LoadRoute::Finish() {
+  const std::string& name = program_.shared.LoadRouteName;
+  texts_.ShowResult(name + " is now loaded into Train Simulator.\r\n\r\n"
+                    "Click 'Exit' to close Quillon, and then start Train Simulator to drive the route.\r\n\r\n" + name +
+                    " will remain as a drivable route in Train Simulator until you decide to load another route with "
+                    "Quillon.");
+  progress_.Value(100);
+  progress_.Colour(kGreen);
+  progress_.Caption("Finished loading route!");
+}
+
+}  // namespace quillon

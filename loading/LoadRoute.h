@@ -1,0 +1,60 @@
+// The load driver: puts the previous route away and builds the new one in the working folder.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "catalogue/Catalogue.h"
+#include "core/Program.h"
+#include "core/Progress.h"
+#include "core/archive/ArchiveReader.h"
+#include "loading/RouteMap.h"
+
+namespace quillon {
+
+/// The four texts of the load's screen.
+class LoadTexts {
+ public:
+  virtual ~LoadTexts() = default;
+  virtual void SetFirstMessage(std::string_view text) = 0;
+  /// The route's name and the size message, together.
+  virtual void ShowRoute() = 0;
+  virtual void SetTerrainInfo(std::string_view text, bool visible) = 0;
+  /// Hides the others.
+  virtual void ShowResult(std::string_view text) = 0;
+};
+
+/// One load, from top to bottom. It can't be cancelled and undoes nothing; the two lists on disk and the order of its
+/// steps make it safe to repeat. `[Current]` "Loaded" is written last.
+class LoadRoute {
+ public:
+  LoadRoute(Program& program, Progress& progress, LoadTexts& texts);
+
+  /// `LoadZip` and `LoadRouteName` of the shared state say which route.
+  void Run();
+
+ private:
+  void ClearFlags();
+  void OpenRoute();
+  void SetSizeMessage();
+  void RefuseWhatWouldFail();
+  void PutAwayPreviousRoute();
+  void RemovePreviousFiles();
+  void ExchangeTerrain();
+  void PlaceRoute();
+  void CopySavesBack();
+  void LayOverTheRest();
+  void RecordLoad();
+  void Finish();
+
+  Program& program_;
+  Progress& progress_;
+  LoadTexts& texts_;
+  Catalogue catalogue_;
+  ArchiveReader unzip1_;
+  RouteMap map_;
+  const std::string LoadZip;
+  std::string WorkingRoute;
+};
+
+}  // namespace quillon

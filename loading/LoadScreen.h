@@ -1,0 +1,52 @@
+// The model of frmLoad: a load while it runs, and its end.
+#pragma once
+
+#include <string_view>
+
+#include "core/Controls.h"
+#include "core/Screen.h"
+#include "loading/LoadRoute.h"
+
+namespace quillon {
+
+class LoadScreen : public ProgressScreen, private LoadTexts {
+ public:
+  explicit LoadScreen(Program& program) : ProgressScreen(program, "frmLoad") {}
+
+  Label lblRouteName{"", false}, lblFirstMessage{"", false}, lblTerrainInfo{"", false}, lblMessage{"", false};
+  Button btnOK{.enabled = false};
+
+  /// Runs the load to its end.
+  void Activate() override {
+    if (ran_) return;
+    ran_ = true;
+    SetLabel("lblRouteName", lblRouteName, program_.shared.LoadRouteName, false);
+    LoadRoute(program_, *this, *this).Run();
+    btnOK.enabled = true;
+  }
+
+  void btnOKClick() { program_.stage.Unload(Name()); }
+
+ private:
+  void SetFirstMessage(std::string_view text) override {
+    SetLabel("lblFirstMessage", lblFirstMessage, std::string(text), false);
+  }
+  void ShowRoute() override {
+    SetLabel("lblRouteName", lblRouteName, lblRouteName.text, true);
+    SetLabel("lblFirstMessage", lblFirstMessage, lblFirstMessage.text, true);
+  }
+  void SetTerrainInfo(std::string_view text, bool visible) override {
+    SetLabel("lblTerrainInfo", lblTerrainInfo, std::string(text), visible);
+  }
+  void ShowResult(std::string_view text) override {
+    SetLabel("lblMessage", lblMessage, std::string(text), false);
+    SetLabel("lblRouteName", lblRouteName, lblRouteName.text, false);
+    SetLabel("lblTerrainInfo", lblTerrainInfo, lblTerrainInfo.text, false);
+    SetLabel("lblFirstMessage", lblFirstMessage, lblFirstMessage.text, false);
+    SetLabel("lblMessage", lblMessage, std::string(text), true);
+  }
+
+  bool ran_ = false;
+};
+
+}  // namespace quillon

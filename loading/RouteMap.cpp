@@ -1,0 +1,63 @@
+#include "loading/RouteMap.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+using Names = std::vector<std::string>;
+
+std::optional<std::string> PrefixBefore(const Names& names, std::string_view innerFolder) {
+  for (const auto& name : names)
+    if (const auto at = name.find(innerFolder); at != name.npos) return name.substr(0, at + 1);
+  return std::nullopt;
+}
+
+bool AnyBeginsWith(const Names& names, std::string_view start) {
+  return std::any_of(names.begin(), names.end(), [&](const std::string& name) { return name.starts_with(start); });
+}
+
+/// Tiles are trusted over world files, and a match deeper down over one at the top.
+std::string FindRoot(const Names& names) {
+  if (const auto prefix = PrefixBefore(names, "\\tiles\\")) return *prefix;
+  if (AnyBeginsWith(names, "tiles\\")) return {};
+  return PrefixBefore(names, "\\world\\").value_or("");
+}
+
+/// Terrain and backups never enter the working folder; consists travel apart.
+bool IsRefused(const std::string& path) {
+  static constexpr std::array<std::string_view, 5> kRefused = {"_e.raw", "_n.raw", ".bk", "\\", ".con"};
+  return path.empty() ||
+         std::any_of(kRefused.begin(), kRefused.end(), [&](std::string_view end) { return path.ends_with(end); });
+}
+
+}  // namespace
+
+RouteMap MapRoute(const ArchiveReader& archive) {
+  Names names;
+  names.reserve(archive.Entries().size());
+  for (int i = 0; i < archive.EntryCount(); ++i) names.push_back(archive.LowerName(i));
+
+  RouteMap map;
+  map.RouteRootPrefix = FindRoot(names);
+  const std::size_t cut = map.RouteRootPrefix.size();
+  // Of entries with one stored name the last is what an extraction by name leaves.
+  std::unordered_map<std::string_view, int> lastOf;
+  for (int i = 0; i < archive.EntryCount(); ++i) lastOf[names[static_cast<std::size_t>(i)]] = i;
+  for (const auto& name : names) {
+    std::string path = Contains(name, map.RouteRootPrefix) ? name.substr(std::min(cut, name.size())) : name;
+    if (IsRefused(path)) continue;
+    map.lstRouteStrippedPath.push_back(std::move(path));
+    map.lstUnzipThese.push_back(name);
+    map.entries.push_back(lastOf[name]);
+  }
+  return map;
+}
+
+}  // namespace quillon

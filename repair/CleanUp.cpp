@@ -1,0 +1,102 @@
+#include "repair/CleanUp.h"
+
+#include <array>
+
+#include "catalogue/Saves.h"
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+constexpr int kBarMaximum = 5440;  // whatever copyfiles.tsl holds
+
+/// Where a default file goes: the game's folder in front of it becomes the working route.
+std::string DestinationOf(const std::string& line) {
+  std::string path = line;
+  for (const auto source : {"TEMPLATE", "Routes\\EUROPE1", "Routes\\EUROPE2", "Routes\\JAPAN1", "Routes\\JAPAN2",
+                            "Routes\\USA1", "Routes\\USA2"})
+    path = ReplaceAll(path, source, kWorkingRoute);
+  return path;
+}
+
+}  // namespace
+
+void CleanUp::Run() {
+  const FileSystem::Pass pass(files_.Host());
+  program_.shared.ReturnToCleanUp = false;
+  RequireSources();
+  RemoveWorkingRoute();
+  MakeFolders();
+  progress_.Maximum(kBarMaximum);
+  CopyGameFolders();
+  CopyDefaultFiles();
+  RescueLoadedSaves();
+  ResetLists();
+  catalogue_.WriteCurrent("Loaded", kNoData);
+}
+
+/// What would end the run halfway is missed before the first change.
+void CleanUp::RequireSources() {
+  program_.Step("Making sure that the working route can be rebuilt");
+  program_.shared.TrainSimPath = program_.ini.ReadIni("TrainSim", "Path", kNoData, program_.app.SettingsIni());
+  if (!files_.IsPathAFolder(program_.BelowGame("\\ROUTES")))
+    throw RunTimeError(ErrorNumber::PathNotFound, program_.BelowGame("\\ROUTES"));
+  const std::string masters = program_.app.MiscInfo();
+  for (const auto& file : {program_.app.CopyFilesList(), masters + "\\current.tsl", masters + "\\default.tsl"})
+    if (!files_.FileExists(file)) throw RunTimeError(ErrorNumber::FileNotFound, file);
+}
+
+void CleanUp::RemoveWorkingRoute() {
+  program_.Step("Removing the working route");
+  files_.DelTree(program_.BelowGame(kWorkingRoute));
+  progress_.Yield();
+}
+
+void CleanUp::MakeFolders() {
+  program_.Step("Making the folders of the working route");
+  for (const auto folder : kWorkingRouteFolders)
+    files_.MakeFolder(program_.BelowGame(kWorkingRoute) + std::string(folder));
+  progress_.Yield();
+}
+
+void CleanUp::CopyGameFolders() {
+  program_.Step("Copying the game's common files");
+  const std::string route = program_.BelowGame(kWorkingRoute);
+  files_.CopyAllFiles(program_.BelowGame("\\TEMPLATE\\"), route + "\\", "*.*");
+  files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", program_.BelowGame("\\Quillon_Extras\\EnvFiles\\"), "*.*");
+  files_.CopyAllFiles(program_.BelowGame("\\Global\\Shapes\\"), route + "\\Shapes\\", "*.*");
+  files_.CopyAllFiles(program_.BelowGame("\\Global\\Textures\\"), route + "\\Textures\\", "*.*");
+}
+
+void CleanUp::CopyDefaultFiles() {
+  program_.Step("Copying the default files");
+  const auto lines = Lines(files_.ReadAll(program_.app.CopyFilesList()));
+  int value = 0;
+  std::uint64_t done = 0;
+  for (const auto& line : lines) {
+    const std::string source = program_.shared.TrainSimPath + "\\" + line;
+    if (!line.empty() && files_.FileExists(source)) {
+      progress_.Value(++value);
+      files_.FileCopy(source, program_.BelowGame(DestinationOf(line)));
+    }
+    if (++done % 32 == 0 || done == lines.size()) {
+      progress_.Detail(done, lines.size(), "files");
+      progress_.Yield();
+    }
+  }
+}
+
+void CleanUp::RescueLoadedSaves() {
+  program_.Step("Putting the saved activities away");
+  const std::string loaded = catalogue_.Loaded();
+  if (loaded != kNoData) RescueSaves(program_, loaded);
+}
+
+void CleanUp::ResetLists() {
+  program_.Step("Resetting the lists of the working route");
+  const std::string masters = program_.app.MiscInfo() + "\\";
+  files_.FileCopy(masters + "current.tsl", program_.app.CurrentList());
+  files_.FileCopy(masters + "default.tsl", program_.app.DefaultList());
+}
+
+}  // namespace quillon

@@ -1,0 +1,32 @@
+// Clean-up: throws the working route away and builds it again from the game's own files.
+#pragma once
+
+#include "catalogue/Catalogue.h"
+#include "core/Program.h"
+#include "core/Progress.h"
+
+namespace quillon {
+
+class CleanUp {
+ public:
+  CleanUp(Program& program, Progress& progress)
+      : program_(program), files_(program.files), progress_(progress), catalogue_(program) {}
+
+  void Run();
+
+ private:
+  void RequireSources();
+  void RemoveWorkingRoute();
+  void MakeFolders();
+  void CopyGameFolders();
+  void CopyDefaultFiles();
+  void RescueLoadedSaves();
+  void ResetLists();
+
+  Program& program_;
+  Files& files_;
+  Progress& progress_;
+  Catalogue catalogue_;
+};
+
+}  // namespace quillon

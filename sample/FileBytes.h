@@ -1,0 +1,20 @@
+// Stand-ins for the game's binary files, with sizes and compressibility like the real ones.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "sample/Numbers.h"
+
+namespace quillon {
+
+/// .ace: image-like data, a bit more than half of it incompressible.
+std::string TextureBytes(Numbers numbers, std::size_t size);
+/// _y.raw, _e.raw, _n.raw: heights of a terrain; deflate leaves a third.
+std::string TerrainBytes(Numbers numbers, std::size_t size);
+/// .s and .t: half of it incompressible.
+std::string ShapeBytes(Numbers numbers, std::size_t size);
+/// .wav: 16-bit mono, 22,050 Hz; deflate leaves about three quarters.
+std::string SoundBytes(Numbers numbers, std::size_t size);
+
+}  // namespace quillon

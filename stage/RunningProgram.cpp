@@ -1,0 +1,51 @@
+#include "stage/RunningProgram.h"
+
+#include <stdexcept>
+#include <utility>
+
+#include "catalogue/MainScreen.h"
+#include "catalogue/Notices.h"
+#include "catalogue/OptionsScreen.h"
+#include "intake/InitProgScreen.h"
+#include "intake/RoutesScreen.h"
+#include "intake/ZipTriage.h"
+#include "loading/LoadScreen.h"
+#include "repair/CleanUpScreen.h"
+
+namespace quillon {
+namespace {
+
+std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
+  if (name == "frmMain") return std::make_unique<MainScreen>(program);
+  if (name == "frmOptions") return std::make_unique<OptionsScreen>(program);
+  if (name == "frmWelcome") return std::make_unique<WelcomeScreen>(program);
+  if (name == "frmNoAct") return std::make_unique<NoActScreen>(program);
+  if (name == "frmRoutes") return std::make_unique<RoutesScreen>(program);
+  if (name == "frmZipCheck") return std::make_unique<ZipCheckScreen>(program);
+  if (name == "frmInitProg") return std::make_unique<InitProgScreen>(program);
+  if (name == "frmLoad") return std::make_unique<LoadScreen>(program);
+  if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);
+  if (name == "frmCleanUp") return std::make_unique<CleanUpScreen>(program);
+  throw std::logic_error("no such screen: " + std::string(name));
+}
+
+}  // namespace
+
+RunningProgram::RunningProgram(std::string appFolder, FrontEnd& frontEnd, std::optional<std::uint32_t> seed,
+                               std::unique_ptr<FileSystem> files)
+    : app_(std::move(appFolder)),
+      host_(files ? std::move(files) : MakeHostFileSystem()),
+      profiles_(MakeProfileFunctions(*host_)),
+      registry_(MakeRegistry(*profiles_, app_.Below("\\registry.ini"))),
+      random_(seed ? Random(*seed) : Random()),
+      files_(*host_, random_, frontEnd),
+      ini_(*profiles_),
+      screens_(frontEnd, [this](std::string_view name) { return MakeScreen(program_, name); }),
+      program_{app_, files_, ini_, *registry_, random_, shared_, frontEnd, frontEnd, screens_, frontEnd} {}
+
+void RunningProgram::TakeLock() {
+  lock_ = TakeInstanceLock(host_->HostPath(app_.Below("\\quillon.lock")));
+  program_.otherInstanceRuns = lock_ == nullptr;
+}
+
+}  // namespace quillon
