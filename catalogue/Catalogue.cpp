@@ -8,7 +8,7 @@
 namespace quillon {
 namespace {
 
-constexpr std::string_view kFree = "NADA!";      // no route has this display name
+constexpr std::string_view kFree = "NADA!";          // no route has this display name
 constexpr std::string_view kUnknown = "Not There!";  // no route has this zip name
 
 std::string Numbered(std::string_view name, int number) {
@@ -79,7 +79,8 @@ Catalogue::RouteList Catalogue::BuildList() const {
     list.rows.emplace_back(kAddSomeRoutes);
     return list;
   }
-  for (const auto& file : program_.files.ListFiles(program_.app.AnyRouteFile())) list.zips.push_back(CutAtLastDot(file));
+  for (const auto& file : program_.files.ListFiles(program_.app.AnyRouteFile()))
+    list.zips.push_back(CutAtLastDot(file));
   const std::string loaded = Loaded();
   std::vector<std::pair<std::string, std::string>> rows;  // upper case, to sort by; the row
   for (const auto& zip : list.zips) {

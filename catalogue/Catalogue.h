@@ -1,4 +1,5 @@
-// The catalogue: which routes there are, by both their names. The route files are the truth; routes.ini is consulted.
+// The catalogue: which routes there are, by both their names. The route files are the truth; routes.ini is
+// consulted.
 #pragma once
 
 #include <string>
@@ -31,8 +32,8 @@ class Catalogue {
   /// Deletes routes.ini, read-only or not, if it is there.
   void Discard() const;
 
-  /// Enters a route unless its zip name is known; makes the display name unique and selects the route. Returns the
-  /// display name, empty when the zip name was known.
+  /// Enters a route unless its zip name is known; makes the display name unique and selects the route.
+  /// Returns the display name, empty when the zip name was known.
   std::string Add(std::string_view zip, std::string_view routeName) const;
 
   struct RouteList {

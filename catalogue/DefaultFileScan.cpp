@@ -10,11 +10,12 @@ namespace quillon {
 namespace {
 
 constexpr std::array<std::string_view, 7> kSources = {
-    "\\TEMPLATE",        "\\Routes\\USA2",    "\\Routes\\USA1",   "\\Routes\\JAPAN2",
+    "\\TEMPLATE",       "\\Routes\\USA2",    "\\Routes\\USA1",   "\\Routes\\JAPAN2",
     "\\Routes\\JAPAN1", "\\Routes\\EUROPE2", "\\Routes\\EUROPE1"};
 
-constexpr std::array<std::string_view, 8> kSkippedFolders = {
-    "\\world\\", "\\lo_tiles\\", "\\traffic\\", "\\tiles\\", "\\td\\", "\\services\\", "\\paths\\", "\\activities\\"};
+constexpr std::array<std::string_view, 8> kSkippedFolders = {"\\world\\", "\\lo_tiles\\",  "\\traffic\\",
+                                                             "\\tiles\\", "\\td\\",        "\\services\\",
+                                                             "\\paths\\", "\\activities\\"};
 
 bool IsSkipped(const std::string& folder) {
   const std::string lower = LowerCase(folder);
@@ -30,8 +31,8 @@ bool WorkingRouteHasFolder(const std::string& place) {
 
 }  // namespace
 
-/// A route's own track file and its like: named after the route, at its top. Another route that got them would have
-/// two track files, and a packed route must never lose its own.
+/// A route's own track file and its like: named after the route, at its top. Another route that got them
+/// would have two track files, and a packed route must never lose its own.
 bool DefaultFileScan::BelongsToOneRoute(const DefaultFile& file) {
   return FolderOf(file.place) == "\\" && EqualNoCase(CutAtLastDot(file.name), FileNameOf(file.source));
 }
@@ -62,11 +63,13 @@ void DefaultFileScan::DeriveLists() {
   std::string copyFiles, fileList;
   ForEachFile([&](const DefaultFile& file) {
     if (BelongsToOneRoute(file)) return;
-    if (WorkingRouteHasFolder(file.place)) copyFiles += std::string(file.source.substr(1)) + file.place + "\r\n";
+    if (WorkingRouteHasFolder(file.place))
+      copyFiles += std::string(file.source.substr(1)) + file.place + "\r\n";
     fileList += file.place.substr(1) + "\r\n";
   });
   const auto fillWhenEmpty = [&](const std::string& path, const std::string& lines) {
-    if (!program_.files.FileExists(path) || program_.files.Size(path) == 0) program_.files.WriteAll(path, lines);
+    if (!program_.files.FileExists(path) || program_.files.Size(path) == 0)
+      program_.files.WriteAll(path, lines);
   };
   fillWhenEmpty(program_.app.CopyFilesList(), copyFiles);
   fillWhenEmpty(program_.app.FileList(), fileList);

@@ -9,8 +9,8 @@
 
 namespace quillon {
 
-/// Walks TEMPLATE and the six default routes and finds each file once by its place in a route, the folders left out in
-/// which every route has files of its own.
+/// Walks TEMPLATE and the six default routes and finds each file once by its place in a route, the folders
+/// left out in which every route has files of its own.
 class DefaultFileScan {
  public:
   explicit DefaultFileScan(Program& program) : program_(program) {}

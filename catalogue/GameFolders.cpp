@@ -6,9 +6,10 @@ namespace quillon {
 namespace {
 
 void FullInstallRefused(Program& program) {
-  program.boxes.Tell("Quillon",
-                     "You must have a FULL installation of Train Simulator in order to use this program.\r\n\r\n"
-                     "Quillon will now close.  Please install the full version of Train Simulator.");
+  program.boxes.Tell(
+      "Quillon",
+      "You must have a FULL installation of Train Simulator in order to use this program.\r\n\r\n"
+      "Quillon will now close.  Please install the full version of Train Simulator.");
   program.Refuse();
 }
 

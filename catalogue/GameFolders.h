@@ -7,8 +7,8 @@
 
 namespace quillon {
 
-/// The gate before intake and load. Reads `TrainSimPath` from the settings, tests the default routes, makes what is
-/// missing. False when the game is not whole: the user has been told, and the program is ending.
+/// The gate before intake and load. Reads `TrainSimPath` from the settings, tests the default routes, makes
+/// what is missing. False when the game is not whole: the user has been told, and the program is ending.
 bool PrepareGameFolders(Program& program);
 
 /// A box for each default route that is missing; then the program ends. True when none is.
@@ -17,7 +17,8 @@ bool CheckFullInstall(Program& program);
 /// `[TrainSim]` "Train.exe" is "No": the user is sent to the options. True when the game was found.
 bool GameWasFound(Program& program);
 
-/// Keeps `path` as the game's folder in the stores, as the options do on OK. False, with a box, when it is no folder.
+/// Keeps `path` as the game's folder in the stores, as the options do on OK. False, with a box, when it is no
+/// folder.
 bool StoreGameFolder(Program& program, const std::string& path);
 
 }  // namespace quillon

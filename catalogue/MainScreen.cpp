@@ -11,8 +11,9 @@
 namespace quillon {
 namespace {
 
-constexpr std::array<std::string_view, 12> kInfoPatterns = {"*.txt",  "*.rtf", "*.doc", "*.diz", "*.nfo", "*.html",
-                                                            "*.htm", "*.pdf", "*.gif", "*.jpg", "*.mp3", "*.png"};
+constexpr std::array<std::string_view, 12> kInfoPatterns = {"*.txt", "*.rtf",  "*.doc", "*.diz",
+                                                            "*.nfo", "*.html", "*.htm", "*.pdf",
+                                                            "*.gif", "*.jpg",  "*.mp3", "*.png"};
 
 }  // namespace
 
@@ -45,7 +46,8 @@ void MainScreen::ResetButtonImages() {
 void MainScreen::HideLists() {
   for (List* list : {&ListRoutes, &infoList}) list->visible = list->enabled = false;
   for (Button* button : {&btnLoad, &btnExit}) button->visible = true;
-  for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo}) button->enabled = true;
+  for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo})
+    button->enabled = true;
 }
 
 void MainScreen::btnRouteListClick() {
@@ -96,7 +98,8 @@ void MainScreen::CloseList() {
   if (lblRouteName.text == kNoData) SetLabel("lblLoaded", lblLoaded, "", true);
   std::string& zip = program_.shared.SelectedZip;
   zip = catalogue_.ReadCurrent("Zip", kNoRouteLoaded);
-  const bool noPreview = zip == kNoRouteLoaded || lblRouteName.text == kAddSomeRoutes || lblRouteName.text == kNoData;
+  const bool noPreview =
+      zip == kNoRouteLoaded || lblRouteName.text == kAddSomeRoutes || lblRouteName.text == kNoData;
   PreviewPath = noPreview ? program_.app.DefaultPicture() : program_.app.Preview(zip);
   if (lblRouteName.text == kNoData) SetLabel("lblRouteName", lblRouteName, std::string(kAddSomeRoutes), true);
   if (lblRouteName.text == kAddSomeRoutes) {
@@ -138,7 +141,8 @@ void MainScreen::btnInfoClick() {
   if (!infoListPath.empty()) {
     for (auto& name : program_.files.ListFiles(infoListPath + "*.*")) {
       const auto matches = [&](std::string_view pattern) { return MatchesPattern(name, pattern); };
-      if (std::any_of(kInfoPatterns.begin(), kInfoPatterns.end(), matches)) infoList.rows.push_back(std::move(name));
+      if (std::any_of(kInfoPatterns.begin(), kInfoPatterns.end(), matches))
+        infoList.rows.push_back(std::move(name));
     }
   }
 }
@@ -187,7 +191,9 @@ void MainScreen::btnHelpClick() { program_.shell.ShowHelp(program_.app.HelpFile(
 void MainScreen::btnExitClick() { program_.stage.ShutDown(false); }
 
 bool MainScreen::HasActivity(const std::string& zip) const {
-  const auto anyIn = [&](const std::string& folder) { return program_.files.FileExists(folder + zip + "\\*.*"); };
+  const auto anyIn = [&](const std::string& folder) {
+    return program_.files.FileExists(folder + zip + "\\*.*");
+  };
   return anyIn(program_.app.Activities("")) || anyIn(program_.app.DefaultActivities() + "\\activities\\");
 }
 

@@ -14,15 +14,16 @@ class MainScreen : public Screen {
  public:
   explicit MainScreen(Program& program);
 
-  Label lblRouteName{"No route loaded."}, lblLoaded{""}, lblRightClick{"Right click a route for options >", false};
+  Label lblRouteName{"No route loaded."}, lblLoaded{""},
+      lblRightClick{"Right click a route for options >", false};
   /// Path of the picture on view.
   std::string imgRoute;
   List ListRoutes{.enabled = false, .visible = false}, infoList{.enabled = false, .visible = false};
   std::vector<std::string> ListZips;
   Button btnManage{"manageoff"}, btnLoad{"loadoff"}, btnRouteList{"downoff"}, btnOptions{"optionsoff"};
   Button btnInfo, btnHelp, btnExit;
-  Timer TimerChecker{50, true}, TimerFlashOn{500, true}, TimerFlashOff{500}, TimerWait{700}, TimerUp{2}, TimerDown{2},
-      Timer1{100};
+  Timer TimerChecker{50, true}, TimerFlashOn{500, true}, TimerFlashOff{500}, TimerWait{700}, TimerUp{2},
+      TimerDown{2}, Timer1{100};
 
   bool TrainExeFound = false;
   std::string SelectedRouteName, PreviewPath;

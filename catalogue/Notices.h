@@ -1,4 +1,5 @@
-// The models of the small screens that stand between frmMain and its work: a message in their picture, two buttons.
+// The models of the small screens that stand between frmMain and its work: a message in their picture, two
+// buttons.
 #pragma once
 
 #include "core/Screen.h"

@@ -7,7 +7,9 @@
 
 namespace quillon {
 
-OptionsScreen::OptionsScreen(Program& program) : Screen(program, "frmOptions") { SetTSPath(program.shared.TSPathField); }
+OptionsScreen::OptionsScreen(Program& program) : Screen(program, "frmOptions") {
+  SetTSPath(program.shared.TSPathField);
+}
 
 void OptionsScreen::Activate() {
   atActivation_ = path_;
@@ -39,7 +41,8 @@ void OptionsScreen::btnOKClick() {
 void OptionsScreen::btnCancelClick() {
   SetTSPath(atActivation_);
   program_.shared.TrainSimPath = CutBackslash(path_);
-  program_.registry.RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath", program_.shared.TrainSimPath);
+  program_.registry.RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath",
+                                program_.shared.TrainSimPath);
   program_.ini.WriteIni("TrainSim", "Path", program_.shared.TrainSimPath, program_.app.SettingsIni());
   BackToMain();
 }

@@ -116,7 +116,8 @@ void StartUp::BeginCatalogue() {
 
 void StartUp::MakeFolders() {
   program_.Step("Making the folders of the installation");
-  for (const auto folder : kApplicationFolders) program_.files.MakeFolderIfMissing(program_.app.Below(folder));
+  for (const auto folder : kApplicationFolders)
+    program_.files.MakeFolderIfMissing(program_.app.Below(folder));
 }
 
 void StartUp::SeedFiles() {

@@ -54,7 +54,8 @@ bool Files::FileExists(std::string_view path) {
 
 bool Files::IsPathAFolder(std::string_view path) {
   std::uint32_t attributes = 0;
-  return !path.empty() && host_.GetAttributes(path, attributes) == FileCode::Ok && (attributes & kFolder) != 0;
+  return !path.empty() && host_.GetAttributes(path, attributes) == FileCode::Ok &&
+         (attributes & kFolder) != 0;
 }
 
 void Files::SetAttributes(std::string_view path, std::uint32_t attributes) {
@@ -73,7 +74,8 @@ std::vector<std::string> Files::ListFiles(std::string_view pattern) {
 void Files::MakeFolder(std::string_view path) {
   const FileCode code = host_.CreateFolder(path);
   // The classic make-folder statement has one number for all that stands in its way.
-  if (code == FileCode::AlreadyExists) throw RunTimeError(ErrorNumber::PathFileAccessError, std::string(path));
+  if (code == FileCode::AlreadyExists)
+    throw RunTimeError(ErrorNumber::PathFileAccessError, std::string(path));
   RaiseFileError(code, path);
 }
 
@@ -120,7 +122,9 @@ std::string Files::ReadAll(std::string_view path) {
   return bytes;
 }
 
-void Files::WriteAll(std::string_view path, std::string_view bytes) { RaiseFileError(host_.Replace(path, bytes), path); }
+void Files::WriteAll(std::string_view path, std::string_view bytes) {
+  RaiseFileError(host_.Replace(path, bytes), path);
+}
 
 std::uint64_t Files::Size(std::string_view path) {
   std::uint64_t size = 0;
@@ -131,8 +135,9 @@ std::uint64_t Files::Size(std::string_view path) {
 void Files::RequireRoom(std::string_view path, std::uint64_t bytes) {
   const std::uint64_t free = host_.FreeSpace(path);
   if (bytes > free)
-    throw RunTimeError(ErrorNumber::DiskFull, std::string(path),
-                       std::to_string(bytes >> 20) + " MB are needed, " + std::to_string(free >> 20) + " MB are free");
+    throw RunTimeError(
+        ErrorNumber::DiskFull, std::string(path),
+        std::to_string(bytes >> 20) + " MB are needed, " + std::to_string(free >> 20) + " MB are free");
 }
 
 void Files::TryCopy(std::string_view from, std::string_view to) { host_.Copy(from, to); }
@@ -181,8 +186,7 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
     return 0;
   }
   for (const auto& entry : found) {
-    if (!entry.folder())
-      host_.Copy(std::string(source) + entry.name, std::string(destination) + entry.name);
+    if (!entry.folder()) host_.Copy(std::string(source) + entry.name, std::string(destination) + entry.name);
     copyBar_ += random_.Whole(5);
     if (copyBar_ > 100) copyBar_ = 5;
     meter_.CopyMoved(copyBar_);
@@ -213,8 +217,6 @@ ListFile::ListFile(Files& files, std::string path, bool append) : path_(std::mov
   RaiseFileError(files.Host().Open(path_, append, file_), path_);
 }
 
-void ListFile::Add(std::string_view line) {
-  RaiseFileError(file_->Write(std::string(line) + "\r\n"), path_);
-}
+void ListFile::Add(std::string_view line) { RaiseFileError(file_->Write(std::string(line) + "\r\n"), path_); }
 
 }  // namespace quillon

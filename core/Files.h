@@ -1,4 +1,5 @@
-// File helpers of the system: the classic statements, which raise run-time errors, and the routines that do not.
+// File helpers of the system: the classic statements, which raise run-time errors, and the routines that do
+// not.
 #pragma once
 
 #include <cstdint>
@@ -62,16 +63,17 @@ class Files {
   /// Copies, and does not mind a failure.
   void TryCopy(std::string_view from, std::string_view to);
 
-  /// Deletes a folder with all it holds; links in it are unlinked, not followed. 0, -1 when `folder` is no folder or no
-  /// path to be trusted, or the number of the error that ended it.
+  /// Deletes a folder with all it holds; links in it are unlinked, not followed. 0, -1 when `folder` is no
+  /// folder or no path to be trusted, or the number of the error that ended it.
   int DelTree(std::string_view folder);
 
-  /// Copies what matches `pattern` from `source` to `destination`, both with a closing backslash, replacing what is
-  /// there; copies that fail are passed over. Returns how many entries were handled, "." and ".." and folders included.
+  /// Copies what matches `pattern` from `source` to `destination`, both with a closing backslash, replacing
+  /// what is there; copies that fail are passed over. Returns how many entries were handled, "." and ".." and
+  /// folders included.
   int CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern);
 
-  /// Calls `action` with folder (closing backslash) and name of each file below `searchPath`, which ends in "*.*".
-  /// Links to folders are passed over.
+  /// Calls `action` with folder (closing backslash) and name of each file below `searchPath`, which ends in
+  /// "*.*". Links to folders are passed over.
   using WalkAction = std::function<void(const std::string& folder, const std::string& name)>;
   void Walk(std::string_view searchPath, const WalkAction& action);
 

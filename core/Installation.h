@@ -7,8 +7,8 @@
 
 namespace quillon {
 
-/// The application folder `APP` and what lies below it. Paths are texts with backslashes; folders carry no closing
-/// backslash unless the name says `Folder...In`.
+/// The application folder `APP` and what lies below it. Paths are texts with backslashes; folders carry no
+/// closing backslash unless the name says `Folder...In`.
 class Installation {
  public:
   /// `app` has no closing separator.
@@ -34,7 +34,9 @@ class Installation {
   // One route's places; `zip` is its zip name.
   std::string RouteFile(std::string_view zip) const { return In("\\routes\\", zip, ".qnz"); }
   std::string Preview(std::string_view zip) const { return In("\\routes\\ts", zip, ".jpg"); }
-  std::string TerrainCache(std::string_view zip) const { return In("\\routes\\terrain_cache\\", zip, ".qnc"); }
+  std::string TerrainCache(std::string_view zip) const {
+    return In("\\routes\\terrain_cache\\", zip, ".qnc");
+  }
   std::string TerrainCacheTemp(std::string_view zip) const {
     return In("\\routes\\terrain_cache\\", zip, ".tmp");
   }
@@ -152,7 +154,8 @@ inline constexpr std::array<std::string_view, 22> kCustomFolders = {
     "\\WORLD",
 };
 
-/// The working route's folders, in the order in which clean-up makes them; the first is the working route itself.
+/// The working route's folders, in the order in which clean-up makes them; the first is the working route
+/// itself.
 inline constexpr std::array<std::string_view, 26> kWorkingRouteFolders = {
     "",
     "\\ACTIVITIES",
@@ -200,8 +203,7 @@ inline constexpr std::string_view kGameConsists = "\\TRAINS\\CONSISTS\\";
 inline constexpr std::string_view kBackedUpConsists = "\\TRAINS\\CONSISTS\\QN-Backed-up-consists\\";
 
 /// Where the game lies when nothing is stored.
-inline constexpr std::string_view kDefaultGameFolder =
-    "C:\\Program Files\\Microsoft Games\\Train Simulator";
+inline constexpr std::string_view kDefaultGameFolder = "C:\\Program Files\\Microsoft Games\\Train Simulator";
 
 /// What stands in front of the name of a default file that a loaded route covers.
 inline constexpr std::string_view kBackupPrefix = "ts-bak-";

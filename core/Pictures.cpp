@@ -63,7 +63,8 @@ void Picture::Destroy::operator()(Image* image) const {
 Picture::Picture(std::unique_ptr<Image, Destroy> image) : image_(std::move(image)) {}
 
 Picture Picture::Load(std::string_view bytes, std::string_view path) {
-  if (IsHuge(ClaimedSize(bytes))) throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it is too large");
+  if (IsHuge(ClaimedSize(bytes)))
+    throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it is too large");
   // A stranger's broken picture is told of once, by the error below.
   gdSetErrorMethod([](int, const char*, va_list) {});
   const int size = static_cast<int>(bytes.size());

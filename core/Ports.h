@@ -32,7 +32,8 @@ class Shell {
 class Stage {
  public:
   virtual ~Stage() = default;
-  /// Brings a screen up, or to the front when it is open. It becomes active when the caller's handler has returned.
+  /// Brings a screen up, or to the front when it is open. It becomes active when the caller's handler has
+  /// returned.
   virtual void Show(std::string_view screen) = 0;
   /// Brings a screen up and returns when it has been unloaded.
   virtual void ShowModal(std::string_view screen) = 0;

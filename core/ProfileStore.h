@@ -8,19 +8,21 @@
 
 namespace quillon {
 
-/// The four INI operations. None of them ever reports a failure: a file that can't be read gives the default, one that
-/// can't be written stays as it is.
+/// The four INI operations. None of them ever reports a failure: a file that can't be read gives the default,
+/// one that can't be written stays as it is.
 class ProfileStore {
  public:
   explicit ProfileStore(ProfileFunctions& platform) : platform_(platform) {}
 
-  /// The value, cut to 2047 characters; `defaultText` when file, section or key are missing; empty for an empty value.
+  /// The value, cut to 2047 characters; `defaultText` when file, section or key are missing; empty for an
+  /// empty value.
   std::string ReadIni(std::string_view section, std::string_view key, std::string_view defaultText,
                       std::string_view file) {
     return platform_.GetString(section, key, defaultText, 2048, file);
   }
   /// Makes file, section or key when missing.
-  void WriteIni(std::string_view section, std::string_view key, std::string_view value, std::string_view file) {
+  void WriteIni(std::string_view section, std::string_view key, std::string_view value,
+                std::string_view file) {
     platform_.WriteString(section, key, value, file);
   }
   void DeleteIniKey(std::string_view section, std::string_view key, std::string_view file) {

@@ -14,8 +14,8 @@
 
 namespace quillon {
 
-/// Handed to every model and pipeline by reference; owned by the program's main or by a test. Several may live in one
-/// process.
+/// Handed to every model and pipeline by reference; owned by the program's main or by a test. Several may
+/// live in one process.
 struct Program {
   const Installation& app;
   Files& files;

@@ -9,7 +9,8 @@ namespace quillon {
 /// Bar colours: red, green and blue with red in the low byte.
 inline constexpr int kGreen = 49152, kRed = 221;
 
-/// The bar of one progress screen. The values of the classic bars mostly measure nothing; Detail tells the truth.
+/// The bar of one progress screen. The values of the classic bars mostly measure nothing; Detail tells the
+/// truth.
 class Progress {
  public:
   virtual ~Progress() = default;

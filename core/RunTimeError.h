@@ -28,7 +28,8 @@ const char* ErrorText(ErrorNumber number);
 /// A failure that nothing on the way handles: the programs' mains report it and end.
 class RunTimeError : public std::exception {
  public:
-  /// `path` is the file or folder it is about, may be empty; `reason` says more than the classic text, may be empty.
+  /// `path` is the file or folder it is about, may be empty; `reason` says more than the classic text, may be
+  /// empty.
   explicit RunTimeError(ErrorNumber number, std::string path = {}, std::string reason = {});
 
   int number() const { return static_cast<int>(number_); }

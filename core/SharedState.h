@@ -37,8 +37,8 @@ struct SharedState {
   /// The load copied a consist; its script has a message.
   bool CustomConsistsAdded = false, CustomMessagePending = false;
 
-  /// Hidden fields that a caller fills before it shows the screen: frmLoad.lblRouteName, and txtTSPath of frmRoutes and
-  /// frmOptions.
+  /// Hidden fields that a caller fills before it shows the screen: frmLoad.lblRouteName, and txtTSPath of
+  /// frmRoutes and frmOptions.
   std::string LoadRouteName, TSPathField;
 
   /// A rebuilt zip has been seen once; only the first wait of a process takes time.

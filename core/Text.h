@@ -43,8 +43,8 @@ std::string CutBackslash(std::string_view path);
 /// The number that leads `text`, as the classic `Val` reads it; 0 when there is none.
 int NumericValue(std::string_view text);
 
-/// A file of the game as UTF-8, with its line ends as they are. The file is UTF-16 with a byte-order mark, UTF-8 with or
-/// without one, or Windows-1252.
+/// A file of the game as UTF-8, with its line ends as they are. The file is UTF-16 with a byte-order mark,
+/// UTF-8 with or without one, or Windows-1252.
 std::string DecodeGameText(std::string_view bytes);
 
 /// UTF-8 as UTF-16, little end first, with a byte-order mark, as the game writes its files.

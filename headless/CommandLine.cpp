@@ -13,7 +13,8 @@ namespace {
 /// The parser fills values of its own types; Take moves them over.
 class Definition {
  public:
-  explicit Definition(bool withOptions) : parser_("Quillon: a route manager for Microsoft Train Simulator", "quillon") {
+  explicit Definition(bool withOptions)
+      : parser_("Quillon: a route manager for Microsoft Train Simulator", "quillon") {
     if (withOptions) DefineOptions();
     DefineCommands();
     parser_.require_subcommand(1);
@@ -38,10 +39,13 @@ class Definition {
  private:
   void DefineOptions() {
     auto& o = line_.options;
-    parser_.add_option("--app", o.app, "The application folder; else the folder of the program")->type_name("DIR");
+    parser_.add_option("--app", o.app, "The application folder; else the folder of the program")
+        ->type_name("DIR");
     parser_.add_flag("--json", o.json, "One JSON object a line on standard output");
-    parser_.add_option("--answer", answer_, "The answer to every Yes/No box")->check(CLI::IsMember({"yes", "no"}));
-    parser_.add_option("--welcome", welcome_, "The answer to the welcome screen")->check(CLI::IsMember({"ok", "cancel"}));
+    parser_.add_option("--answer", answer_, "The answer to every Yes/No box")
+        ->check(CLI::IsMember({"yes", "no"}));
+    parser_.add_option("--welcome", welcome_, "The answer to the welcome screen")
+        ->check(CLI::IsMember({"ok", "cancel"}));
     parser_.add_option("--noact", noAct_, "The answer when a route has no activities")
         ->check(CLI::IsMember({"load", "cancel"}));
     parser_.add_option("--seed", o.seed, "Seeds the random numbers");
@@ -63,13 +67,16 @@ class Definition {
     Add("start", "Start-up only");
     Add("routes", "Lists the routes");
     Add("pick", "Selects a route")->add_option("name", c.argument, "The route's name")->required();
-    Add("info", "Lists the selected route's documents, or opens one")->add_option("file", c.argument, "A document");
-    Add("load", "Loads a route into Train Simulator")->add_option("name", c.argument, "The route; else the selected one");
+    Add("info", "Lists the selected route's documents, or opens one")
+        ->add_option("file", c.argument, "A document");
+    Add("load", "Loads a route into Train Simulator")
+        ->add_option("name", c.argument, "The route; else the selected one");
     Add("add", "Adds all downloaded routes")->add_flag("--no-report", noReport_, "Writes no report");
     Add("clean", "Rebuilds the working route");
     auto* options = Add("options", "Changes the settings");
     options->add_option("--game", c.game, "The Train Simulator folder")->type_name("DIR");
-    options->add_option("--shortcut", shortcut_, "The shortcut on the desktop")->check(CLI::IsMember({"on", "off"}));
+    options->add_option("--shortcut", shortcut_, "The shortcut on the desktop")
+        ->check(CLI::IsMember({"on", "off"}));
     options->add_flag("--cancel", c.cancel, "Presses Cancel instead of OK");
     Add("make-list", "Lists the game's default files");
     Add("help", "Names the help")->add_option("screen", c.argument, "frmMain or frmRoutes");
@@ -96,8 +103,8 @@ class Definition {
   bool noReport_ = false;
 };
 
-/// Words as a shell takes them: quotes keep blanks, a backslash frees a blank, a quote or itself. Elsewhere it stands
-/// for itself, as in the system's paths.
+/// Words as a shell takes them: quotes keep blanks, a backslash frees a blank, a quote or itself. Elsewhere
+/// it stands for itself, as in the system's paths.
 std::vector<std::string> ShellWords(const std::string& line) {
   std::vector<std::string> words;
   std::string word;
@@ -132,7 +139,9 @@ std::vector<std::string> ShellWords(const std::string& line) {
 
 }  // namespace
 
-CommandLine ParseCommandLine(const std::vector<std::string>& arguments) { return Definition(true).Parse(arguments); }
+CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
+  return Definition(true).Parse(arguments);
+}
 
 std::optional<Command> ParseScriptLine(const std::string& line) {
   const auto words = ShellWords(line);

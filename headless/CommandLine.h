@@ -12,7 +12,7 @@ namespace quillon {
 /// One command with its arguments, as far as it takes them.
 struct Command {
   std::string name;
-  std::string argument;         // route, folder, file or screen; empty without one
+  std::string argument;  // route, folder, file or screen; empty without one
   std::optional<std::string> game;
   std::optional<bool> shortcut;
   bool cancel = false;
@@ -44,7 +44,8 @@ struct CommandLineEnd : std::runtime_error {
 /// Throws CommandLineEnd.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
 
-/// One line of a script: a command without options. Nothing for a blank line or a comment ("#"). Throws CommandLineEnd.
+/// One line of a script: a command without options. Nothing for a blank line or a comment ("#"). Throws
+/// CommandLineEnd.
 std::optional<Command> ParseScriptLine(const std::string& line);
 
 }  // namespace quillon

@@ -72,8 +72,11 @@ void HeadlessFrontEnd::Flush() {
 }
 
 void HeadlessFrontEnd::LabelChanged(std::string_view screen, std::string_view control, const Label& label) {
-  output_.Put(
-      {{"event", "text"}, {"screen", screen}, {"control", control}, {"text", label.text}, {"visible", label.visible}});
+  output_.Put({{"event", "text"},
+               {"screen", screen},
+               {"control", control},
+               {"text", label.text},
+               {"visible", label.visible}});
 }
 
 void HeadlessFrontEnd::ScreenShown(Screen& screen, bool) {

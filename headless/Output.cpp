@@ -41,8 +41,9 @@ class TextOutput : public Output {
 
   void Detail(unsigned long long done, unsigned long long total, const std::string& unit) override {
     if (!terminal_ || total == 0) return;
-    const std::string measure = unit == "bytes" ? std::to_string(done >> 20) + " of " + std::to_string(total >> 20) + " MB"
-                                                : std::to_string(done) + " of " + std::to_string(total) + " " + unit;
+    const bool bytes = unit == "bytes";
+    const std::string measure = std::to_string(bytes ? done >> 20 : done) + " of " +
+                                std::to_string(bytes ? total >> 20 : total) + " " + (bytes ? "MB" : unit);
     Live(caption_ + "  " + measure);
   }
 
@@ -55,15 +56,18 @@ class TextOutput : public Output {
   void Text(const Event& event) {
     const std::string control = event["control"], text = event["text"];
     const bool news = control == "lblMessage" || control == "lblFirstMessage" || control == "lblTerrainInfo";
-    if (news && event["visible"] && !text.empty()) Line(ReplaceAll(text, "\r\n", "\n"));
+    if (!news || !event["visible"] || text.empty() || text == said_) return;
+    Line(ReplaceAll(text, "\r\n", "\n"));
+    said_ = text;
   }
 
   void Box(const Event& event) {
-    Line("[" + event["title"].get<std::string>() + "] " + ReplaceAll(event["text"].get<std::string>(), "\r\n", "\n"));
-    if (event["buttons"] == "yesno") Line("  answered: " + event["answer"].get<std::string>());
+    const std::string title = event["title"], text = event["text"], answer = event["answer"];
+    Line(std::string("[").append(title).append("] ").append(ReplaceAll(text, "\r\n", "\n")));
+    if (event["buttons"] == "yesno") Line(std::string("  answered: ").append(answer));
   }
 
-  void Row(const Event& event) { Line("  " + event["text"].get<std::string>()); }
+  void Row(const Event& event) { Line(std::string("  ").append(event["text"].get<std::string>())); }
 
   void Main(const Event& event) {
     const std::string loaded = event["lblLoaded"], name = event["lblRouteName"];
@@ -100,7 +104,7 @@ class TextOutput : public Output {
   std::FILE* file_;
   const bool terminal_;
   bool live_ = false;
-  std::string caption_, main_;
+  std::string caption_, main_, said_;
 };
 
 }  // namespace

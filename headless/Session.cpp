@@ -24,12 +24,15 @@ bool NeedsNoStartUp(std::string_view command) { return command == "setup" || com
 
 /// What a person may do about a run-time error.
 std::string Advice(const RunTimeError& error) {
-  if (error.number() == static_cast<int>(ErrorNumber::DiskFull)) return "Make room on the disk and try again.";
+  if (error.number() == static_cast<int>(ErrorNumber::DiskFull))
+    return "Make room on the disk and try again.";
   if (Contains(UpperCase(error.path()), "MISC_INFO") || Contains(error.path(), "qnnoimage"))
     return "A delivered file is missing: run 'quillon setup' to lay it again.";
-  if (Contains(UpperCase(error.path()), "\\DOWNLOADED_ROUTES\\") || Contains(UpperCase(error.path()), "\\ROUTE_PICS\\") ||
+  if (Contains(UpperCase(error.path()), "\\DOWNLOADED_ROUTES\\") ||
+      Contains(UpperCase(error.path()), "\\ROUTE_PICS\\") ||
       Contains(UpperCase(error.path()), "\\ROUTE_INFO\\"))
-    return "Take that zip out of downloaded_routes and add the others; its original may be mended or downloaded again.";
+    return "Take that zip out of downloaded_routes and add the others; its original may be mended or "
+           "downloaded again.";
   if (Contains(UpperCase(error.path()), "QUILLON-ROUTE"))
     return "Close Train Simulator and try again; 'quillon clean' rebuilds the working route.";
   if (UpperCase(error.path()).ends_with(".QNZ")) return "The route file is damaged: add its zip again.";
@@ -49,11 +52,11 @@ Session::Session(const Options& options, Output& output)
 
 const std::map<std::string, Session::Action, std::less<>>& Session::Actions() {
   static const std::map<std::string, Action, std::less<>> actions = {
-      {"setup", &Session::Setup},      {"sample", &Session::Sample},
-      {"start", &Session::Start},      {"routes", &Session::Routes},
-      {"pick", &Session::Pick},        {"info", &Session::Info},
-      {"load", &Session::Load},        {"add", &Session::Add},
-      {"clean", &Session::Clean},      {"options", &Session::ChangeOptions},
+      {"setup", &Session::Setup},        {"sample", &Session::Sample},
+      {"start", &Session::Start},        {"routes", &Session::Routes},
+      {"pick", &Session::Pick},          {"info", &Session::Info},
+      {"load", &Session::Load},          {"add", &Session::Add},
+      {"clean", &Session::Clean},        {"options", &Session::ChangeOptions},
       {"make-list", &Session::MakeList}, {"help", &Session::Help},
   };
   return actions;
@@ -110,8 +113,8 @@ void Session::Report(const RunTimeError& error) {
                  {"step", step}};
   if (!error.reason().empty()) event["reason"] = error.reason();
   output_.Put(event);
-  std::fprintf(stderr, "quillon: %s: %s%s%s", step.c_str(), error.text().c_str(), error.path().empty() ? "" : ": ",
-               error.path().c_str());
+  std::fprintf(stderr, "quillon: %s: %s%s%s", step.c_str(), error.text().c_str(),
+               error.path().empty() ? "" : ": ", error.path().c_str());
   if (!error.reason().empty()) std::fprintf(stderr, " (%s)", error.reason().c_str());
   std::fprintf(stderr, "\n%s\n", Advice(error).c_str());
 }
@@ -127,7 +130,8 @@ bool Session::StartUp() {
 
 /// Back on frmMain, as a user comes back from the route manager.
 bool Session::AtMain() {
-  if (auto* routes = dynamic_cast<RoutesScreen*>(screens_.Top())) screens_.Do([routes] { routes->btnOKClick(); });
+  if (auto* routes = dynamic_cast<RoutesScreen*>(screens_.Top()))
+    screens_.Do([routes] { routes->btnOKClick(); });
   if (auto* options = dynamic_cast<OptionsScreen*>(screens_.Top()))
     screens_.Do([options] { options->btnCancelClick(); });
   return !screens_.Ended();
@@ -172,7 +176,8 @@ bool Session::PickRow(const std::string& name) {
   const std::string wanted = NameOfRow(name);
   auto at = std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return NameOfRow(row) == wanted; });
   if (at == rows.end())
-    at = std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return EqualNoCase(NameOfRow(row), wanted); });
+    at = std::find_if(rows.begin(), rows.end(),
+                      [&](const auto& row) { return EqualNoCase(NameOfRow(row), wanted); });
   if (at == rows.end()) {
     screens_.Do([this] { Main().CloseList(); });
     RefuseRow(name);
@@ -195,8 +200,8 @@ void Session::Info(const Command& command) {
     for (const auto& row : rows) output_.Put({{"event", "row"}, {"list", "infoList"}, {"text", row}});
     return;
   }
-  const auto at =
-      std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return EqualNoCase(row, command.argument); });
+  const auto at = std::find_if(rows.begin(), rows.end(),
+                               [&](const auto& row) { return EqualNoCase(row, command.argument); });
   if (at == rows.end())
     RefuseRow(command.argument);
   else

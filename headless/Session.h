@@ -23,7 +23,8 @@ class Session {
   /// `output` outlives the session.
   Session(const Options& options, Output& output);
 
-  /// Runs a command to its end and returns the exit status; a run-time error is reported and ends the session.
+  /// Runs a command to its end and returns the exit status; a run-time error is reported and ends the
+  /// session.
   int Run(const Command& command);
 
  private:

@@ -40,7 +40,8 @@ std::string DeliveredTree() {
 void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game) {
   program.Step("Laying out the application folder");
   if (deliveredTree.empty())
-    throw RunTimeError(ErrorNumber::PathNotFound, "share/quillon", "the delivered tree does not lie beside the program");
+    throw RunTimeError(ErrorNumber::PathNotFound, "share/quillon",
+                       "the delivered tree does not lie beside the program");
   const FileSystem::Pass pass(program.files.Host());
   LayTree(program.files, deliveredTree + "\\resources", program.app.Below("\\resources"));
   program.registry.CreateKey(RegRoot::LocalMachine, kLarkmoorKey);

@@ -8,9 +8,9 @@
 
 namespace quillon {
 
-/// Lays the delivered tree under the application folder, never over a file that is there; makes the registry's keys and
-/// the shortcut in the programs menu. With `game` stores the game's folder and derives the lists of default files from
-/// it. `deliveredTree` is the host folder that holds `resources`.
+/// Lays the delivered tree under the application folder, never over a file that is there; makes the
+/// registry's keys and the shortcut in the programs menu. With `game` stores the game's folder and derives
+/// the lists of default files from it. `deliveredTree` is the host folder that holds `resources`.
 void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game);
 
 /// The host folder of the delivered tree, found from the running program; empty when there is none.

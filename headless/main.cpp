@@ -12,7 +12,8 @@ int main(int argc, char** argv) {
   const std::vector<std::string> arguments = PrepareConsole(argc, argv);
   try {
     const CommandLine line = ParseCommandLine(arguments);
-    const auto output = line.options.json ? MakeJsonOutput(stdout) : MakeTextOutput(stdout, IsTerminal(stdout));
+    const auto output =
+        line.options.json ? MakeJsonOutput(stdout) : MakeTextOutput(stdout, IsTerminal(stdout));
     return Session(line.options, *output).Run(line.command);
   } catch (const CommandLineEnd& end) {
     std::fputs(end.what(), end.help ? stdout : stderr);

@@ -19,7 +19,8 @@ void CompressionAndCatalogue::MakeRouteFiles() {
   state_.RoutesCopied = 0;
   for (const auto& zip : state_.ListofRouteZips) {
     state_.program.Step("Creating the compressed route file of " + zip);
-    state_.progress.Detail(static_cast<std::uint64_t>(state_.RoutesCopied), state_.ListofRouteZips.size(), "routes");
+    state_.progress.Detail(static_cast<std::uint64_t>(state_.RoutesCopied), state_.ListofRouteZips.size(),
+                           "routes");
     MakeRouteFile(zip);
     ++state_.RoutesCopied;
     state_.progress.Yield();

@@ -27,8 +27,8 @@ void InformationExtraction::ExtractRoute(const std::string& zip) {
   unzip_.ReadDirectory();
   unzip_.KeepFolders = false;
   ExtractInto(app.RouteInfo(zip),
-              {"*.txt", "*.diz", "*.nfo", "*.trk", "*.rtf", "*.doc", "*.html", "*.htm", "*.pdf", "*.gif", "*.jpg",
-               "*.mp3", "*.png"},
+              {"*.txt", "*.diz", "*.nfo", "*.trk", "*.rtf", "*.doc", "*.html", "*.htm", "*.pdf", "*.gif",
+               "*.jpg", "*.mp3", "*.png"},
               "Extracting info" + what);
   ExtractInto(app.Activities(zip), {"*.act", "*.asv"}, "Extracting activities" + what);
   ExtractInto(app.Services(zip), {"*.srv"}, "Extracting activity services" + what);
@@ -38,7 +38,8 @@ void InformationExtraction::ExtractRoute(const std::string& zip) {
   ExtractInto(app.RoutePics(zip), {"*.bmp", "*.gif", "*.jpg", "*.pcx"}, "Extracting images" + what);
 }
 
-void InformationExtraction::ExtractInto(const std::string& folder, std::initializer_list<std::string_view> filters,
+void InformationExtraction::ExtractInto(const std::string& folder,
+                                        std::initializer_list<std::string_view> filters,
                                         const std::string& caption) {
   state_.progress.Caption(caption);
   // Nothing of an earlier route of the same name survives.

@@ -23,7 +23,8 @@ class IntakeRecord {
   void BadZip(std::string_view zip) const { SetAside("Bad zips", "BAD:", zip); }
 
  private:
-  void Line(std::string_view section, std::string_view kind, std::string_view zip, std::string_view end) const;
+  void Line(std::string_view section, std::string_view kind, std::string_view zip,
+            std::string_view end) const;
   void SetAside(std::string_view section, std::string_view kind, std::string_view zip) const;
 
   Program& program_;

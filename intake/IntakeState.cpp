@@ -6,7 +6,8 @@ namespace quillon {
 
 std::vector<std::string> IntakeState::DownloadedZips() const {
   std::vector<std::string> zips;
-  for (const auto& file : program.files.ListFiles(program.app.AnyDownload())) zips.push_back(CutAtLastDot(file));
+  for (const auto& file : program.files.ListFiles(program.app.AnyDownload()))
+    zips.push_back(CutAtLastDot(file));
   return zips;
 }
 

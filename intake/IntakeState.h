@@ -12,7 +12,8 @@
 
 namespace quillon {
 
-/// The lists and flags of the intake, by their names, and what every pass needs. Lists keep the order of insertion.
+/// The lists and flags of the intake, by their names, and what every pass needs. Lists keep the order of
+/// insertion.
 struct IntakeState {
   IntakeState(Program& runningProgram, Progress& screen)
       : program(runningProgram), progress(screen), record(runningProgram) {}
@@ -31,7 +32,9 @@ struct IntakeState {
   std::string Download(const std::string& zip) const {
     return program.app.DownloadedRoutes() + "\\" + zip + ".zip";
   }
-  std::string InInstalled(const std::string& zip) const { return program.app.Installed() + "\\" + zip + ".zip"; }
+  std::string InInstalled(const std::string& zip) const {
+    return program.app.Installed() + "\\" + zip + ".zip";
+  }
   std::string InNotInstalled(const std::string& zip) const {
     return program.app.NotInstalled() + "\\" + zip + ".zip";
   }

@@ -59,9 +59,9 @@ std::vector<std::string> Previews::PicturesOf(const std::string& zip, std::strin
 void Previews::MakeJpegs(const std::string& zip, std::string_view extension, int mostRandom) {
   const std::string folder = state_.program.app.RoutePics(zip) + "\\";
   for (const auto& name : PicturesOf(zip, extension)) {
-    const std::string temporary = ReplaceAll(
-        FirstFour(name) + std::to_string(CurrentMinute()) + std::to_string(state_.program.random.Whole(mostRandom)),
-        extension, "");
+    const std::string temporary = ReplaceAll(FirstFour(name) + std::to_string(CurrentMinute()) +
+                                                 std::to_string(state_.program.random.Whole(mostRandom)),
+                                             extension, "");
     const Picture picture = Picture::Load(state_.program.files.ReadAll(folder + name), folder + name);
     state_.program.files.WriteAll(folder + temporary + ".jpg", picture.ToJpeg(kQuality));
     state_.progress.Yield();

@@ -22,14 +22,17 @@ std::size_t FindNoCase(std::string_view text, std::string_view what) {
 
 /// A name stands on one line of the catalogue.
 std::string OnOneLine(std::string text) {
-  std::replace_if(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; }, ' ');
   return text;
 }
 
 }  // namespace
 
 std::string RouteNameFrom(std::string_view trackText, std::string_view path) {
-  const auto refuse = [&](ErrorNumber number, const char* reason) { throw RunTimeError(number, std::string(path), reason); };
+  const auto refuse = [&](ErrorNumber number, const char* reason) {
+    throw RunTimeError(number, std::string(path), reason);
+  };
   const auto name = FindNoCase(trackText, "Name "), description = FindNoCase(trackText, "Description");
   if (name == trackText.npos || description == trackText.npos || description < name)
     refuse(ErrorNumber::InvalidProcedureCall, "the track file has no \"Name\" followed by a \"Description\"");

@@ -10,14 +10,16 @@ namespace {
 
 // Sub-archives of one folder, by name; each becomes the folder that it is called after.
 constexpr std::array<std::string_view, 15> kSubArchives = {
-    "tiles.zip",    "lo_tiles.zip", "world.zip",      "terrtex.zip", "textures.zip", "shapes.zip",  "sound.zip", "td.zip",
-    "envfiles.zip", "activities.zip", "paths.zip", "services.zip", "traffic.zip", "consists.zip", "tutor.zip"};
+    "tiles.zip",  "lo_tiles.zip", "world.zip",   "terrtex.zip",  "textures.zip",
+    "shapes.zip", "sound.zip",    "td.zip",      "envfiles.zip", "activities.zip",
+    "paths.zip",  "services.zip", "traffic.zip", "consists.zip", "tutor.zip"};
 
 // Terrain that the game makes again, and backups, stay out of what is rebuilt.
 constexpr std::array<std::string_view, 3> kLeftOut = {"_e.raw", "_n.raw", ".bk"};
 
 bool IsLeftOut(std::string_view path) {
-  return std::any_of(kLeftOut.begin(), kLeftOut.end(), [&](std::string_view end) { return path.ends_with(end); });
+  return std::any_of(kLeftOut.begin(), kLeftOut.end(),
+                     [&](std::string_view end) { return path.ends_with(end); });
 }
 
 }  // namespace
@@ -46,7 +48,8 @@ void RouteRebuilding::Rebuild(const std::string& zip) {
   state_.program.files.MakeFolders(workFolder_);
   OpenInnerZip();
   state_.progress.Caption("Recreating Route file structure...");
-  SpecialZip = std::find(kSubArchives.begin(), kSubArchives.end(), FileNameOf(InsideZip)) != kSubArchives.end();
+  SpecialZip =
+      std::find(kSubArchives.begin(), kSubArchives.end(), FileNameOf(InsideZip)) != kSubArchives.end();
   if (!SpecialZip) {
     FindStripPrefix();
     state_.progress.Caption("Creating paths for " + zip + "...");
@@ -75,7 +78,8 @@ bool RouteRebuilding::FindInnerZip(const std::string& zip) {
 }
 
 std::string RouteRebuilding::FreeWorkFolder(const std::string& zip) const {
-  // `route.zip` would get the working route itself, and a folder that stands there already is not ours to delete.
+  // `route.zip` would get the working route itself, and a folder that stands there already is not ours to
+  // delete.
   const std::string wanted = state_.program.BelowGame("\\routes\\Quillon-" + zip);
   std::string folder = wanted;
   const bool isWorkingRoute = EqualNoCase(folder, state_.program.BelowGame(kWorkingRoute));

@@ -11,12 +11,14 @@ namespace quillon {
 
 class RouteRebuilding {
  public:
-  explicit RouteRebuilding(IntakeState& state) : state_(state), outer_(state.Reader()), inner_(SilentReader()) {}
+  explicit RouteRebuilding(IntakeState& state)
+      : state_(state), outer_(state.Reader()), inner_(SilentReader()) {}
 
-  /// Rebuilds each zip of ListofRouteZips that holds an inner zip as `Quillon-<zip>.zip` in `downloaded_routes`.
+  /// Rebuilds each zip of ListofRouteZips that holds an inner zip as `Quillon-<zip>.zip` in
+  /// `downloaded_routes`.
   void RebuildInnerZips();
-  /// Repacks zips without a folder above `tiles`. Works on an item only when a file of its bare name stands in the
-  /// process's current folder, so normally on none. Clears ListofRouteZips.
+  /// Repacks zips without a folder above `tiles`. Works on an item only when a file of its bare name stands
+  /// in the process's current folder, so normally on none. Clears ListofRouteZips.
   void RepackTopLevelRoutes();
 
  private:
@@ -38,10 +40,10 @@ class RouteRebuilding {
   ArchiveReader outer_, inner_;
   std::string workFolder_;
 
-  std::string InsideZip;      // lower-cased stored path; the last one seen
+  std::string InsideZip;  // lower-cased stored path; the last one seen
   int insideIndex_ = -1;
-  bool SpecialZip = false;    // the inner zip is one folder of a route
-  std::string StripPrefix;    // what comes before the route's own folders; stays from zip to zip
+  bool SpecialZip = false;  // the inner zip is one folder of a route
+  std::string StripPrefix;  // what comes before the route's own folders; stays from zip to zip
   std::vector<std::string> lstRouteStrippedPath;  // the path that a file of the inner zip shall have
   std::vector<int> lstUnzipThese;                 // its entry, at the same index
 };

@@ -41,7 +41,8 @@ bool RouteVerification::HoldsRoute(const std::string& zip) {
     found = Contains(entry, ".trk");
   }
   const bool packedByUs = zip.starts_with("QNPacked");
-  const bool isDefault = std::find(kDefaultTracks.begin(), kDefaultTracks.end(), lastName) != kDefaultTracks.end();
+  const bool isDefault =
+      std::find(kDefaultTracks.begin(), kDefaultTracks.end(), lastName) != kDefaultTracks.end();
   return found && (packedByUs || !isDefault);
 }
 

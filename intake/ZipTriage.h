@@ -25,7 +25,8 @@ class ZipCheckScreen : public ProgressScreen {
 
   void Activate() override {
     SetLabel("lblMessage", lblMessage,
-             "This process will vary widely in the amount of time it takes.  The time is entirely dependant on the "
+             "This process will vary widely in the amount of time it takes.  The time is entirely dependant "
+             "on the "
              "complexity of each route being added.",
              true);
     program_.Step("Checking the downloaded files");

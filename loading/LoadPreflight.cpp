@@ -23,7 +23,8 @@ void LoadPreflight::RequireFolders() {
   }
   const std::string consists = CutBackslash(program_.BelowGame(kGameConsists));
   const bool bringsConsists = files_.FileExists(program_.app.Consists(program_.shared.LoadZip) + "\\*.con");
-  if (bringsConsists && !files_.IsPathAFolder(consists)) throw RunTimeError(ErrorNumber::PathNotFound, consists);
+  if (bringsConsists && !files_.IsPathAFolder(consists))
+    throw RunTimeError(ErrorNumber::PathNotFound, consists);
 }
 
 void LoadPreflight::ReadLists() {
@@ -51,7 +52,8 @@ void LoadPreflight::RefuseImpossiblePaths() {
   std::unordered_set<std::string> folders;
   for (const auto& path : map_.lstRouteStrippedPath) {
     // Cutting the route's root off can lay bare what the whole name hid.
-    if (const char* harm = HarmIn(path)) throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile, harm);
+    if (const char* harm = HarmIn(path))
+      throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile, harm);
     if (files_.IsPathAFolder(WorkingRoute + "\\" + path)) refuse(WorkingRoute + "\\" + path);
     for (auto at = path.find('\\'); at != path.npos; at = path.find('\\', at + 1)) {
       const std::string folder = WorkingRoute + "\\" + path.substr(0, at);
@@ -71,8 +73,9 @@ void LoadPreflight::RefuseTakenBackups() {
     if (at->second == 0) continue;
     const std::string backup = BackupPath(WorkingRoute, stripped);
     if (at->second > 1 || StandsAfterwards(backup))
-      throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
-                         "a default file can't be kept under this name; Clean puts the working route in order");
+      throw RunTimeError(
+          ErrorNumber::FileAlreadyExists, backup,
+          "a default file can't be kept under this name; Clean puts the working route in order");
   }
 }
 

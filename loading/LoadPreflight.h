@@ -15,7 +15,8 @@ namespace quillon {
 /// Raises the RunTimeError that the load would meet later. Changes nothing.
 class LoadPreflight {
  public:
-  LoadPreflight(Program& program, const std::string& workingRoute, const ArchiveReader& archive, const RouteMap& map)
+  LoadPreflight(Program& program, const std::string& workingRoute, const ArchiveReader& archive,
+                const RouteMap& map)
       : program_(program), files_(program.files), WorkingRoute(workingRoute), archive_(archive), map_(map) {}
 
   void Run();

@@ -13,9 +13,11 @@ std::string_view SizeMessage(int entryCount) {
   if (entryCount >= 1999)
     return "Due to the massive size of this particular route file, it's going to take a LONG time to load.";
   if (entryCount > 1700)
-    return "Due to the huge size of this particular route file, it will take a lot longer to load than others.";
+    return "Due to the huge size of this particular route file, it will take a lot longer to load than "
+           "others.";
   if (entryCount > 800)
-    return "Due to the large size of this particular route file, it may take a bit longer to load than others.";
+    return "Due to the large size of this particular route file, it may take a bit longer to load than "
+           "others.";
   return {};
 }
 
@@ -46,10 +48,12 @@ void LoadRoute::Run() {
 }
 
 void LoadRoute::ClearFlags() {
-  program_.shared.CustomConsistsAdded = program_.shared.CustomMessagePending = program_.shared.CheckTrains = false;
+  program_.shared.CustomConsistsAdded = program_.shared.CustomMessagePending = program_.shared.CheckTrains =
+      false;
   progress_.Maximum(100);
   progress_.Value(0);
-  program_.shared.TrainSimPath = program_.ini.ReadIni("TrainSim", "Path", kNoData, program_.app.SettingsIni());
+  program_.shared.TrainSimPath =
+      program_.ini.ReadIni("TrainSim", "Path", kNoData, program_.app.SettingsIni());
   WorkingRoute = program_.BelowGame("\\Routes\\Quillon-route");
 }
 
@@ -111,7 +115,8 @@ void LoadRoute::PlaceRoute() {
 void LoadRoute::CopySavesBack() {
   program_.Step("Copying the saved activities");
   program_.files.MakeFolderIfMissing(program_.BelowGame(kWorkingSaves));
-  program_.files.CopyAllFiles(program_.app.Saves(LoadZip) + "\\", program_.BelowGame(kWorkingSaves) + "\\", "*.sav");
+  program_.files.CopyAllFiles(program_.app.Saves(LoadZip) + "\\", program_.BelowGame(kWorkingSaves) + "\\",
+                              "*.sav");
 }
 
 void LoadRoute::LayOverTheRest() {
@@ -132,10 +137,13 @@ void LoadRoute::RecordLoad() {
 
 void LoadRoute::Finish() {
   const std::string& name = program_.shared.LoadRouteName;
-  texts_.ShowResult(name + " is now loaded into Train Simulator.\r\n\r\n"
-                    "Click 'Exit' to close Quillon, and then start Train Simulator to drive the route.\r\n\r\n" + name +
-                    " will remain as a drivable route in Train Simulator until you decide to load another route with "
-                    "Quillon.");
+  texts_.ShowResult(
+      name +
+      " is now loaded into Train Simulator.\r\n\r\n"
+      "Click 'Exit' to close Quillon, and then start Train Simulator to drive the route.\r\n\r\n" +
+      name +
+      " will remain as a drivable route in Train Simulator until you decide to load another route with "
+      "Quillon.");
   progress_.Value(100);
   progress_.Colour(kGreen);
   progress_.Caption("Finished loading route!");

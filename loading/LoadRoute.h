@@ -24,8 +24,8 @@ class LoadTexts {
   virtual void ShowResult(std::string_view text) = 0;
 };
 
-/// One load, from top to bottom. It can't be cancelled and undoes nothing; the two lists on disk and the order of its
-/// steps make it safe to repeat. `[Current]` "Loaded" is written last.
+/// One load, from top to bottom. It can't be cancelled and undoes nothing; the two lists on disk and the
+/// order of its steps make it safe to repeat. `[Current]` "Loaded" is written last.
 class LoadRoute {
  public:
   LoadRoute(Program& program, Progress& progress, LoadTexts& texts);

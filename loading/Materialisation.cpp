@@ -36,7 +36,8 @@ void Materialisation::PlaceRouteFiles(ArchiveReader& archive, const RouteMap& ma
           BackupPath(WorkingRoute, std::string_view(placement.path).substr(WorkingRoute.size() + 1));
       if (files_.FileExists(backup)) throw RunTimeError(ErrorNumber::FileAlreadyExists, backup);
       files_.SetAttributes(placement.path, kArchive);
-      // The line first: a crash between the two leaves a line that finds no file, never a file without a line.
+      // The line first: a crash between the two leaves a line that finds no file, never a file without a
+      // line.
       defaultList.Add(backup);
       files_.Rename(placement.path, backup);
     }
@@ -58,7 +59,8 @@ void Materialisation::CopyActivities() {
   CopyOwnActivities(program_.app.Traffic(LoadZip) + "\\", InRoute("\\traffic\\"), true);
 }
 
-void Materialisation::CopyOwnActivities(const std::string& source, const std::string& destination, bool fileByFile) {
+void Materialisation::CopyOwnActivities(const std::string& source, const std::string& destination,
+                                        bool fileByFile) {
   for (const auto& name : files_.ListFiles(source + "*.*")) {
     if (files_.FileExists(destination + name)) files_.SetAttributes(destination + name, kArchive);
     if (fileByFile) files_.FileCopy(source + name, destination + name);
@@ -70,7 +72,8 @@ void Materialisation::CopyConsists() {
   const std::string source = program_.app.Consists(LoadZip) + "\\";
   for (const auto& name : files_.ListFiles(source + "*.con")) {
     const std::string target = program_.BelowGame(kGameConsists) + name;
-    if (files_.FileExists(target) || files_.FileExists(program_.BelowGame(kBackedUpConsists) + name)) continue;
+    if (files_.FileExists(target) || files_.FileExists(program_.BelowGame(kBackedUpConsists) + name))
+      continue;
     program_.shared.CustomConsistsAdded = true;
     files_.SetAttributes(source + name, kArchive);
     files_.FileCopy(source + name, target);
@@ -78,8 +81,9 @@ void Materialisation::CopyConsists() {
 }
 
 void Materialisation::CopyTrackTextures() {
-  static constexpr std::array<std::string_view, 5> kTextures = {
-      "ACleanTrack1.ace", "ACleanTrack2.ace", "ACleanTrackBase.ace", "ATrackTunFloor.ace", "ATrackTunWall.ace"};
+  static constexpr std::array<std::string_view, 5> kTextures = {"ACleanTrack1.ace", "ACleanTrack2.ace",
+                                                                "ACleanTrackBase.ace", "ATrackTunFloor.ace",
+                                                                "ATrackTunWall.ace"};
   for (const std::string folder : {"\\Textures\\", "\\Textures\\Snow\\"}) {
     const std::string source = program_.BelowGame("\\Routes\\USA1") + folder;
     for (const auto texture : kTextures) {

@@ -22,7 +22,8 @@ class Materialisation {
 
   /// current.tsl: every file that the route is about to place.
   void WriteCurrentList(const RouteMap& map);
-  /// Extracts every file; a default file in the way is kept under its `ts-bak-` name and noted in default.tsl.
+  /// Extracts every file; a default file in the way is kept under its `ts-bak-` name and noted in
+  /// default.tsl.
   void PlaceRouteFiles(ArchiveReader& archive, const RouteMap& map);
   /// The defaults for routes that shipped without, then the route's own.
   void CopyActivities();

@@ -1,4 +1,5 @@
-// The first half of a load: what the user changed goes back to the store, the previous route leaves the folder.
+// The first half of a load: what the user changed goes back to the store, the previous route leaves the
+// folder.
 #pragma once
 
 #include <string>

@@ -20,7 +20,8 @@ std::optional<std::string> PrefixBefore(const Names& names, std::string_view inn
 }
 
 bool AnyBeginsWith(const Names& names, std::string_view start) {
-  return std::any_of(names.begin(), names.end(), [&](const std::string& name) { return name.starts_with(start); });
+  return std::any_of(names.begin(), names.end(),
+                     [&](const std::string& name) { return name.starts_with(start); });
 }
 
 /// Tiles are trusted over world files, and a match deeper down over one at the top.
@@ -33,8 +34,8 @@ std::string FindRoot(const Names& names) {
 /// Terrain and backups never enter the working folder; consists travel apart.
 bool IsRefused(const std::string& path) {
   static constexpr std::array<std::string_view, 5> kRefused = {"_e.raw", "_n.raw", ".bk", "\\", ".con"};
-  return path.empty() ||
-         std::any_of(kRefused.begin(), kRefused.end(), [&](std::string_view end) { return path.ends_with(end); });
+  return path.empty() || std::any_of(kRefused.begin(), kRefused.end(),
+                                     [&](std::string_view end) { return path.ends_with(end); });
 }
 
 }  // namespace

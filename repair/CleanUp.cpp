@@ -13,8 +13,8 @@ constexpr int kBarMaximum = 5440;  // whatever copyfiles.tsl holds
 /// Where a default file goes: the game's folder in front of it becomes the working route.
 std::string DestinationOf(const std::string& line) {
   std::string path = line;
-  for (const auto source : {"TEMPLATE", "Routes\\EUROPE1", "Routes\\EUROPE2", "Routes\\JAPAN1", "Routes\\JAPAN2",
-                            "Routes\\USA1", "Routes\\USA2"})
+  for (const auto source : {"TEMPLATE", "Routes\\EUROPE1", "Routes\\EUROPE2", "Routes\\JAPAN1",
+                            "Routes\\JAPAN2", "Routes\\USA1", "Routes\\USA2"})
     path = ReplaceAll(path, source, kWorkingRoute);
   return path;
 }
@@ -38,11 +38,13 @@ void CleanUp::Run() {
 /// What would end the run halfway is missed before the first change.
 void CleanUp::RequireSources() {
   program_.Step("Making sure that the working route can be rebuilt");
-  program_.shared.TrainSimPath = program_.ini.ReadIni("TrainSim", "Path", kNoData, program_.app.SettingsIni());
+  program_.shared.TrainSimPath =
+      program_.ini.ReadIni("TrainSim", "Path", kNoData, program_.app.SettingsIni());
   if (!files_.IsPathAFolder(program_.BelowGame("\\ROUTES")))
     throw RunTimeError(ErrorNumber::PathNotFound, program_.BelowGame("\\ROUTES"));
   const std::string masters = program_.app.MiscInfo();
-  for (const auto& file : {program_.app.CopyFilesList(), masters + "\\current.tsl", masters + "\\default.tsl"})
+  for (const auto& file :
+       {program_.app.CopyFilesList(), masters + "\\current.tsl", masters + "\\default.tsl"})
     if (!files_.FileExists(file)) throw RunTimeError(ErrorNumber::FileNotFound, file);
 }
 
@@ -63,7 +65,8 @@ void CleanUp::CopyGameFolders() {
   program_.Step("Copying the game's common files");
   const std::string route = program_.BelowGame(kWorkingRoute);
   files_.CopyAllFiles(program_.BelowGame("\\TEMPLATE\\"), route + "\\", "*.*");
-  files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", program_.BelowGame("\\Quillon_Extras\\EnvFiles\\"), "*.*");
+  files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", program_.BelowGame("\\Quillon_Extras\\EnvFiles\\"),
+                      "*.*");
   files_.CopyAllFiles(program_.BelowGame("\\Global\\Shapes\\"), route + "\\Shapes\\", "*.*");
   files_.CopyAllFiles(program_.BelowGame("\\Global\\Textures\\"), route + "\\Textures\\", "*.*");
 }

@@ -7,8 +7,9 @@ namespace quillon {
 void CleanUpScreen::Activate() {
   if (ran_ || TimerWait.enabled) return;
   program_.shared.CheckTrains = true;
-  const std::string what = program_.shared.MakingPermanent ? "Quillon is now permanently installing the route."
-                                                           : "Quillon is now setting up its default files.";
+  const std::string what = program_.shared.MakingPermanent
+                               ? "Quillon is now permanently installing the route."
+                               : "Quillon is now setting up its default files.";
   SetLabel("lblMessage", lblMessage, what + "\r\nThis may take a few minutes...", true);
   btnOK.enabled = false;
   TimerWait.enabled = true;
@@ -25,13 +26,14 @@ void CleanUpScreen::TimerWaitTick() {
   Finish();
 }
 
-/// Route files without entries: only a new intake of the originals can mend that. It leads back here, so that the steps
-/// run inside it and then once more.
+/// Route files without entries: only a new intake of the originals can mend that. It leads back here, so that
+/// the steps run inside it and then once more.
 void CleanUpScreen::RebuildCatalogue() {
   SharedState& shared = program_.shared;
   if (!shared.CatalogueGap || shared.ReturnToCleanUp) return;
   program_.Step("Taking the original zips in again");
-  program_.files.CopyAllFiles(program_.app.Installed() + "\\", program_.app.DownloadedRoutes() + "\\", "*.zip");
+  program_.files.CopyAllFiles(program_.app.Installed() + "\\", program_.app.DownloadedRoutes() + "\\",
+                              "*.zip");
   shared.RebuildAfterCleanUp = true;
   program_.stage.Unload(Name());
   program_.stage.ShowModal("frmInitProg");
@@ -48,8 +50,9 @@ void CleanUpScreen::Finish() {
 
 void CleanUpScreen::btnOKClick() {
   if (program_.shared.MakingPermanent) {
-    program_.boxes.Tell("Quillon", program_.shared.RemovedRouteName +
-                                       " has been permanently installed into Train Simulator and removed from Quillon.");
+    program_.boxes.Tell("Quillon",
+                        program_.shared.RemovedRouteName +
+                            " has been permanently installed into Train Simulator and removed from Quillon.");
     program_.shared.MakingPermanent = false;
   }
   program_.stage.Unload(Name());

@@ -8,6 +8,8 @@
 namespace quillon {
 namespace {
 
+constexpr std::uint32_t kPackedPercent = 57;  // of textures and shapes
+
 void PutWord(char* at, std::uint32_t word) {
   for (int i = 0; i < 4; ++i) at[i] = static_cast<char>(word >> (8 * i));
 }
@@ -51,18 +53,29 @@ std::string Mixed(Numbers numbers, std::string_view head, std::size_t size, int 
 }  // namespace
 
 std::string TextureBytes(Numbers numbers, std::size_t size) {
-  return Mixed(numbers, std::string_view("SIMISA@@@@@@@@@@\x01\0\0\0", 20), size, 47);
+  // The game keeps a texture as it is, or packed: then nothing is left to pack.
+  const bool packed = numbers.Bits() % 100 < kPackedPercent;
+  if (packed) return Mixed(numbers, std::string_view("SIMISA@F\0\0\1\0@@@@", 16), size, 100);
+  return Mixed(numbers, std::string_view("SIMISA@@@@@@@@@@\x01\0\0\0", 20), size, 3);
 }
 
 std::string ShapeBytes(Numbers numbers, std::size_t size) {
-  return Mixed(numbers, "SIMISA@@@@@@@@@@JINX0s1b______\r\n", size, 46);
+  const bool packed = numbers.Bits() % 100 < kPackedPercent;
+  if (packed) return Mixed(numbers, std::string_view("SIMISA@F\0\0\1\0@@@@", 16), size, 100);
+  return Mixed(numbers, "SIMISA@@@@@@@@@@JINX0s1b______\r\n", size, 3);
 }
 
 std::string TerrainBytes(Numbers numbers, std::size_t size) {
+  constexpr std::size_t kRow = 512;
   std::string bytes(size, '\0');
   std::uint32_t height = 0x2000;
   for (std::size_t at = 0; at + 4 <= size; at += 4) {
-    // Two neighbours that differ little: the high byte hardly ever changes.
+    // A hill here and there; between them the ground is as it was one row before.
+    const bool hill = at < kRow || (at / kRow) % 4 == 0;
+    if (!hill) {
+      std::memcpy(&bytes[at], &bytes[at - kRow], 4);
+      continue;
+    }
     const std::uint32_t bits = numbers.Bits();
     height += (bits & 7) - 3;
     PutWord(&bytes[at], height << 16 | ((height + (bits >> 29 == 0)) & 0xFFFF));
@@ -79,10 +92,14 @@ std::string SoundBytes(Numbers numbers, std::size_t size) {
     AppendWord(bytes, word);
   bytes += "data";
   AppendWord(bytes, static_cast<std::uint32_t>(size) - 44);
-  // Loud and quiet stretches: the low byte is noise, the high byte small.
+  // A wheel's beat: one turn after the other, every few turns a new one.
+  constexpr std::size_t kTurn = 8192;
   while (bytes.size() + 4 <= size) {
-    const std::uint32_t noise = numbers.Bits();
-    AppendWord(bytes, noise & 0x03FF03FFu);
+    const bool sameTurn = bytes.size() > 44 + kTurn && bytes.size() / kTurn % 3 != 0;
+    if (sameTurn)
+      bytes.append(bytes, bytes.size() - kTurn, std::min<std::size_t>(64, size - bytes.size()));
+    else
+      AppendWord(bytes, numbers.Bits() & 0x03FF03FFu);
   }
   bytes.resize(size, '\0');
   return bytes;

@@ -8,13 +8,13 @@
 
 namespace quillon {
 
-/// .ace: image-like data, a bit more than half of it incompressible.
+/// .ace: a packed texture, incompressible, or a plain one of mostly even areas.
 std::string TextureBytes(Numbers numbers, std::size_t size);
 /// _y.raw, _e.raw, _n.raw: heights of a terrain; deflate leaves a third.
 std::string TerrainBytes(Numbers numbers, std::size_t size);
-/// .s and .t: half of it incompressible.
+/// .s and .t: packed or plain, as textures are.
 std::string ShapeBytes(Numbers numbers, std::size_t size);
-/// .wav: 16-bit mono, 22,050 Hz; deflate leaves about three quarters.
+/// .wav: 16-bit mono, 22,050 Hz; deflate leaves about a third.
 std::string SoundBytes(Numbers numbers, std::size_t size);
 
 }  // namespace quillon

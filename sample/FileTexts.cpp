@@ -42,17 +42,11 @@ BlockText& BlockText::Close() {
   return *this;
 }
 
-std::string BlockText::Bytes() const {
-  return EncodeGameText(ReplaceAll(text_, "\n", "\r\n"));
-}
+std::string BlockText::Bytes() const { return EncodeGameText(ReplaceAll(text_, "\n", "\r\n")); }
 
-std::string Quoted(std::string_view text) {
-  return std::string("\"").append(text).append("\"");
-}
+std::string Quoted(std::string_view text) { return std::string("\"").append(text).append("\""); }
 
-std::string NameWord(std::string_view name) {
-  return Contains(name, " ") ? Quoted(name) : std::string(name);
-}
+std::string NameWord(std::string_view name) { return Contains(name, " ") ? Quoted(name) : std::string(name); }
 
 std::string TrackFileText(const std::string& routeId, const std::string& displayName,
                           const std::string& description) {

@@ -129,12 +129,8 @@ std::string LandscapePicture(const std::string& name, int palette, int width, in
   int size = 0;
   void* data = nullptr;
   switch (format) {
-    case PictureFormat::Jpeg:
-      data = gdImageJpegPtr(landscape.Get(), &size, 90);
-      break;
-    case PictureFormat::Bmp:
-      data = gdImageBmpPtr(landscape.Get(), &size, 0);
-      break;
+    case PictureFormat::Jpeg: data = gdImageJpegPtr(landscape.Get(), &size, 90); break;
+    case PictureFormat::Bmp: data = gdImageBmpPtr(landscape.Get(), &size, 0); break;
     case PictureFormat::Gif:
       gdImageTrueColorToPalette(landscape.Get(), 0, 128);
       data = gdImageGifPtr(landscape.Get(), &size);

@@ -104,22 +104,14 @@ std::string FileName(const RoutePlan& plan, const Row& row, int number) {
 
 std::string Content(Kind kind, const Numbers& numbers, std::size_t size, const std::string& word) {
   switch (kind) {
-    case Kind::Texture:
-      return TextureBytes(numbers, size);
-    case Kind::Terrain:
-      return TerrainBytes(numbers, size);
-    case Kind::World:
-      return WorldText(numbers, size);
-    case Kind::ShapeDescription:
-      return ShapeDescriptionText(word + ".s");
-    case Kind::Sound:
-      return SoundBytes(numbers, size);
-    case Kind::SoundScript:
-      return SoundScriptText(word + ".wav");
-    case Kind::Environment:
-      return EnvironmentText(numbers);
-    default:
-      return ShapeBytes(numbers, size);
+    case Kind::Texture: return TextureBytes(numbers, size);
+    case Kind::Terrain: return TerrainBytes(numbers, size);
+    case Kind::World: return WorldText(numbers, size);
+    case Kind::ShapeDescription: return ShapeDescriptionText(word + ".s");
+    case Kind::Sound: return SoundBytes(numbers, size);
+    case Kind::SoundScript: return SoundScriptText(word + ".wav");
+    case Kind::Environment: return EnvironmentText(numbers);
+    default: return ShapeBytes(numbers, size);
   }
 }
 
@@ -187,20 +179,11 @@ class RouteMaker {
 
   void AddOne(const Row& row, int number) {
     switch (row.kind) {
-      case Kind::Path:
-        files_.push_back(PathFile(activityPlan_, number + 1));
-        break;
-      case Kind::Service:
-        files_.push_back(ServiceFile(activityPlan_, number + 1));
-        break;
-      case Kind::Traffic:
-        files_.push_back(TrafficFile(activityPlan_, number + 1));
-        break;
-      case Kind::Activity:
-        files_.push_back(ActivityFile(activityPlan_, number + 1));
-        break;
-      default:
-        AddPlain(row, number);
+      case Kind::Path: files_.push_back(PathFile(activityPlan_, number + 1)); break;
+      case Kind::Service: files_.push_back(ServiceFile(activityPlan_, number + 1)); break;
+      case Kind::Traffic: files_.push_back(TrafficFile(activityPlan_, number + 1)); break;
+      case Kind::Activity: files_.push_back(ActivityFile(activityPlan_, number + 1)); break;
+      default: AddPlain(row, number);
     }
   }
 
@@ -235,8 +218,6 @@ class RouteMaker {
 
 }  // namespace
 
-SampleFiles RouteFiles(const RoutePlan& plan) {
-  return RouteMaker(plan).Make();
-}
+SampleFiles RouteFiles(const RoutePlan& plan) { return RouteMaker(plan).Make(); }
 
 }  // namespace quillon

@@ -5,12 +5,14 @@
 namespace quillon {
 
 Screen* OpenScreens::Find(std::string_view name) const {
-  const auto at = std::find_if(open_.begin(), open_.end(), [&](const auto& screen) { return screen->Name() == name; });
+  const auto at =
+      std::find_if(open_.begin(), open_.end(), [&](const auto& screen) { return screen->Name() == name; });
   return at == open_.end() ? nullptr : at->get();
 }
 
 Screen& OpenScreens::BringUp(std::string_view name, bool modal) {
-  const auto at = std::find_if(open_.begin(), open_.end(), [&](const auto& screen) { return screen->Name() == name; });
+  const auto at =
+      std::find_if(open_.begin(), open_.end(), [&](const auto& screen) { return screen->Name() == name; });
   if (at != open_.end())
     std::rotate(at, at + 1, open_.end());
   else
@@ -32,7 +34,8 @@ void OpenScreens::ShowModal(std::string_view screen) {
 }
 
 void OpenScreens::Unload(std::string_view screen) {
-  const auto at = std::find_if(open_.begin(), open_.end(), [&](const auto& other) { return other->Name() == screen; });
+  const auto at =
+      std::find_if(open_.begin(), open_.end(), [&](const auto& other) { return other->Name() == screen; });
   if (at == open_.end()) return;
   const std::string name = (*at)->Name();
   unloaded_.push_back(std::move(*at));

@@ -36,8 +36,8 @@ class OpenScreens : public Stage {
   void ShutDown(bool force) override;
   bool Ended() const override { return ended_; }
 
-  /// Runs a user's action and gives the activity to whichever screen is on top afterwards. Every event of a front end
-  /// goes through here.
+  /// Runs a user's action and gives the activity to whichever screen is on top afterwards. Every event of a
+  /// front end goes through here.
   void Do(const std::function<void()>& action);
   /// Lets the top screen's activation handler run again.
   void Reactivate() { active_ = nullptr; }

@@ -19,8 +19,8 @@ class FrontEnd : public Boxes, public Shell, public Watcher, public Presenter, p
 /// Owns what a Program refers to. Several may live in one process.
 class RunningProgram {
  public:
-  /// `appFolder` is a host path without a closing separator. `frontEnd` outlives the object. `files` stands in for the
-  /// host's file system when it is given.
+  /// `appFolder` is a host path without a closing separator. `frontEnd` outlives the object. `files` stands
+  /// in for the host's file system when it is given.
   RunningProgram(std::string appFolder, FrontEnd& frontEnd, std::optional<std::uint32_t> seed = {},
                  std::unique_ptr<FileSystem> files = {});
 

@@ -30,7 +30,8 @@ const char* HarmInComponent(std::string_view component) {
   if (IsParent(component)) return "an entry's name leads out of its folder";
   if (component.size() > kLongestComponent) return "an entry's name is too long";
   const auto forbidden = [](char c) {
-    return static_cast<unsigned char>(c) < 0x20 || std::string_view("<>:\"|?*").find(c) != std::string_view::npos;
+    return static_cast<unsigned char>(c) < 0x20 || c == '<' || c == '>' || c == ':' || c == '"' || c == '|' ||
+           c == '?' || c == '*';
   };
   if (std::any_of(component.begin(), component.end(), forbidden))
     return "an entry's name has characters that no file name may have";
@@ -43,7 +44,8 @@ const char* HarmInComponent(std::string_view component) {
 std::string NormalStoredName(std::string_view stored) {
   std::string name(stored);
   std::replace(name.begin(), name.end(), '/', '\\');
-  if (name.size() >= 2 && name[1] == ':' && std::isalpha(static_cast<unsigned char>(name[0]))) name.erase(0, 2);
+  if (name.size() >= 2 && name[1] == ':' && std::isalpha(static_cast<unsigned char>(name[0])))
+    name.erase(0, 2);
   name.erase(0, std::min(name.find_first_not_of('\\'), name.size()));
   return name;
 }

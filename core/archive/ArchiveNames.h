@@ -6,12 +6,12 @@
 
 namespace quillon {
 
-/// A stored name in the system's form: backslashes, without drive and leading separators, a folder ending in a
-/// backslash.
+/// A stored name in the system's form: backslashes, without drive and leading separators, a folder ending in
+/// a backslash.
 std::string NormalStoredName(std::string_view stored);
 
-/// What keeps a normal stored name from being written below any folder: "..", characters that the target file system
-/// can't hold, a device's name, too long a name. Null when it is harmless.
+/// What keeps a normal stored name from being written below any folder: "..", characters that the target file
+/// system can't hold, a device's name, too long a name. Null when it is harmless.
 const char* HarmIn(std::string_view normalName);
 
 }  // namespace quillon

@@ -86,7 +86,8 @@ void ArchiveReader::Place(const std::vector<Placement>& placements,
                           const std::function<void(const Placement&)>& before) {
   bytesDone_ = bytesToDo_ = filesDone_ = 0;
   if (placements.empty()) return;
-  for (const auto& placement : placements) bytesToDo_ += entries_[static_cast<std::size_t>(placement.index)].size;
+  for (const auto& placement : placements)
+    bytesToDo_ += entries_[static_cast<std::size_t>(placement.index)].size;
   files_.RequireRoom(placements.front().path, bytesToDo_);
 
   const FileSystem::Pass pass(files_.Host());
@@ -116,7 +117,8 @@ void ArchiveReader::PutAll(ExtractPool& pool, const std::vector<Placement>& plac
     if (before) before(placement);
     std::string folder(FolderOf(placement.path));
     if (folders.insert(folder).second) files_.MakeFolders(CutBackslash(folder));
-    pool.Put({static_cast<std::size_t>(placement.index), files_.Host().HostPath(placement.path), placement.path});
+    pool.Put(
+        {static_cast<std::size_t>(placement.index), files_.Host().HostPath(placement.path), placement.path});
     files_.Host().Touched(placement.path, true);
     if (++count % 64 == 0) Report(pool);
   }

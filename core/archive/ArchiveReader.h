@@ -58,11 +58,14 @@ class ArchiveReader {
     int index;
     std::string path;
   };
-  /// Extracts each entry to a path of its own, in one pass over the archive. `before` is called for each in order,
-  /// before anything is written there; when it runs for a path that came before, that file is complete.
-  void Place(const std::vector<Placement>& placements, const std::function<void(const Placement&)>& before = {});
+  /// Extracts each entry to a path of its own, in one pass over the archive. `before` is called for each in
+  /// order, before anything is written there; when it runs for a path that came before, that file is
+  /// complete.
+  void Place(const std::vector<Placement>& placements,
+             const std::function<void(const Placement&)>& before = {});
 
-  /// The first entry below any other's name: a file where another entry needs a folder. Empty when there is none.
+  /// The first entry below any other's name: a file where another entry needs a folder. Empty when there is
+  /// none.
   std::string FileWhereFolderIsWanted() const;
 
  private:

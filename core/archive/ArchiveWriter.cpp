@@ -37,12 +37,14 @@ void ArchiveWriter::Add(Item item) {
 
 void ArchiveWriter::AddFiles(std::string_view path) {
   if (HasWildcard(path)) {
-    files_.Walk(path, [this](const std::string& folder, const std::string& name) { AddFiles(folder + name); });
+    files_.Walk(path,
+                [this](const std::string& folder, const std::string& name) { AddFiles(folder + name); });
     return;
   }
   FileSystem::Stamp stamp;
   if (files_.IsPathAFolder(path) || files_.Host().GetStamp(path, stamp) != FileCode::Ok) return;
-  Add({StoredName(path), std::string(path), -1, stamp.size, static_cast<std::time_t>(stamp.modified / 1000000000)});
+  Add({StoredName(path), std::string(path), -1, stamp.size,
+       static_cast<std::time_t>(stamp.modified / 1000000000)});
 }
 
 void ArchiveWriter::ExcludeFiles(std::string_view path) {

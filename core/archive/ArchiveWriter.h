@@ -26,19 +26,21 @@ class ArchiveWriter {
   std::function<void(const ArchiveWriter&)> OnProgress;
 
   void ClearFiles();
-  /// Entries are stored by their path below `baseFolder` (closing backslash) from here on. Without it a file is stored
-  /// by its full path less the root.
+  /// Entries are stored by their path below `baseFolder` (closing backslash) from here on. Without it a file
+  /// is stored by its full path less the root.
   void PrepareRebuild(std::string baseFolder) { baseFolder_ = std::move(baseFolder); }
-  /// One file by full path, or a wildcard path, which walks subfolders and keeps the tree. What is missing, or a folder,
-  /// adds nothing.
+  /// One file by full path, or a wildcard path, which walks subfolders and keeps the tree. What is missing,
+  /// or a folder, adds nothing.
   void AddFiles(std::string_view path);
   /// Takes out what was added and matches: one file by full path, or a wildcard on file names below a folder.
   void ExcludeFiles(std::string_view path);
-  /// An entry of another archive travels as it is packed there, under a stored name of its own. A name that was added
-  /// before is replaced. `archive` has read its directory, and its file stays until Zip has returned.
+  /// An entry of another archive travels as it is packed there, under a stored name of its own. A name that
+  /// was added before is replaced. `archive` has read its directory, and its file stays until Zip has
+  /// returned.
   void AddEntry(const ArchiveReader& archive, int index, std::string_view storedName);
 
-  /// Writes the archive; with nothing added, one that has no entries. Raises RunTimeErrors and leaves no file then.
+  /// Writes the archive; with nothing added, one that has no entries. Raises RunTimeErrors and leaves no file
+  /// then.
   void Zip();
   /// 0 to 100, of the running Zip, by bytes.
   int PercentDone() const;

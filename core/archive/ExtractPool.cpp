@@ -20,7 +20,8 @@ unsigned WorkerCount() { return std::clamp(std::thread::hardware_concurrency(), 
 
 ExtractPool::ExtractPool(std::string archiveHostPath, std::string archivePath,
                          const std::vector<ArchiveEntry>& entries, unsigned threads,
-                         std::function<void(const ExtractJob&, const Damage&)> damaged, std::function<void()> idle)
+                         std::function<void(const ExtractJob&, const Damage&)> damaged,
+                         std::function<void()> idle)
     : archiveHostPath_(std::move(archiveHostPath)),
       archivePath_(std::move(archivePath)),
       entries_(entries),

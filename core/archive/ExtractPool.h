@@ -26,8 +26,9 @@ struct ExtractJob {
 /// Worker threads over one archive. A job's file is complete or, after a failure, absent.
 class ExtractPool {
  public:
-  /// `archive` and `entries` outlive the pool. `threads` may be 0: then Put does the work itself. `damaged` hears of
-  /// entries that can't be unpacked, on the caller's thread; `idle` is called while the caller waits.
+  /// `archive` and `entries` outlive the pool. `threads` may be 0: then Put does the work itself. `damaged`
+  /// hears of entries that can't be unpacked, on the caller's thread; `idle` is called while the caller
+  /// waits.
   ExtractPool(std::string archiveHostPath, std::string archivePath, const std::vector<ArchiveEntry>& entries,
               unsigned threads, std::function<void(const ExtractJob&, const Damage&)> damaged,
               std::function<void()> idle);

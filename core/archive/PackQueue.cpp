@@ -60,7 +60,8 @@ PackQueue::~PackQueue() {
 }
 
 void PackQueue::Work() {
-  const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(libdeflate_alloc_compressor(kLevel));
+  const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(
+      libdeflate_alloc_compressor(kLevel));
   std::unique_lock lock(mutex_);
   for (;;) {
     // The file that is waited for is always packed, however much lies ahead.

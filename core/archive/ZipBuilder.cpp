@@ -98,7 +98,8 @@ ZipBuilder::~ZipBuilder() {
 void ZipBuilder::Fail() {
   if (failure_) std::rethrow_exception(failure_);
   RaiseFileError(output_->code, path_);
-  throw RunTimeError(ErrorNumber::DeviceIoError, path_, zip_ ? zip_strerror(zip_) : "the archive can't be made");
+  throw RunTimeError(ErrorNumber::DeviceIoError, path_,
+                     zip_ ? zip_strerror(zip_) : "the archive can't be made");
 }
 
 void ZipBuilder::Add(const std::string& storedName, zip_source_t* source) {
@@ -113,8 +114,10 @@ void ZipBuilder::Add(const std::string& storedName, zip_source_t* source) {
   ++count_;
 }
 
-void ZipBuilder::AddPacked(const std::string& storedName, std::time_t modified, std::function<PackedFile()> take) {
-  auto state = std::make_unique<PackedSource>(PackedSource{*this, std::move(take), modified, {}, 0, false, {}});
+void ZipBuilder::AddPacked(const std::string& storedName, std::time_t modified,
+                           std::function<PackedFile()> take) {
+  auto state =
+      std::make_unique<PackedSource>(PackedSource{*this, std::move(take), modified, {}, 0, false, {}});
   Add(storedName, zip_source_function(zip_, ReadPacked, state.get()));
   sources_.push_back(std::move(state));
 }
@@ -123,7 +126,8 @@ void ZipBuilder::AddStream(const std::string& storedName, const std::string& hos
   Add(storedName, zip_source_file(zip_, hostPath.c_str(), 0, -1));
 }
 
-void ZipBuilder::AddFrom(const std::string& storedName, zip_t* source, std::uint64_t index, std::uint16_t method) {
+void ZipBuilder::AddFrom(const std::string& storedName, zip_t* source, std::uint64_t index,
+                         std::uint16_t method) {
   Add(storedName, zip_source_zip(zip_, source, index, ZIP_FL_COMPRESSED, 0, -1));
   zip_set_file_compression(zip_, count_ - 1, method, 0);
 }
@@ -137,8 +141,8 @@ void ZipBuilder::Write(const std::function<void(double)>& progress) {
   }
   using Callback = std::function<void(double)>;
   zip_register_progress_callback_with_state(
-      zip_, 0.002, [](zip_t*, double share, void* state) { (*static_cast<const Callback*>(state))(share); }, nullptr,
-      const_cast<Callback*>(&progress));
+      zip_, 0.002, [](zip_t*, double share, void* state) { (*static_cast<const Callback*>(state))(share); },
+      nullptr, const_cast<Callback*>(&progress));
   if (zip_close(zip_) != 0) Fail();
   zip_ = nullptr;
 }
@@ -153,7 +157,9 @@ zip_int64_t ZipBuilder::ReadPacked(void* state, void* data, zip_uint64_t length,
       source.at += count;
       return static_cast<zip_int64_t>(count);
     }
-    case ZIP_SOURCE_CLOSE: source.packed.data = {}; return 0;
+    case ZIP_SOURCE_CLOSE:
+      std::string().swap(source.packed.data);  // an assignment would keep the memory
+      return 0;
     case ZIP_SOURCE_STAT:
       if (!source.Take()) return -1;
       source.Describe(*static_cast<zip_stat_t*>(data));

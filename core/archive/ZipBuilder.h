@@ -16,8 +16,8 @@
 
 namespace quillon {
 
-/// One archive being built. Entries are added in order, then Write puts it on the disk. Errors are RunTimeErrors that
-/// name the archive or the file.
+/// One archive being built. Entries are added in order, then Write puts it on the disk. Errors are
+/// RunTimeErrors that name the archive or the file.
 class ZipBuilder {
  public:
   /// `path` is `hostPath` in the system's form, for messages.

@@ -28,12 +28,19 @@ struct CloseEntry {
 };
 using EntryFile = std::unique_ptr<zip_file_t, CloseEntry>;
 
-[[noreturn]] void Broken(const ArchiveEntry& entry) { throw Damage{"the data of " + entry.name + " are damaged"}; }
+[[noreturn]] void Broken(const ArchiveEntry& entry) {
+  throw Damage{"the data of " + entry.name + " are damaged"};
+}
 
-void ReadExactly(zip_file_t* file, const ArchiveEntry& entry, std::string& bytes) {
-  std::size_t done = 0;
-  while (done < bytes.size()) {
-    const auto count = zip_fread(file, bytes.data() + done, bytes.size() - done);
+/// A buffer only grows: filling it anew for each entry would cost as much as unpacking.
+void MakeRoom(std::string& buffer, std::uint64_t size) {
+  if (buffer.size() < size) buffer.resize(size);
+}
+
+void ReadExactly(zip_file_t* file, const ArchiveEntry& entry, char* bytes, std::uint64_t size) {
+  std::uint64_t done = 0;
+  while (done < size) {
+    const auto count = zip_fread(file, bytes + done, size - done);
     if (count <= 0) Broken(entry);
     done += static_cast<std::size_t>(count);
   }
@@ -95,26 +102,26 @@ void ZipFile::Unpack(std::size_t index, const Sink& sink) {
 }
 
 void ZipFile::UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
-  packed_.resize(entry.packedSize);
-  ReadExactly(file, entry, packed_);
-  std::string_view data = packed_;
+  MakeRoom(packed_, entry.packedSize);
+  ReadExactly(file, entry, packed_.data(), entry.packedSize);
+  std::string_view data(packed_.data(), entry.packedSize);
   if (entry.method == ZIP_CM_DEFLATE) {
-    unpacked_.resize(entry.size);
-    const auto result = libdeflate_deflate_decompress(Decompressor(), packed_.data(), packed_.size(),
-                                                      unpacked_.data(), unpacked_.size(), nullptr);
+    MakeRoom(unpacked_, entry.size);
+    const auto result = libdeflate_deflate_decompress(Decompressor(), packed_.data(), entry.packedSize,
+                                                      unpacked_.data(), entry.size, nullptr);
     if (result != LIBDEFLATE_SUCCESS) Broken(entry);
-    data = unpacked_;
+    data = {unpacked_.data(), entry.size};
   }
   if (data.size() != entry.size || libdeflate_crc32(0, data.data(), data.size()) != entry.crc) Broken(entry);
   sink(data);
 }
 
 void ZipFile::UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
-  unpacked_.resize(kPiece);
+  MakeRoom(unpacked_, kPiece);
   std::uint64_t done = 0;
   std::uint32_t crc = 0;
   for (;;) {
-    const auto count = zip_fread(file, unpacked_.data(), unpacked_.size());
+    const auto count = zip_fread(file, unpacked_.data(), kPiece);
     if (count < 0) Broken(entry);
     if (count == 0) break;
     const std::string_view piece(unpacked_.data(), static_cast<std::size_t>(count));

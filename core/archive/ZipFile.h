@@ -42,8 +42,8 @@ class ZipFile {
   const std::vector<ArchiveEntry>& Entries() const { return entries_; }
 
   using Sink = std::function<void(std::string_view)>;
-  /// Unpacks an entry into `sink`, in one piece when it is small. Throws Damage when data or checksum are wrong; what
-  /// `sink` got by then is worthless.
+  /// Unpacks an entry into `sink`, in one piece when it is small. Throws Damage when data or checksum are
+  /// wrong; what `sink` got by then is worthless.
   void Unpack(std::size_t index, const Sink& sink);
 
   /// The archive below, for entries that travel packed into another archive.

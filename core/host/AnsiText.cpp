@@ -31,9 +31,7 @@ const std::unordered_map<std::string_view, char>& BytesOfUpperHalf() {
   return bytes;
 }
 
-bool ContinuesCharacter(char c) {
-  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
+bool ContinuesCharacter(char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; }
 
 }  // namespace
 

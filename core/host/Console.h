@@ -7,7 +7,8 @@
 
 namespace quillon {
 
-/// The arguments as UTF-8, without the program's name. A reader that goes away does not end the program from then on.
+/// The arguments as UTF-8, without the program's name. A reader that goes away does not end the program from
+/// then on.
 std::vector<std::string> PrepareConsole(int argc, char** argv);
 
 /// True when a person watches `file`.

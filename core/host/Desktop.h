@@ -34,8 +34,8 @@ class InstanceLock {
   virtual ~InstanceLock() = default;
 };
 
-/// Null when another process holds the lock of the installation whose lock file is `hostPath`. A file left behind by a
-/// process that died never blocks.
+/// Null when another process holds the lock of the installation whose lock file is `hostPath`. A file left
+/// behind by a process that died never blocks.
 std::unique_ptr<InstanceLock> TakeInstanceLock(const std::string& hostPath);
 
 }  // namespace quillon

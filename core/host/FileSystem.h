@@ -48,14 +48,15 @@ class OutputFile {
   virtual FileCode Write(std::string_view bytes) = 0;
 };
 
-/// The file calls. Paths are the system's texts: absolute, with backslashes, without regard to case. One thread uses an
-/// object at a time.
+/// The file calls. Paths are the system's texts: absolute, with backslashes, without regard to case. One
+/// thread uses an object at a time.
 class FileSystem {
  public:
   virtual ~FileSystem() = default;
 
-  /// The names that match the last part of `pattern` (wildcards * and ?), in the platform's order: "." and ".." first
-  /// where they match, then by upper-cased name. FileNotFound when nothing matches, PathNotFound without the folder.
+  /// The names that match the last part of `pattern` (wildcards * and ?), in the platform's order: "." and
+  /// ".." first where they match, then by upper-cased name. FileNotFound when nothing matches, PathNotFound
+  /// without the folder.
   virtual FileCode Find(std::string_view pattern, std::vector<FoundFile>& found) = 0;
 
   /// FileNotFound or PathNotFound when nothing is there.
@@ -66,11 +67,13 @@ class FileSystem {
   /// Bytes of a file.
   virtual FileCode GetSize(std::string_view path, std::uint64_t& size) = 0;
 
-  /// Deletes one file, or a link to one; a read-only one is refused with AccessDenied, a wildcard with InvalidName.
+  /// Deletes one file, or a link to one; a read-only one is refused with AccessDenied, a wildcard with
+  /// InvalidName.
   virtual FileCode Delete(std::string_view path) = 0;
   /// Renames a file or folder; a name that is taken is refused with AlreadyExists.
   virtual FileCode Move(std::string_view from, std::string_view to) = 0;
-  /// Copies a file with its time and read-only mark. An existing target is replaced; a read-only one is refused.
+  /// Copies a file with its time and read-only mark. An existing target is replaced; a read-only one is
+  /// refused.
   virtual FileCode Copy(std::string_view from, std::string_view to) = 0;
   /// One level only.
   virtual FileCode CreateFolder(std::string_view path) = 0;
@@ -79,13 +82,14 @@ class FileSystem {
 
   /// The whole file.
   virtual FileCode Read(std::string_view path, std::string& bytes) = 0;
-  /// Replaces the whole file in one step: a reader, or a crash, meets the old bytes or the new ones. A read-only file is
-  /// refused.
+  /// Replaces the whole file in one step: a reader, or a crash, meets the old bytes or the new ones. A
+  /// read-only file is refused.
   virtual FileCode Replace(std::string_view path, std::string_view bytes) = 0;
   /// Opens for writing; the file is emptied, or kept and added to when `append` is set.
   virtual FileCode Open(std::string_view path, bool append, std::unique_ptr<OutputFile>& file) = 0;
 
-  /// Identity of a file's present state, for caches: size, times and place. PathNotFound as GetAttributes has it.
+  /// Identity of a file's present state, for caches: size, times and place. PathNotFound as GetAttributes has
+  /// it.
   struct Stamp {
     std::uint64_t size = 0, inode = 0;
     std::int64_t modified = 0, changed = 0;  // nanoseconds since 1970
@@ -93,8 +97,8 @@ class FileSystem {
   };
   virtual FileCode GetStamp(std::string_view path, Stamp& stamp) = 0;
 
-  /// The host's name of `path`, existing or to be made, for libraries that open files themselves. A name that is new
-  /// gets the spelling of the text. Empty when the text names nothing on any disk of this host.
+  /// The host's name of `path`, existing or to be made, for libraries that open files themselves. A name that
+  /// is new gets the spelling of the text. Empty when the text names nothing on any disk of this host.
   virtual std::string HostPath(std::string_view path) = 0;
   /// Says that a library has made or removed the file at `path`.
   virtual void Touched(std::string_view path, bool exists) = 0;
@@ -102,8 +106,8 @@ class FileSystem {
   /// Bytes that a user may still write to the disk that holds `path`'s folder.
   virtual std::uint64_t FreeSpace(std::string_view path) = 0;
 
-  /// While one lives, folders are listed once and remembered, so that a pass over thousands of files is linear. For
-  /// passes during which no other program is expected to change the same folders.
+  /// While one lives, folders are listed once and remembered, so that a pass over thousands of files is
+  /// linear. For passes during which no other program is expected to change the same folders.
   class Pass {
    public:
     explicit Pass(FileSystem& files) : files_(files) { files_.BeginPass(); }
@@ -123,7 +127,8 @@ class FileSystem {
 /// The file calls of this machine.
 std::unique_ptr<FileSystem> MakeHostFileSystem();
 
-/// The target platform's wildcard rule on one name: "*.*" means all, a "?" at the end of a part may stand for nothing.
+/// The target platform's wildcard rule on one name: "*.*" means all, a "?" at the end of a part may stand for
+/// nothing.
 bool MatchesPattern(std::string_view name, std::string_view pattern);
 
 }  // namespace quillon

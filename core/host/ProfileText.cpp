@@ -34,9 +34,7 @@ bool IsOneLine(std::string_view text) {
   return text.empty();
 }
 
-std::string_view EndOf(std::string_view line) {
-  return line.substr(line.find_last_not_of(kLineEnds) + 1);
-}
+std::string_view EndOf(std::string_view line) { return line.substr(line.find_last_not_of(kLineEnds) + 1); }
 
 std::string_view WithoutEnd(std::string_view line) {
   return line.substr(0, line.size() - EndOf(line).size());
@@ -56,9 +54,7 @@ std::optional<std::string_view> HeaderName(std::string_view line) {
   return TrimBlanks(content.substr(1, end - 1));
 }
 
-bool IsComment(std::string_view content) {
-  return content.starts_with(';');
-}
+bool IsComment(std::string_view content) { return content.starts_with(';'); }
 
 std::optional<std::string_view> KeyName(std::string_view line) {
   const auto content = Content(line);
@@ -79,9 +75,7 @@ std::string_view WithoutQuotes(std::string_view value) {
 }
 
 /// What was written into the line of a key may make it more lines, or a header.
-bool IsPlain(std::string_view line) {
-  return IsOneLine(line) && !HeaderName(line);
-}
+bool IsPlain(std::string_view line) { return IsOneLine(line) && !HeaderName(line); }
 
 void EndLine(std::string& line) {
   if (!line.empty() && EndOf(line).empty()) line += kNewLine;
@@ -124,9 +118,7 @@ ProfileText::ProfileText(std::string_view bytes) : wide_(bytes.starts_with("\xFF
   Parse(wide_ ? DecodeGameText(bytes) : bytes);
 }
 
-std::string ProfileText::Bytes() const {
-  return wide_ ? EncodeGameText(Joined()) : Joined();
-}
+std::string ProfileText::Bytes() const { return wide_ ? EncodeGameText(Joined()) : Joined(); }
 
 std::optional<std::string> ProfileText::Value(std::string_view section, std::string_view key) const {
   const auto* found = Find(section);
@@ -276,8 +268,6 @@ std::string ProfileText::Outward(std::string_view text) const {
   return wide_ ? Utf8ToAnsi(text) : std::string(text);
 }
 
-std::string ProfileText::Fold(std::string_view name) const {
-  return UpperCase(TrimBlanks(name));
-}
+std::string ProfileText::Fold(std::string_view name) const { return UpperCase(TrimBlanks(name)); }
 
 }  // namespace quillon

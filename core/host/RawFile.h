@@ -10,8 +10,8 @@
 
 namespace quillon {
 
-/// Makes a new file in place of what stood under its name; a link there is replaced, not followed. Until Keep is called
-/// the destructor removes the file.
+/// Makes a new file in place of what stood under its name; a link there is replaced, not followed. Until Keep
+/// is called the destructor removes the file.
 class RawFile {
  public:
   explicit RawFile(std::string hostPath);

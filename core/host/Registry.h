@@ -20,10 +20,12 @@ class Registry {
  public:
   virtual ~Registry() = default;
 
-  /// Empty when key or value are missing, or the value is of another type. `name` empty is the key's default value.
+  /// Empty when key or value are missing, or the value is of another type. `name` empty is the key's default
+  /// value.
   virtual RegValue RegGetValue(RegRoot root, std::string_view key, std::string_view name) = 0;
   /// Does nothing when the key is missing.
-  virtual void RegSetValue(RegRoot root, std::string_view key, std::string_view name, const RegValue& value) = 0;
+  virtual void RegSetValue(RegRoot root, std::string_view key, std::string_view name,
+                           const RegValue& value) = 0;
   /// Makes a key with its parents; an existing one is left alone.
   virtual void CreateKey(RegRoot root, std::string_view key) = 0;
 
@@ -35,7 +37,8 @@ class Registry {
   }
 };
 
-/// The registry of this machine; where the platform has none, a profile file at `standInFile`. `profiles` outlives it.
+/// The registry of this machine; where the platform has none, a profile file at `standInFile`. `profiles`
+/// outlives it.
 std::unique_ptr<Registry> MakeRegistry(ProfileFunctions& profiles, std::string standInFile);
 
 inline constexpr std::string_view kLarkmoorKey = "SOFTWARE\\Ostrand\\Larkmoor";

@@ -75,15 +75,9 @@ void Wildcard::Step(std::int32_t letter, bool lastDot) {
     if (now_[i] == 0) continue;
     const Token& token = tokens_[i];
     switch (token.kind) {
-      case Kind::Letter:
-        next_[i + 1] |= letter == token.letter;
-        break;
-      case Kind::DotOrNothing:
-        next_[i + 1] |= letter == '.';
-        break;
-      case Kind::AnyLetter:
-        (letter == '.' ? now_ : next_)[i + 1] = 1;
-        break;
+      case Kind::Letter: next_[i + 1] |= letter == token.letter; break;
+      case Kind::DotOrNothing: next_[i + 1] |= letter == '.'; break;
+      case Kind::AnyLetter: (letter == '.' ? now_ : next_)[i + 1] = 1; break;
       case Kind::AnyText:
       case Kind::AnyStem:
         now_[i + 1] = 1;

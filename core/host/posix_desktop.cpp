@@ -86,8 +86,8 @@ void OpenWithDesktop(const std::string& hostPath) { StartDetached("xdg-open", ho
 void ExploreWithDesktop(const std::string& hostPath) { StartDetached("xdg-open", hostPath); }
 
 std::string ShortcutContent(const std::string& hostFolder) {
-  return "[Desktop Entry]\nType=Link\nName=Downloaded MSTS routes\nIcon=folder-download\nURL=file://" + hostFolder +
-         "\n";
+  return "[Desktop Entry]\nType=Link\nName=Downloaded MSTS routes\nIcon=folder-download\nURL=file://" +
+         hostFolder + "\n";
 }
 
 std::string ExecutableFolder() {
@@ -107,7 +107,8 @@ std::unique_ptr<InstanceLock> TakeInstanceLock(const std::string& hostPath) {
   const int handle = ::open(hostPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
   // Where no lock can be held, as in a read-only folder, there is no second instance to fear either.
   if (handle < 0) return std::make_unique<FileLock>(handle);
-  if (::flock(handle, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) return std::make_unique<FileLock>(handle);
+  if (::flock(handle, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)
+    return std::make_unique<FileLock>(handle);
   ::close(handle);
   return nullptr;
 }

@@ -17,32 +17,22 @@ bool HasFolder(const std::string& host) {
 
 FileCode CodeOf(int error, const std::string& host) {
   switch (error) {
-    case 0:
-      return FileCode::Ok;
-    case ENOENT:
-      return HasFolder(host) ? FileCode::FileNotFound : FileCode::PathNotFound;
-    case ENOTDIR:
-      return FileCode::PathNotFound;
+    case 0: return FileCode::Ok;
+    case ENOENT: return HasFolder(host) ? FileCode::FileNotFound : FileCode::PathNotFound;
+    case ENOTDIR: return FileCode::PathNotFound;
     case EACCES:
     case EPERM:
     case EROFS:
-    case EISDIR:
-      return FileCode::AccessDenied;
+    case EISDIR: return FileCode::AccessDenied;
     case ENOSPC:
-    case EDQUOT:
-      return FileCode::DiskFull;
+    case EDQUOT: return FileCode::DiskFull;
     case ENAMETOOLONG:
-    case EINVAL:
-      return FileCode::InvalidName;
-    case EEXIST:
-      return FileCode::AlreadyExists;
-    case ENOTEMPTY:
-      return FileCode::DirectoryNotEmpty;
+    case EINVAL: return FileCode::InvalidName;
+    case EEXIST: return FileCode::AlreadyExists;
+    case ENOTEMPTY: return FileCode::DirectoryNotEmpty;
     case ETXTBSY:
-    case EBUSY:
-      return FileCode::SharingViolation;
-    default:
-      return FileCode::Failed;
+    case EBUSY: return FileCode::SharingViolation;
+    default: return FileCode::Failed;
   }
 }
 

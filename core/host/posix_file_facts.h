@@ -10,9 +10,7 @@
 namespace quillon {
 
 /// The mode bits decide, not what the user may do: to an administrator every file would be writable.
-inline bool IsReadOnly(const struct stat& file) {
-  return (file.st_mode & S_IWUSR) == 0;
-}
+inline bool IsReadOnly(const struct stat& file) { return (file.st_mode & S_IWUSR) == 0; }
 
 /// Attributes and kind of what stands at `host`; 0 or an errno. A link has no read-only mark: to change the
 /// mode of what it points to would reach out of the folder that is being worked on.

@@ -91,14 +91,14 @@ void PosixFileSystem::StartCall() {
 }
 
 Place PosixFileSystem::Locate(std::string_view path) {
-  return tree_.Locate(TakeApart(path));
+  return passes_ > 0 ? tree_.LocateAgain(path) : tree_.Locate(TakeApart(path));
 }
 
 /// For calls that change no names: between passes one question is enough for a path that is spelled exactly.
 Place PosixFileSystem::Look(std::string_view path) {
+  if (passes_ > 0) return tree_.LocateAgain(path);
   const PathText text = TakeApart(path);
-  if (passes_ > 0 || text.code != FileCode::Ok || text.closed || text.names.empty())
-    return tree_.Locate(text);
+  if (text.code != FileCode::Ok || text.closed || text.names.empty()) return tree_.Locate(text);
   Place place;
   struct stat found;
   place.host = ExactHostPath(text);
@@ -192,7 +192,7 @@ FileCode PosixFileSystem::Delete(std::string_view path) {
   if (const int error = Inspect(place.host, file); error != 0) return CodeOf(error, place.host);
   if ((file.attributes & (kFolder | kReadOnly)) != 0) return FileCode::AccessDenied;
   if (::unlink(place.host.c_str()) != 0) return CodeOf(errno, place.host);
-  FolderTree::Remove(place);
+  tree_.Remove(place);
   return FileCode::Ok;
 }
 
@@ -210,8 +210,8 @@ FileCode PosixFileSystem::Move(std::string_view from, std::string_view to) {
   if (error == EXDEV) return MoveAcross(source, place);
   if (error == EINVAL) return FileCode::SharingViolation;  // a folder into itself
   if (error != 0) return CodeOf(error, place.host);
-  FolderTree::Remove(source);
-  FolderTree::Add(place, source.type);
+  tree_.Remove(source);
+  tree_.Add(place, source.type);
   return FileCode::Ok;
 }
 
@@ -223,8 +223,8 @@ FileCode PosixFileSystem::Respell(const Place& place) {
     return FileCode::Ok;
   respelled.host.replace(place.host.size() - place.name.size(), std::string::npos, respelled.name);
   if (::rename(place.host.c_str(), respelled.host.c_str()) != 0) return CodeOf(errno, place.host);
-  FolderTree::Remove(place);
-  FolderTree::Add(respelled, place.type);
+  tree_.Remove(place);
+  tree_.Add(respelled, place.type);
   return FileCode::Ok;
 }
 
@@ -234,7 +234,7 @@ FileCode PosixFileSystem::MoveAcross(const Place& source, const Place& place) {
   Target target{place, place.host};
   if (const FileCode code = CopyInto(source.host, target); code != FileCode::Ok) return code;
   if (::unlink(source.host.c_str()) != 0) return CodeOf(errno, source.host);
-  FolderTree::Remove(source);
+  tree_.Remove(source);
   return FileCode::Ok;
 }
 
@@ -282,7 +282,7 @@ FileCode PosixFileSystem::CopyInto(const std::string& source, Target& target) {
   if (error == 0) error = CopyBytes(in.Number(), out.Number(), static_cast<std::uint64_t>(file.st_size));
   if (error == 0 && ::futimens(out.Number(), times) != 0) error = errno;
   if (error == 0) error = out.Publish();
-  if (error == 0 && !target.Replaces()) FolderTree::Add(target.place, DT_REG);
+  if (error == 0 && !target.Replaces()) tree_.Add(target.place, DT_REG);
   return CodeOf(error, target.host);
 }
 
@@ -293,7 +293,7 @@ FileCode PosixFileSystem::CreateFolder(std::string_view path) {
   if (place.code != FileCode::FileNotFound) return place.code;
   if (!Creatable(place.name)) return FileCode::InvalidName;
   if (::mkdir(place.host.c_str(), 0777) != 0) return CodeOf(errno, place.host);
-  FolderTree::Add(place, DT_DIR);
+  tree_.Add(place, DT_DIR);
   return FileCode::Ok;
 }
 
@@ -306,7 +306,7 @@ FileCode PosixFileSystem::RemoveFolder(std::string_view path) {
   if (!file.folder()) return FileCode::NotADirectory;
   const int result = file.link ? ::unlink(place.host.c_str()) : ::rmdir(place.host.c_str());
   if (result != 0) return CodeOf(errno, place.host);
-  FolderTree::Remove(place);
+  tree_.Remove(place);
   return FileCode::Ok;
 }
 
@@ -331,7 +331,7 @@ FileCode PosixFileSystem::Replace(std::string_view path, std::string_view bytes)
   if (error == 0 && target.Replaces() && ::fchmod(out.Number(), target.old.st_mode & 07777) != 0)
     error = errno;
   if (error == 0) error = out.Publish();
-  if (error == 0 && !target.Replaces()) FolderTree::Add(target.place, DT_REG);
+  if (error == 0 && !target.Replaces()) tree_.Add(target.place, DT_REG);
   return CodeOf(error, target.host);
 }
 
@@ -344,7 +344,7 @@ FileCode PosixFileSystem::Open(std::string_view path, bool append, std::unique_p
       ::open(target.host.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (append ? O_APPEND : O_TRUNC), 0666);
   if (number < 0) return CodeOf(errno, target.host);
   file = std::make_unique<PosixOutputFile>(number);
-  if (!target.Replaces()) FolderTree::Add(target.place, DT_REG);
+  if (!target.Replaces()) tree_.Add(target.place, DT_REG);
   return FileCode::Ok;
 }
 
@@ -354,7 +354,7 @@ std::string PosixFileSystem::HostPath(std::string_view path) {
 }
 
 void PosixFileSystem::Touched(std::string_view path, bool exists) {
-  if (passes_ > 0) tree_.Touched(TakeApart(path), exists);
+  if (passes_ > 0) tree_.Touched(path, exists);
 }
 
 std::uint64_t PosixFileSystem::FreeSpace(std::string_view path) {
@@ -366,8 +366,6 @@ std::uint64_t PosixFileSystem::FreeSpace(std::string_view path) {
 
 }  // namespace
 
-std::unique_ptr<FileSystem> MakeHostFileSystem() {
-  return std::make_unique<PosixFileSystem>();
-}
+std::unique_ptr<FileSystem> MakeHostFileSystem() { return std::make_unique<PosixFileSystem>(); }
 
 }  // namespace quillon

@@ -74,6 +74,8 @@ void ReadNames(FolderNode& node, const std::string& host) {
   node.state = node.error == 0 ? State::Listed : State::Unlistable;
 }
 
+constexpr std::size_t kMostRemembered = 256;
+
 /// UTF-8 in the order of UTF-16 code units: what needs two units comes in front of U+E000.
 bool ComesBefore(const std::string& a, const std::string& b) {
   const auto weight = [](char c) {
@@ -101,6 +103,7 @@ std::vector<std::string_view> MatchingNames(const FolderNode& folder, Wildcard& 
 
 void FolderTree::Clear() {
   root_ = std::make_shared<FolderNode>();
+  remembered_.clear();
 }
 
 FolderChild* FolderTree::Find(FolderNode& node, const std::string& host, std::string_view name, int& error) {
@@ -183,6 +186,42 @@ Place FolderTree::Locate(const PathText& text) {
   return place;
 }
 
+Place FolderTree::LocateAgain(std::string_view path) {
+  const auto cut = path.find_last_of("\\/");
+  const std::string_view name = path.substr(cut + 1);
+  if (cut == path.npos || name.empty() || name == "." || name == "..") return Locate(TakeApart(path));
+  const std::string folderText(path.substr(0, cut));
+  const auto known = remembered_.find(folderText);
+  if (known == remembered_.end()) {
+    const Place place = Locate(TakeApart(path));
+    const bool inFolder = place.folder != nullptr && place.host.size() > place.name.size();
+    if (inFolder && remembered_.size() >= kMostRemembered) remembered_.clear();
+    if (inFolder)
+      remembered_[folderText] = {place.folder,
+                                 place.host.substr(0, place.host.size() - place.name.size() - 1)};
+    return place;
+  }
+  Place place;
+  if (!ValidName(name) || HasWildcard(name)) {
+    place.code = FileCode::InvalidName;
+    return place;
+  }
+  FillPlace(place, *known->second.folder, known->second.host, name);
+  place.folder = known->second.folder;
+  return place;
+}
+
+void FolderTree::FillPlace(Place& place, FolderNode& folder, const std::string& host,
+                           std::string_view wanted) {
+  int error = 0;
+  const FolderChild* child = Find(folder, host, wanted, error);
+  place.name = child != nullptr ? child->name : std::string(DropTail(wanted));
+  place.wanted = wanted;
+  place.type = child != nullptr ? child->type : static_cast<unsigned char>(DT_UNKNOWN);
+  place.host = Join(host, place.name);
+  if (child == nullptr) place.code = error != 0 ? CodeOf(error, place.host) : FileCode::FileNotFound;
+}
+
 std::shared_ptr<const FolderNode> FolderTree::List(const PathText& text, std::string& host, FileCode& code) {
   const Place place = Locate(text);
   std::shared_ptr<FolderNode> node = text.names.empty() ? root_ : nullptr;
@@ -211,32 +250,20 @@ void FolderTree::Remove(const Place& place) {
   const auto [begin, end] = place.folder->children.equal_range(UpperCase(place.name));
   for (auto it = begin; it != end; ++it) {
     if (it->second.name != place.name) continue;
+    if (it->second.type != DT_REG) remembered_.clear();
     place.folder->children.erase(it);
     return;
   }
 }
 
-void FolderTree::Touched(const PathText& text, bool exists) {
-  if (text.code != FileCode::Ok) return;
-  std::shared_ptr<FolderNode> node = root_;
-  std::string host;
-  for (const auto& wanted : text.names) {
-    int error = 0;
-    FolderChild* child = Find(*node, host, wanted, error);
-    if (&wanted == &text.names.back()) {
-      Place place;
-      place.name = child != nullptr ? child->name : std::string(DropTail(wanted));
-      place.folder = node;
-      exists ? Add(place, DT_UNKNOWN) : Remove(place);
-      return;
-    }
-    // The folder may be as new as the file in it.
-    if (child == nullptr) child = Probe(*node, host, UpperCase(DropTail(wanted)), DropTail(wanted), error);
-    if (child == nullptr) return;
-    host = Join(host, child->name);
-    node = Enter(*child, host);
-    if (node == nullptr) return;
+void FolderTree::Touched(std::string_view path, bool exists) {
+  const Place place = LocateAgain(path);
+  if (place.folder == nullptr) {
+    // The folder is as new as the file in it: what is known of the way there is no longer true.
+    if (exists && place.code == FileCode::PathNotFound) Clear();
+    return;
   }
+  exists ? Add(place, DT_REG) : Remove(place);
 }
 
 }  // namespace quillon

@@ -62,23 +62,34 @@ class FolderTree {
 
   /// A name is looked for as it is spelled, then without regard to case, then both again without its tail.
   Place Locate(const PathText& text);
+  /// The same for a path text, with a memory of the folders last asked for: passes ask for thousands of names
+  /// of few.
+  Place LocateAgain(std::string_view path);
   /// The folder that `text` names, listed. `host` becomes its host path. Null, and `code` says why, when
   /// there is none.
   std::shared_ptr<const FolderNode> List(const PathText& text, std::string& host, FileCode& code);
 
   /// A name was made at `place`, or removed from it, with all that is below.
-  static void Add(const Place& place, unsigned char type);
-  static void Remove(const Place& place);
-  /// Something unknown has happened to a name, and maybe to folders on the way to it.
-  void Touched(const PathText& text, bool exists);
+  void Add(const Place& place, unsigned char type);
+  void Remove(const Place& place);
+  /// A library has made or removed the file at `path`, and maybe folders on the way to it.
+  void Touched(std::string_view path, bool exists);
 
  private:
   FolderChild* Find(FolderNode& node, const std::string& host, std::string_view name, int& error);
   FolderChild* FindSpelled(FolderNode& node, const std::string& host, std::string_view name, int& error);
+  void FillPlace(Place& place, FolderNode& folder, const std::string& host, std::string_view wanted);
   std::shared_ptr<FolderNode> Enter(FolderChild& child, const std::string& host);
   std::shared_ptr<FolderNode> EnterLink(FolderChild& child, const std::string& host);
 
+  /// A folder by the text that led to it.
+  struct Remembered {
+    std::shared_ptr<FolderNode> folder;
+    std::string host;
+  };
+
   std::shared_ptr<FolderNode> root_;
+  std::unordered_map<std::string, Remembered> remembered_;
 };
 
 }  // namespace quillon

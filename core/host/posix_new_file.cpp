@@ -29,9 +29,7 @@ std::string PartName(const std::string& host) {
   return host.substr(0, start + kept).append(kPartMark);
 }
 
-std::string OpenFileName(int file) {
-  return "/proc/self/fd/" + std::to_string(file);
-}
+std::string OpenFileName(int file) { return "/proc/self/fd/" + std::to_string(file); }
 
 /// Without it an unnamed file can't get a name.
 bool HasOpenFileNames() {

@@ -13,26 +13,13 @@
 namespace quillon {
 namespace {
 
-bool IsSeparator(char c) {
-  return c == '\\' || c == '/';
-}
+bool IsSeparator(char c) { return c == '\\' || c == '/'; }
 
-bool IsLetter(char c) {
-  return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
-}
-
-bool HasWildcard(std::string_view name) {
-  return name.find_first_of("*?") != name.npos;
-}
+bool IsLetter(char c) { return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'); }
 
 bool IsRefused(char c) {
   const auto byte = static_cast<unsigned char>(c);
   return byte < 0x20 || c == '<' || c == '>' || c == ':' || c == '"' || c == '|';
-}
-
-/// Whether a disk of the target platform, and of this one, can hold the name.
-bool ValidName(std::string_view name) {
-  return name.size() <= NAME_MAX && std::none_of(name.begin(), name.end(), IsRefused);
 }
 
 /// The current folder's names are the host's own: nothing is wrong with them.
@@ -76,6 +63,12 @@ FileCode Split(std::string_view path, bool wildcards, PathText& text) {
 
 }  // namespace
 
+bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != name.npos; }
+
+bool ValidName(std::string_view name) {
+  return name.size() <= NAME_MAX && std::none_of(name.begin(), name.end(), IsRefused);
+}
+
 PathText TakeApart(std::string_view path, bool wildcards) {
   PathText text;
   text.names.reserve(16);
@@ -88,9 +81,7 @@ PathText TakeApart(std::string_view path, bool wildcards) {
   return text;
 }
 
-std::string_view DropTail(std::string_view name) {
-  return name.substr(0, name.find_last_not_of(" .") + 1);
-}
+std::string_view DropTail(std::string_view name) { return name.substr(0, name.find_last_not_of(" .") + 1); }
 
 bool Creatable(std::string_view name) {
   static constexpr std::array<std::string_view, 4> kDevices = {"CON", "NUL", "AUX", "PRN"};

@@ -23,6 +23,10 @@ PathText TakeApart(std::string_view path, bool wildcards = false);
 /// `name` without the blanks and dots at its end, which the target platform drops; may become empty.
 std::string_view DropTail(std::string_view name);
 
+/// Whether a disk of the target platform, and of this one, can hold the name.
+bool ValidName(std::string_view name);
+bool HasWildcard(std::string_view name);
+
 /// False for names that the target platform makes no file of: those of devices, with any extension.
 bool Creatable(std::string_view name);
 

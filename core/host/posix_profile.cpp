@@ -20,9 +20,7 @@ constexpr std::chrono::seconds kLongestDelay{2};
 constexpr std::int64_t kStampStep = 50'000'000;  // nanoseconds; file clocks tick in several milliseconds
 
 /// A bare name would mean the platform's own folder.
-bool HasFolder(std::string_view file) {
-  return file.find_first_of("\\/") != file.npos;
-}
+bool HasFolder(std::string_view file) { return file.find_first_of("\\/") != file.npos; }
 
 /// False when another change may still get the same stamp.
 bool IsSettled(const FileSystem::Stamp& stamp) {

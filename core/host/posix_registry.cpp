@@ -17,7 +17,8 @@ std::string SectionOf(RegRoot root, std::string_view key) {
 /// Keys are sections of a profile file, values its keys, each with its type in front.
 class ProfileRegistry : public Registry {
  public:
-  ProfileRegistry(ProfileFunctions& profiles, std::string file) : profiles_(profiles), file_(std::move(file)) {}
+  ProfileRegistry(ProfileFunctions& profiles, std::string file)
+      : profiles_(profiles), file_(std::move(file)) {}
 
   RegValue RegGetValue(RegRoot root, std::string_view key, std::string_view name) override {
     const std::string text = profiles_.GetString(SectionOf(root, key), KeyOf(name), kAbsent, kBuffer, file_);
@@ -28,7 +29,8 @@ class ProfileRegistry : public Registry {
     return number;
   }
 
-  void RegSetValue(RegRoot root, std::string_view key, std::string_view name, const RegValue& value) override {
+  void RegSetValue(RegRoot root, std::string_view key, std::string_view name,
+                   const RegValue& value) override {
     if (!KeyExists(SectionOf(root, key))) return;
     if (const auto* text = std::get_if<std::string>(&value))
       Write(root, key, name, std::string(kString) + *text);
