@@ -5,11 +5,14 @@
 
 #include "catalogue/DefaultFileScan.h"
 #include "catalogue/GameFolders.h"
+#include "catalogue/RouteRemoval.h"
 #include "catalogue/StartUp.h"
 #include "core/Text.h"
 
 namespace quillon {
 namespace {
+
+constexpr int kListTop = 4, kListBottom = 70;  // pixels: beyond them the open list scrolls
 
 constexpr std::array<std::string_view, 12> kInfoPatterns = {"*.txt", "*.rtf",  "*.doc", "*.diz",
                                                             "*.nfo", "*.html", "*.htm", "*.pdf",
@@ -44,7 +47,8 @@ void MainScreen::ResetButtonImages() {
 }
 
 void MainScreen::HideLists() {
-  for (List* list : {&ListRoutes, &infoList}) list->visible = list->enabled = false;
+  for (List* list : {&toolsListHeader, &toolsList, &ListRoutes, &infoList})
+    list->visible = list->enabled = false;
   for (Button* button : {&btnLoad, &btnExit}) button->visible = true;
   for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo})
     button->enabled = true;
@@ -62,11 +66,20 @@ void MainScreen::btnRouteListClick() {
   program_.shared.FlashTarget.clear();
 }
 
-void MainScreen::ListRoutesHover(int row) {
-  TimerDown.enabled = TimerUp.enabled = false;
+void MainScreen::ListRoutesHover(int row, int y) {
+  TimerDown.enabled = y > kListBottom;
+  TimerUp.enabled = y < kListTop;
   if (row < 0 || row >= static_cast<int>(ListRoutes.rows.size()) || row == ListRoutes.current) return;
   ListRoutes.current = row;
   ListRoutesClick();
+}
+
+void MainScreen::TimerDownTick() {
+  if (ListRoutes.rows.size() > 1) ++ListRoutes.top;
+}
+
+void MainScreen::TimerUpTick() {
+  if (ListRoutes.top != 0) --ListRoutes.top;
 }
 
 void MainScreen::ListRoutesClick() {
@@ -90,6 +103,99 @@ void MainScreen::ListRoutesLeftPress() {
   lblRightClick.visible = false;
 }
 
+void MainScreen::ListRoutesRightPress() {
+  PermanentMode = false;
+  program_.shared.FlashTarget.clear();
+  const std::string row = ListRoutes.rows.at(static_cast<std::size_t>(ListRoutes.current));
+  if (row == kAddSomeRoutes) return;
+  catalogue_.Select(SelectedRouteName, program_.shared.SelectedZip);
+  SetLabel("lblRouteName", lblRouteName, catalogue_.ReadCurrent("Temp", kNoRouteLoaded), true);
+  SetLoadedLabel(lblRouteName.text);
+  Timer1.enabled = true;
+  HideLists();
+  ListRoutes.enabled = false;
+  RightClickName = ReplaceAll(row, "(Loaded)", "");
+  if (Trim(RightClickName).empty()) {
+    ListRoutes.enabled = true;
+    return;
+  }
+  FillTools(row);
+  ShowToolsState();
+  for (List* list : {&toolsListHeader, &toolsList}) list->enabled = list->visible = true;
+}
+
+void MainScreen::FillTools(const std::string& row) {
+  const std::string zip = catalogue_.ZipOf(RightClickName, "Current");
+  PermanentMode = catalogue_.IsLoaded(RightClickName);
+  toolsListHeader.rows = {"Route Name: " + row, "Zipfile Name: " + zip};
+  toolsList.rows = {PermanentMode ? " Make this route permanent?" : " Remove this route from Quillon?",
+                    " Yes", " No"};
+  toolsList.current = -1;
+}
+
+void MainScreen::ShowToolsState() {
+  ListRoutes.visible = true;
+  ListRoutes.enabled = false;
+  for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo})
+    button->enabled = false;
+}
+
+/// True when the user agreed and it was done.
+bool MainScreen::AskAndAct() {
+  const std::string title = PermanentMode ? "Make route permanent?" : "Remove route?";
+  const std::string question =
+      PermanentMode ? RouteRemoval::PermanentQuestion(RightClickName)
+                    : "Are you sure you want to completely remove " + RightClickName + " from Quillon?";
+  if (!program_.boxes.AskYesNo(title, question)) return false;
+  HideLists();
+  const std::string selected = RightClickName;
+  if (PermanentMode)
+    RouteRemoval(program_, selected).MakeRoutePermanent();
+  else
+    RouteRemoval(program_, selected).RemoveRoute();
+  ShowAfterRemoval();
+  if (PermanentMode) program_.stage.ShowModal("frmCleanUp");
+  return true;
+}
+
+/// The selection falls back to the loaded route.
+void MainScreen::ShowAfterRemoval() {
+  const std::string loaded = Trim(catalogue_.Loaded());
+  if (program_.files.FileExists(program_.app.RoutesIni())) {
+    const std::string name = catalogue_.NameOf(loaded, kNoRouteLoaded);
+    const bool none = loaded == kNoData;
+    ShowPreview(none ? program_.app.DefaultPicture() : program_.app.Preview(loaded));
+    SetLabel("lblRouteName", lblRouteName, none ? std::string(kNoRouteLoaded) : name, true);
+    SetLabel("lblLoaded", lblLoaded, none ? "" : "Currently loaded route", true);
+    if (!none) catalogue_.Select(name, loaded);
+  }
+  PreviewPath = program_.app.Preview(loaded);
+  Timer1.enabled = true;
+  HideLists();
+}
+
+void MainScreen::toolsListHover(int row) {
+  // The question itself can't be chosen.
+  if (row > 0 && row < static_cast<int>(toolsList.rows.size())) toolsList.current = row;
+}
+
+void MainScreen::infoListHover(int row) {
+  if (row >= 0 && row < static_cast<int>(infoList.rows.size())) infoList.current = row;
+}
+
+void MainScreen::toolsListLeftPress() {
+  if (toolsList.current == 1 && AskAndAct()) {
+    lblRightClick.visible = false;
+    return;
+  }
+  if (toolsList.current == 1 || toolsList.current == 2) {
+    SetLoadedLabel(lblRouteName.text);
+    Timer1.enabled = true;
+    HideLists();
+  }
+  lblRightClick.visible = false;
+}
+
 void MainScreen::CloseList() {
   lblRightClick.visible = false;
   ResetButtonImages();
@@ -108,6 +214,31 @@ void MainScreen::CloseList() {
   }
   Timer1.enabled = true;
   HideLists();
+}
+
+Button* MainScreen::FlashingButton() {
+  const std::string& target = program_.shared.FlashTarget;
+  if (target == "manage") return &btnManage;
+  if (target == "load") return &btnLoad;
+  if (target == "down") return &btnRouteList;
+  return target == "options" ? &btnOptions : nullptr;
+}
+
+void MainScreen::TimerFlashOnTick() {
+  TimerFlashOff.enabled = true;
+  TimerFlashOn.enabled = false;
+  Button* flashing = FlashingButton();
+  if (flashing == nullptr) return;
+  const std::string target = program_.shared.FlashTarget;
+  ResetButtonImages();
+  program_.shared.FlashTarget = target;
+  flashing->picture = target + "over";
+}
+
+void MainScreen::TimerFlashOffTick() {
+  TimerFlashOn.enabled = true;
+  TimerFlashOff.enabled = false;
+  if (Button* flashing = FlashingButton()) flashing->picture = program_.shared.FlashTarget + "off";
 }
 
 void MainScreen::TimerCheckerTick() {
@@ -192,7 +323,7 @@ void MainScreen::btnExitClick() { program_.stage.ShutDown(false); }
 
 bool MainScreen::HasActivity(const std::string& zip) const {
   const auto anyIn = [&](const std::string& folder) {
-    return program_.files.FileExists(folder + zip + "\\*.*");
+    return !program_.files.ListFiles(folder + zip + "\\*.*").empty();
   };
   return anyIn(program_.app.Activities("")) || anyIn(program_.app.DefaultActivities() + "\\activities\\");
 }

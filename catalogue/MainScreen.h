@@ -12,6 +12,8 @@ namespace quillon {
 
 class MainScreen : public Screen {
  public:
+  static constexpr int kListMiddle = 40;  // pixels from the top of ListRoutes: no scrolling there
+
   explicit MainScreen(Program& program);
 
   Label lblRouteName{"No route loaded."}, lblLoaded{""},
@@ -19,6 +21,8 @@ class MainScreen : public Screen {
   /// Path of the picture on view.
   std::string imgRoute;
   List ListRoutes{.enabled = false, .visible = false}, infoList{.enabled = false, .visible = false};
+  /// The action menu of a route: a question, Yes and No.
+  List toolsListHeader{.enabled = false, .visible = false}, toolsList{.enabled = false, .visible = false};
   std::vector<std::string> ListZips;
   Button btnManage{"manageoff"}, btnLoad{"loadoff"}, btnRouteList{"downoff"}, btnOptions{"optionsoff"};
   Button btnInfo, btnHelp, btnExit;
@@ -27,6 +31,10 @@ class MainScreen : public Screen {
 
   bool TrainExeFound = false;
   std::string SelectedRouteName, PreviewPath;
+  /// The row of the route whose menu is open, without "(Loaded)".
+  std::string RightClickName;
+  /// The menu asks for Make permanent.
+  bool PermanentMode = false;
   /// Folder of the files in infoList, closing backslash; empty without a route.
   std::string infoListPath;
 
@@ -34,10 +42,17 @@ class MainScreen : public Screen {
   void Activate() override;
 
   void btnRouteListClick();
-  /// The pointer is over a row, or the row was made the current one by key: hovering is selecting.
-  void ListRoutesHover(int row);
+  /// The pointer is over a row, or the row was made the current one by key: hovering is selecting. `y` in
+  /// pixels from the list's top: near its edges it scrolls.
+  void ListRoutesHover(int row, int y = kListMiddle);
   /// Left press on the current row, or the Enter key.
   void ListRoutesLeftPress();
+  /// Right press on the current row: its action menu.
+  void ListRoutesRightPress();
+  void toolsListHover(int row);
+  /// Left press on the current row of the menu.
+  void toolsListLeftPress();
+  void infoListHover(int row);
   /// A click on the hint or on the background.
   void CloseList();
 
@@ -54,6 +69,10 @@ class MainScreen : public Screen {
   /// The action of the hidden button "Make List".
   void Command1Click();
 
+  void TimerFlashOnTick();
+  void TimerFlashOffTick();
+  void TimerUpTick();
+  void TimerDownTick();
   void TimerCheckerTick();
   void TimerWaitTick();
   void Timer1Tick();
@@ -71,6 +90,12 @@ class MainScreen : public Screen {
   /// "Currently loaded route" when `name` is the loaded one and the label shows a route.
   void SetLoadedLabel(std::string_view name);
   void HideLists();
+  void ShowToolsState();
+  void FillTools(const std::string& row);
+  bool AskAndAct();
+  void ShowAfterRemoval();
+  /// The button that `FlashTarget` names; null for the others.
+  Button* FlashingButton();
   bool ShowsSentinel() const;
 
   Catalogue catalogue_;

@@ -54,4 +54,24 @@ class CleanUpNoticeScreen : public Screen {
   }
 };
 
+/// frmCustomMessage: what the route's script has to say.
+class CustomMessageScreen : public Screen {
+ public:
+  explicit CustomMessageScreen(Program& program) : Screen(program, "frmCustomMessage") {}
+
+  void Activate() override { program_.shared.CustomMessagePending = false; }
+  void btnOKClick() { program_.stage.Unload(Name()); }
+};
+
+/// frmCustomConsist: the load brought consists that the game did not have.
+class CustomConsistScreen : public Screen {
+ public:
+  explicit CustomConsistScreen(Program& program) : Screen(program, "frmCustomConsist") {}
+
+  void btnOKClick() {
+    program_.stage.Unload(Name());
+    if (program_.shared.CustomMessagePending) program_.stage.ShowModal("frmCustomMessage");
+  }
+};
+
 }  // namespace quillon

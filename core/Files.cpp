@@ -20,6 +20,12 @@ std::string_view FirstCharacters(std::string_view text, std::size_t count) {
   return text.substr(0, at);
 }
 
+/// "." and ".." would empty another folder than the one that is named.
+bool LeadsElsewhere(const std::string& path) {
+  const std::string closed = path + "\\";
+  return Contains(closed, "\\.\\") || Contains(closed, "\\..\\");
+}
+
 bool HasWildcard(std::string_view path) { return path.find_first_of("*?") != path.npos; }
 
 ErrorNumber NumberOf(FileCode code) {
@@ -116,9 +122,9 @@ void Files::FileCopy(std::string_view from, std::string_view to) {
   RaiseFileError(code, aboutSource ? from : to);
 }
 
-std::string Files::ReadAll(std::string_view path) {
+std::string Files::ReadAll(std::string_view path, std::uint64_t limit) {
   std::string bytes;
-  RaiseFileError(host_.Read(path, bytes), path);
+  RaiseFileError(host_.Read(path, bytes, limit), path);
   return bytes;
 }
 
@@ -145,7 +151,7 @@ void Files::TryCopy(std::string_view from, std::string_view to) { host_.Copy(fro
 int Files::DelTree(std::string_view folder) {
   const std::string path = CutBackslash(Trim(folder));
   // A bare name or a drive's root is refused.
-  if (path.find('\\') == path.npos) return -1;
+  if (path.find('\\') == path.npos || LeadsElsewhere(path)) return -1;
   const FileSystem::Pass pass(host_);
   return DelTreeOf(path);
 }

@@ -54,7 +54,8 @@ class Files {
   void KillReadOnly(std::string_view path);
   void Rename(std::string_view from, std::string_view to);
   void FileCopy(std::string_view from, std::string_view to);
-  std::string ReadAll(std::string_view path);
+  /// The whole file, or its first `limit` bytes.
+  std::string ReadAll(std::string_view path, std::uint64_t limit = kNoLimit);
   void WriteAll(std::string_view path, std::string_view bytes);
   std::uint64_t Size(std::string_view path);
   /// Raises error 61 when fewer than `bytes` are free where `path` lies.

@@ -43,11 +43,14 @@ bool IsJpeg(std::string_view bytes) { return bytes.starts_with("\xFF\xD8"); }
 /// What the header claims.
 Picture::Size ClaimedSize(std::string_view bytes) {
   if (IsGif(bytes)) return {LittleEndian(bytes, 6, 2), LittleEndian(bytes, 8, 2)};
+  // The oldest headers are 12 bytes long and have 16-bit sizes.
+  if (IsBmp(bytes) && LittleEndian(bytes, 14, 4) == 12)
+    return {LittleEndian(bytes, 18, 2), LittleEndian(bytes, 20, 2)};
   if (IsBmp(bytes)) return {std::abs(LittleEndian(bytes, 18, 4)), std::abs(LittleEndian(bytes, 22, 4))};
   return IsJpeg(bytes) ? JpegSize(bytes) : Picture::Size{};
 }
 
-bool IsHuge(Picture::Size size) { return std::int64_t{size.width} * size.height > kMostPixels; }
+bool TooManyPixels(Picture::Size size) { return std::int64_t{size.width} * size.height > kMostPixels; }
 
 }  // namespace
 
@@ -63,8 +66,7 @@ void Picture::Destroy::operator()(Image* image) const {
 Picture::Picture(std::unique_ptr<Image, Destroy> image) : image_(std::move(image)) {}
 
 Picture Picture::Load(std::string_view bytes, std::string_view path) {
-  if (IsHuge(ClaimedSize(bytes)))
-    throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it is too large");
+  if (IsHuge(bytes)) throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it is too large");
   // A stranger's broken picture is told of once, by the error below.
   gdSetErrorMethod([](int, const char*, va_list) {});
   const int size = static_cast<int>(bytes.size());
@@ -81,8 +83,10 @@ Picture Picture::Load(std::string_view bytes, std::string_view path) {
   return Picture(std::unique_ptr<Image, Destroy>(new Image{image}));
 }
 
+bool Picture::IsHuge(std::string_view bytes) { return TooManyPixels(ClaimedSize(bytes)); }
+
 Picture::Size Picture::Measure(std::string_view bytes, std::string_view path) {
-  if (const Size claimed = ClaimedSize(bytes); IsHuge(claimed)) return claimed;
+  if (const Size claimed = ClaimedSize(bytes); TooManyPixels(claimed)) return claimed;
   const Picture picture = Load(bytes, path);
   return {gdImageSX(picture.image_->gd), gdImageSY(picture.image_->gd)};
 }

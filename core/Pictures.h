@@ -16,6 +16,8 @@ class Picture {
   struct Size {
     int width = 0, height = 0;  // pixels
   };
+  /// True when the header claims more pixels than are ever unpacked.
+  static bool IsHuge(std::string_view bytes);
   /// The size of a picture that can be read. Throws as Load does.
   static Size Measure(std::string_view bytes, std::string_view path);
 

@@ -8,6 +8,8 @@ const char* ErrorText(ErrorNumber number) {
   switch (number) {
     case ErrorNumber::InvalidProcedureCall: return "Invalid procedure call or argument";
     case ErrorNumber::Overflow: return "Overflow";
+    case ErrorNumber::OutOfMemory: return "Out of memory";
+    case ErrorNumber::InternalError: return "Internal error";
     case ErrorNumber::BadFileName: return "Bad file name or number";
     case ErrorNumber::FileNotFound: return "File not found";
     case ErrorNumber::DeviceIoError: return "Device I/O error";

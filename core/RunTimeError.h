@@ -10,6 +10,8 @@ namespace quillon {
 enum class ErrorNumber {
   InvalidProcedureCall = 5,
   Overflow = 6,
+  OutOfMemory = 7,
+  InternalError = 51,
   FileNotFound = 53,
   DeviceIoError = 57,
   FileAlreadyExists = 58,

@@ -44,6 +44,7 @@ class ProgressScreen : public Screen, public Progress {
   ProgressBar bar;
 
   void Caption(std::string_view text) override {
+    if (bar.caption == text) return;
     bar.caption = text;
     program_.watcher.BarChanged(Name(), bar, Watcher::BarChange::Caption);
   }

@@ -40,6 +40,9 @@ std::string MapCase(std::string_view text, Map map) {
   return out;
 }
 
+/// The library gives the sharp s a capital that Unicode's simple mapping, and any disk, does not know.
+utf8proc_int32_t ToUpper(utf8proc_int32_t c) { return c == 0xDF ? c : utf8proc_toupper(c); }
+
 constexpr char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 constexpr char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
@@ -99,7 +102,7 @@ std::string FromUtf16(std::string_view bytes, bool bigEnd) {
 }  // namespace
 
 std::string UpperCase(std::string_view text) {
-  if (!IsAscii(text)) return MapCase(text, utf8proc_toupper);
+  if (!IsAscii(text)) return MapCase(text, ToUpper);
   std::string out(text);
   std::transform(out.begin(), out.end(), out.begin(), AsciiUpper);
   return out;
@@ -117,7 +120,7 @@ std::string ProperCase(std::string_view text) {
   return MapCase(text, [&](utf8proc_int32_t c) {
     const bool first = !inWord;
     inWord = c != ' ' && c != '\t';
-    return first ? utf8proc_toupper(c) : utf8proc_tolower(c);
+    return first ? ToUpper(c) : utf8proc_tolower(c);
   });
 }
 
@@ -162,6 +165,9 @@ int NumericValue(std::string_view text) {
 std::string DecodeGameText(std::string_view bytes) {
   if (bytes.starts_with("\xFF\xFE")) return FromUtf16(bytes.substr(2), false);
   if (bytes.starts_with("\xFE\xFF")) return FromUtf16(bytes.substr(2), true);
+  // Without a mark, the zero halves of plain letters tell.
+  if (bytes.size() >= 4 && bytes[0] != 0 && bytes[1] == 0 && bytes[3] == 0) return FromUtf16(bytes, false);
+  if (bytes.size() >= 4 && bytes[0] == 0 && bytes[2] == 0 && bytes[1] != 0) return FromUtf16(bytes, true);
   if (bytes.starts_with("\xEF\xBB\xBF")) return std::string(bytes.substr(3));
   return IsUtf8(bytes) ? std::string(bytes) : FromWindows1252(bytes);
 }

@@ -69,8 +69,8 @@ class Definition {
     Add("pick", "Selects a route")->add_option("name", c.argument, "The route's name")->required();
     Add("info", "Lists the selected route's documents, or opens one")
         ->add_option("file", c.argument, "A document");
-    Add("load", "Loads a route into Train Simulator")
-        ->add_option("name", c.argument, "The route; else the selected one");
+    loadName_ = Add("load", "Loads a route into Train Simulator")
+                    ->add_option("name", c.argument, "The route; else the selected one");
     Add("add", "Adds all downloaded routes")->add_flag("--no-report", noReport_, "Writes no report");
     Add("clean", "Rebuilds the working route");
     auto* options = Add("options", "Changes the settings");
@@ -94,6 +94,7 @@ class Definition {
     line_.options.noActLoad = noAct_ == "load";
     if (!shortcut_.empty()) line_.command.shortcut = shortcut_ == "on";
     line_.command.report = !noReport_;
+    line_.command.hasArgument = !loadName_->empty();
     return line_;
   }
 
@@ -101,6 +102,7 @@ class Definition {
   CommandLine line_;
   std::string answer_ = "no", welcome_ = "cancel", noAct_ = "load", shortcut_;
   bool noReport_ = false;
+  CLI::Option* loadName_ = nullptr;
 };
 
 /// Words as a shell takes them: quotes keep blanks, a backslash frees a blank, a quote or itself. Elsewhere

@@ -12,7 +12,8 @@ namespace quillon {
 /// One command with its arguments, as far as it takes them.
 struct Command {
   std::string name;
-  std::string argument;  // route, folder, file or screen; empty without one
+  std::string argument;      // route, folder, file or screen; empty without one
+  bool hasArgument = false;  // of `load`: an empty name is one, too
   std::optional<std::string> game;
   std::optional<bool> shortcut;
   bool cancel = false;

@@ -119,6 +119,10 @@ void HeadlessFrontEnd::PressButtons(Screen& screen) {
     notice->btnOKClick();
   else if (auto* load = dynamic_cast<LoadScreen*>(&screen))
     load->btnOKClick();
+  else if (auto* consist = dynamic_cast<CustomConsistScreen*>(&screen))
+    consist->btnOKClick();
+  else if (auto* message = dynamic_cast<CustomMessageScreen*>(&screen))
+    message->btnOKClick();
   else if (auto* cleanUp = dynamic_cast<CleanUpScreen*>(&screen)) {
     cleanUp->TimerWaitTick();
     cleanUp->btnOKClick();

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <new>
 
 #include "catalogue/MainScreen.h"
 #include "catalogue/OptionsScreen.h"
@@ -73,6 +75,10 @@ int Session::Run(const Command& command) {
   } catch (const CommandLineEnd& end) {
     std::fputs(end.what(), stderr);
     status = kWrongCommandLine;
+  } catch (const std::bad_alloc&) {
+    Report(RunTimeError(ErrorNumber::OutOfMemory));
+  } catch (const std::exception& error) {
+    Report(RunTimeError(ErrorNumber::InternalError, {}, error.what()));
   }
   output_.Put({{"event", "end"}, {"status", status}});
   return status;
@@ -87,8 +93,11 @@ int Session::Execute(const Command& command) {
 }
 
 int Session::RunScript(const Command& command) {
+  program_.Get().Step("Reading the script");
   std::ifstream file;
   if (command.argument != "-") {
+    if (std::filesystem::is_directory(command.argument))
+      throw RunTimeError(ErrorNumber::PathFileAccessError, command.argument, "it is a folder");
     file.open(command.argument);
     if (!file) throw RunTimeError(ErrorNumber::FileNotFound, command.argument);
   }
@@ -209,7 +218,8 @@ void Session::Info(const Command& command) {
 }
 
 void Session::Load(const Command& command) {
-  if (!command.argument.empty() && !PickRow(command.argument)) return;
+  const bool named = command.hasArgument || !command.argument.empty();
+  if (named && !PickRow(command.argument)) return;
   screens_.Do([this] { Main().btnLoadClick(); });
 }
 

@@ -16,13 +16,12 @@ void AddRoutes::Run() {
   const FileSystem::Pass pass(state_.program.files.Host());
   cancelCheckpoint_();
   if (NothingToAdd()) return;
+  RequireMasters();
   RefuseEqualNames();
   Classify();
   Rebuild();
   RouteVerification(state_).Run();
   InformationExtraction(state_).Run();
-  state_.progress.Value(100);
-  state_.progress.Caption("Optimizing route compression...");
   Previews(state_).Run();
   CompressionAndCatalogue(state_).Run();
   RemoveWorkingZips();
@@ -38,6 +37,11 @@ bool AddRoutes::NothingToAdd() {
   state_.progress.Colour(kRed);
   state_.progress.Value(100);
   return true;
+}
+
+void AddRoutes::RequireMasters() {
+  const std::string picture = state_.program.app.NoImagePicture();
+  if (!state_.program.files.FileExists(picture)) throw RunTimeError(ErrorNumber::FileNotFound, picture);
 }
 
 /// Where case matters to the disk, two downloads may share a zip name: one of them would be lost on the way.

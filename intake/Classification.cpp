@@ -1,6 +1,7 @@
 #include "intake/Classification.h"
 
 #include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
 
 namespace quillon {
 
@@ -25,6 +26,8 @@ void Classification::Run() {
 
 Classification::Class Classification::Judge(const std::string& zip) {
   state_.BadZipFlag = false;
+  // Folders are called after the zip: a name that is none, or leads elsewhere, can't be taken in.
+  if (!IsUsableStem(zip)) return Class::Bad;
   ArchiveReader unzip1 = state_.Reader();
   unzip1.InputFile = state_.Download(zip);
   unzip1.ReadDirectory();

@@ -5,6 +5,11 @@
 #include "intake/RouteName.h"
 
 namespace quillon {
+namespace {
+
+constexpr std::uint64_t kTrackHead = 4u << 20;  // bytes: the name stands near the top of a track file
+
+}  // namespace
 
 void CompressionAndCatalogue::Run() {
   MakeRouteFiles();
@@ -44,7 +49,8 @@ std::string CompressionAndCatalogue::RouteNameOf(const std::string& zip) const {
   const auto tracks = state_.program.files.ListFiles(folder + "*.trk");
   if (tracks.empty()) return zip;
   const std::string path = folder + tracks.front();
-  const std::string name = RouteNameFrom(DecodeGameText(state_.program.files.ReadAll(path)), path);
+  const std::string name =
+      RouteNameFrom(DecodeGameText(state_.program.files.ReadAll(path, kTrackHead)), path);
   return name.empty() ? zip : name;
 }
 

@@ -7,7 +7,8 @@
 namespace quillon {
 namespace {
 
-constexpr std::uint64_t kTooSmall = 2048;  // bytes
+constexpr std::uint64_t kTooSmall = 2048;         // bytes
+constexpr std::uint64_t kTooLarge = 64ull << 20;  // bytes: no preview comes from such a file
 constexpr int kQuality = 80;
 
 /// The first four characters, not bytes.
@@ -52,7 +53,8 @@ std::vector<std::string> Previews::PicturesOf(const std::string& zip, std::strin
   const std::string folder = state_.program.app.RoutePics(zip) + "\\";
   std::vector<std::string> names;
   for (auto& name : state_.program.files.ListFiles(folder + "*" + std::string(extension)))
-    if (state_.program.files.Size(folder + name) > kTooSmall) names.push_back(std::move(name));
+    if (const auto size = state_.program.files.Size(folder + name); size > kTooSmall && size < kTooLarge)
+      names.push_back(std::move(name));
   return names;
 }
 
@@ -62,7 +64,10 @@ void Previews::MakeJpegs(const std::string& zip, std::string_view extension, int
     const std::string temporary = ReplaceAll(FirstFour(name) + std::to_string(CurrentMinute()) +
                                                  std::to_string(state_.program.random.Whole(mostRandom)),
                                              extension, "");
-    const Picture picture = Picture::Load(state_.program.files.ReadAll(folder + name), folder + name);
+    state_.program.Step("Making a preview from " + name);
+    const std::string bytes = state_.program.files.ReadAll(folder + name);
+    if (Picture::IsHuge(bytes)) continue;
+    const Picture picture = Picture::Load(bytes, folder + name);
     state_.program.files.WriteAll(folder + temporary + ".jpg", picture.ToJpeg(kQuality));
     state_.progress.Yield();
   }
@@ -72,6 +77,7 @@ void Previews::ChooseAmongJpegs(const std::string& zip) {
   const std::string folder = state_.program.app.RoutePics(zip) + "\\";
   bool a = false, b = false, c = false;
   for (const auto& name : PicturesOf(zip, ".jpg")) {
+    state_.program.Step("Looking at " + name);
     const Picture::Size size = Picture::Measure(state_.program.files.ReadAll(folder + name), folder + name);
     const std::int64_t area = std::int64_t{size.width} * size.height;
     const auto take = [&] { state_.CopyOver(folder + name, state_.program.app.Preview(zip)); };

@@ -17,6 +17,9 @@ constexpr std::array<std::string_view, 15> kSubArchives = {
 // Terrain that the game makes again, and backups, stay out of what is rebuilt.
 constexpr std::array<std::string_view, 3> kLeftOut = {"_e.raw", "_n.raw", ".bk"};
 
+// Tells a work folder of ours from a user's route.
+const char* const kOwnerMark = "\\quillon-work-folder";
+
 bool IsLeftOut(std::string_view path) {
   return std::any_of(kLeftOut.begin(), kLeftOut.end(),
                      [&](std::string_view end) { return path.ends_with(end); });
@@ -44,8 +47,7 @@ void RouteRebuilding::Rebuild(const std::string& zip) {
   const std::string rebuilt = state_.Download("Quillon-" + zip);
   if (state_.program.files.FileExists(rebuilt)) throw RunTimeError(ErrorNumber::FileAlreadyExists, rebuilt);
 
-  workFolder_ = FreeWorkFolder(zip);
-  state_.program.files.MakeFolders(workFolder_);
+  MakeWorkFolder(zip);
   OpenInnerZip();
   state_.progress.Caption("Recreating Route file structure...");
   SpecialZip =
@@ -77,15 +79,18 @@ bool RouteRebuilding::FindInnerZip(const std::string& zip) {
   return insideIndex_ >= 0;
 }
 
-std::string RouteRebuilding::FreeWorkFolder(const std::string& zip) const {
+void RouteRebuilding::MakeWorkFolder(const std::string& zip) {
   // `route.zip` would get the working route itself, and a folder that stands there already is not ours to
-  // delete.
+  // delete, unless an intake that died has left it.
+  Files& files = state_.program.files;
   const std::string wanted = state_.program.BelowGame("\\routes\\Quillon-" + zip);
-  std::string folder = wanted;
-  const bool isWorkingRoute = EqualNoCase(folder, state_.program.BelowGame(kWorkingRoute));
-  for (int i = 2; (i == 2 && isWorkingRoute) || state_.program.files.FileExists(folder); ++i)
-    folder = wanted + "~" + std::to_string(i);
-  return folder;
+  const bool isWorkingRoute = EqualNoCase(wanted, state_.program.BelowGame(kWorkingRoute));
+  workFolder_ = isWorkingRoute ? wanted + "~2" : wanted;
+  for (int i = 3; files.FileExists(workFolder_) && !files.FileExists(workFolder_ + kOwnerMark); ++i)
+    workFolder_ = wanted + "~" + std::to_string(i);
+  files.DelTree(workFolder_);
+  files.MakeFolders(workFolder_);
+  files.WriteAll(workFolder_ + kOwnerMark, "");
 }
 
 void RouteRebuilding::OpenInnerZip() {
@@ -132,7 +137,6 @@ void RouteRebuilding::WriteRebuilt(const std::string& zip) {
   writer.ClearFiles();
   writer.PrepareRebuild(workFolder_ + "\\");
   SpecialZip ? AddSubArchive(writer) : AddWholeRoute(writer);
-  state_.program.files.RequireRoom(writer.ArchiveFile, writer.BytesToDo());
   writer.Zip();
   state_.program.files.KillReadOnly(state_.Download(zip));
   state_.program.files.Rename(writer.ArchiveFile, state_.Download("Quillon-" + zip));
@@ -183,7 +187,7 @@ void RouteRebuilding::Repack(const std::string& zip) {
   outer_.InputFile = state_.Download(zip);
   outer_.ReadDirectory();
   if (HasTilesFolder()) return;
-  workFolder_ = FreeWorkFolder(zip);
+  MakeWorkFolder(zip);
   outer_.OutputFolder = workFolder_ + "\\";
   outer_.KeepFolders = true;
   outer_.ClearFilters();

@@ -33,7 +33,7 @@ class RouteRebuilding {
   void WriteRebuilt(const std::string& zip);
   void Repack(const std::string& zip);
   bool HasTilesFolder();
-  std::string FreeWorkFolder(const std::string& zip) const;
+  void MakeWorkFolder(const std::string& zip);
   std::string InnerZipPath() const { return workFolder_ + "\\" + InsideZip; }
 
   IntakeState& state_;

@@ -11,7 +11,9 @@ void LoadPreflight::Run() {
   ReadLists();
   RefuseImpossiblePaths();
   RefuseTakenBackups();
+  RefuseReadOnlyTargets();
   RequireRoom();
+  RequireWritableFolders();
 }
 
 void LoadPreflight::RequireFolders() {
@@ -29,11 +31,14 @@ void LoadPreflight::RequireFolders() {
 
 void LoadPreflight::ReadLists() {
   for (const auto& line : Lines(files_.ReadAll(program_.app.CurrentList())))
-    if (!line.empty()) removed_.insert(UpperCase(line));
+    if (!line.empty() && removed_.insert(UpperCase(line)).second) loadedFiles_.push_back(line);
   for (const auto& line : Lines(files_.ReadAll(program_.app.DefaultList()))) {
     if (line.empty() || !files_.FileExists(line)) continue;
+    const std::string target = ReplaceAll(line, kBackupPrefix, "");
+    if (StandsAfterwards(target)) lostBackups_.push_back(line);
+    coveredFiles_.push_back(line);
     removed_.insert(UpperCase(line));
-    restored_.insert(UpperCase(ReplaceAll(line, kBackupPrefix, "")));
+    restored_.insert(UpperCase(target));
   }
 }
 
@@ -63,32 +68,64 @@ void LoadPreflight::RefuseImpossiblePaths() {
   }
 }
 
-/// Each covered file needs its backup name free; a path that comes twice covers itself.
+/// Each covered file needs its backup name free, and no path may come twice: it would cover itself.
 void LoadPreflight::RefuseTakenBackups() {
-  std::unordered_map<std::string, int> renames;
+  std::unordered_set<std::string> taken;
   for (const auto& stripped : map_.lstRouteStrippedPath) {
-    const std::string path = WorkingRoute + "\\" + stripped;
-    const auto [at, isFirst] = renames.try_emplace(stripped, 0);
-    if (isFirst ? StandsAfterwards(path) : true) ++at->second;
-    if (at->second == 0) continue;
-    const std::string backup = BackupPath(WorkingRoute, stripped);
-    if (at->second > 1 || StandsAfterwards(backup))
+    const std::string path = WorkingRoute + "\\" + stripped, backup = BackupPath(WorkingRoute, stripped);
+    if (!taken.insert(UpperCase(stripped)).second)
+      throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
+                         "the route file holds " + stripped + " twice");
+    if (StandsAfterwards(path) && StandsAfterwards(backup))
       throw RunTimeError(
           ErrorNumber::FileAlreadyExists, backup,
           "a default file can't be kept under this name; Clean puts the working route in order");
   }
 }
 
+/// The load clears no attributes of a backup that has lost its place, nor of the track textures.
+void LoadPreflight::RefuseReadOnlyTargets() {
+  const auto refuseReadOnly = [this](const std::string& path) {
+    std::uint32_t attributes = 0;
+    if (files_.Host().GetAttributes(path, attributes) == FileCode::Ok && (attributes & kReadOnly) != 0)
+      throw RunTimeError(ErrorNumber::PathFileAccessError, path, "it is read-only");
+  };
+  for (const auto& backup : lostBackups_) refuseReadOnly(backup);
+  for (const auto& [source, target] : TrackTextures(program_, WorkingRoute))
+    if (files_.FileExists(source) && StandsAfterwards(target)) refuseReadOnly(target);
+}
+
 void LoadPreflight::RequireRoom() {
   std::uint64_t needed = 0, freed = 0;
-  for (const int entry : map_.entries) needed += archive_.Entries()[static_cast<std::size_t>(entry)].size;
+  for (const int entry : map_.entries)
+    needed = SaturatedSum(needed, archive_.Entries()[static_cast<std::size_t>(entry)].size);
   // Only worth adding up when it is tight.
   if (needed <= files_.Host().FreeSpace(WorkingRoute)) return;
-  for (const auto& path : removed_) {
+  for (const auto& path : loadedFiles_) {
     std::uint64_t size = 0;
     if (files_.Host().GetSize(path, size) == FileCode::Ok) freed += size;
   }
   files_.RequireRoom(WorkingRoute, needed > freed ? needed - freed : 0);
+}
+
+/// Where the load deletes, renames or makes something, it needs the right to.
+void LoadPreflight::RequireWritableFolders() {
+  std::unordered_set<std::string> folders = {WorkingRoute,
+                                             program_.BelowGame(kSaves),
+                                             program_.BelowGame(kWorkingSaves),
+                                             CutBackslash(program_.app.Saves("")),
+                                             CutBackslash(program_.app.Activities("")),
+                                             CutBackslash(program_.app.Paths("")),
+                                             CutBackslash(program_.app.Services("")),
+                                             CutBackslash(program_.app.Traffic(""))};
+  const auto addFolderOf = [&](const std::string& path) { folders.insert(CutBackslash(FolderOf(path))); };
+  for (const auto& path : loadedFiles_) addFolderOf(path);
+  for (const auto& path : coveredFiles_) addFolderOf(path);
+  for (const auto& path : map_.lstRouteStrippedPath) addFolderOf(WorkingRoute + "\\" + path);
+  for (const auto& folder : folders)
+    if (files_.IsPathAFolder(folder) && !files_.Host().MayWrite(folder))
+      throw RunTimeError(ErrorNumber::PathFileAccessError, folder,
+                         "there is no permission to change this folder");
 }
 
 }  // namespace quillon

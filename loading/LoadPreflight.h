@@ -3,8 +3,8 @@
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 #include "core/Program.h"
 #include "core/archive/ArchiveReader.h"
@@ -24,7 +24,9 @@ class LoadPreflight {
  private:
   void RequireFolders();
   void ReadLists();
+  void RefuseReadOnlyTargets();
   void RequireRoom();
+  void RequireWritableFolders();
   void RefuseImpossiblePaths();
   void RefuseTakenBackups();
   bool StandsAfterwards(const std::string& path);
@@ -35,6 +37,9 @@ class LoadPreflight {
   const ArchiveReader& archive_;
   const RouteMap& map_;
   std::unordered_set<std::string> removed_;   // paths that the load deletes first, upper case
+  std::vector<std::string> loadedFiles_;      // lines of current.tsl
+  std::vector<std::string> coveredFiles_;     // lines of default.tsl whose file is there
+  std::vector<std::string> lostBackups_;      // backups that go because something stands in their old place
   std::unordered_set<std::string> restored_;  // paths of default files that it gives back, upper case
 };
 

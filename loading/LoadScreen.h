@@ -25,7 +25,13 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
     btnOK.enabled = true;
   }
 
-  void btnOKClick() { program_.stage.Unload(Name()); }
+  void btnOKClick() {
+    program_.stage.Unload(Name());
+    if (program_.shared.CustomConsistsAdded)
+      program_.stage.ShowModal("frmCustomConsist");
+    else if (program_.shared.CustomMessagePending)
+      program_.stage.ShowModal("frmCustomMessage");
+  }
 
  private:
   void SetFirstMessage(std::string_view text) override {

@@ -1,8 +1,5 @@
 #include "loading/Materialisation.h"
 
-#include <array>
-#include <vector>
-
 #include "core/Text.h"
 #include "loading/MaterialTables.h"
 
@@ -80,17 +77,19 @@ void Materialisation::CopyConsists() {
   }
 }
 
+std::vector<std::pair<std::string, std::string>> TrackTextures(const Program& program,
+                                                               const std::string& workingRoute) {
+  std::vector<std::pair<std::string, std::string>> copies;
+  for (const std::string folder : {"\\Textures\\", "\\Textures\\Snow\\"})
+    for (const std::string name : {"ACleanTrack1.ace", "ACleanTrack2.ace", "ACleanTrackBase.ace",
+                                   "ATrackTunFloor.ace", "ATrackTunWall.ace"})
+      copies.emplace_back(program.BelowGame("\\Routes\\USA1") + folder + name, workingRoute + folder + name);
+  return copies;
+}
+
 void Materialisation::CopyTrackTextures() {
-  static constexpr std::array<std::string_view, 5> kTextures = {"ACleanTrack1.ace", "ACleanTrack2.ace",
-                                                                "ACleanTrackBase.ace", "ATrackTunFloor.ace",
-                                                                "ATrackTunWall.ace"};
-  for (const std::string folder : {"\\Textures\\", "\\Textures\\Snow\\"}) {
-    const std::string source = program_.BelowGame("\\Routes\\USA1") + folder;
-    for (const auto texture : kTextures) {
-      const std::string name(texture);
-      if (files_.FileExists(source + name)) files_.FileCopy(source + name, InRoute(folder) + name);
-    }
-  }
+  for (const auto& [source, target] : TrackTextures(program_, WorkingRoute))
+    if (files_.FileExists(source)) files_.FileCopy(source, target);
 }
 
 void Materialisation::CopyExtras() {

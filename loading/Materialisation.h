@@ -3,6 +3,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "core/Program.h"
 #include "core/Progress.h"
@@ -49,5 +51,9 @@ class Materialisation {
 
 /// The name under which a covered default file is kept; `strippedPath` is its path below the route.
 std::string BackupPath(std::string_view workingRoute, std::string_view strippedPath);
+
+/// Source and target of each track texture that a load copies.
+std::vector<std::pair<std::string, std::string>> TrackTextures(const Program& program,
+                                                               const std::string& workingRoute);
 
 }  // namespace quillon

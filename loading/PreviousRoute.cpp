@@ -33,7 +33,7 @@ void PreviousRoute::PutAwayActivities() {
     files_.DelTree(store);
     files_.MakeFolder(store);
   }
-  for (const auto& [folder, store] : folders) files_.CopyAllFiles(WorkingRoute + folder, store + "\\", "*.*");
+  for (const auto& [folder, store] : folders) CopyForSure(files_, WorkingRoute + folder, store + "\\", "*.*");
 }
 
 void PreviousRoute::EmptyActivityFolders() {

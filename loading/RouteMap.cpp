@@ -4,7 +4,6 @@
 #include <array>
 #include <optional>
 #include <string_view>
-#include <unordered_map>
 
 #include "core/Text.h"
 
@@ -48,15 +47,13 @@ RouteMap MapRoute(const ArchiveReader& archive) {
   RouteMap map;
   map.RouteRootPrefix = FindRoot(names);
   const std::size_t cut = map.RouteRootPrefix.size();
-  // Of entries with one stored name the last is what an extraction by name leaves.
-  std::unordered_map<std::string_view, int> lastOf;
-  for (int i = 0; i < archive.EntryCount(); ++i) lastOf[names[static_cast<std::size_t>(i)]] = i;
-  for (const auto& name : names) {
+  for (int i = 0; i < archive.EntryCount(); ++i) {
+    const std::string& name = names[static_cast<std::size_t>(i)];
     std::string path = Contains(name, map.RouteRootPrefix) ? name.substr(std::min(cut, name.size())) : name;
     if (IsRefused(path)) continue;
     map.lstRouteStrippedPath.push_back(std::move(path));
     map.lstUnzipThese.push_back(name);
-    map.entries.push_back(lastOf[name]);
+    map.entries.push_back(i);
   }
   return map;
 }

@@ -80,7 +80,10 @@ void CleanUp::CopyDefaultFiles() {
     const std::string source = program_.shared.TrainSimPath + "\\" + line;
     if (!line.empty() && files_.FileExists(source)) {
       progress_.Value(++value);
-      files_.FileCopy(source, program_.BelowGame(DestinationOf(line)));
+      const std::string target = program_.BelowGame(DestinationOf(line));
+      // Games from a disc are read-only, and so are the copies that an earlier step made.
+      files_.SetAttributes(target, kArchive);
+      files_.FileCopy(source, target);
     }
     if (++done % 32 == 0 || done == lines.size()) {
       progress_.Detail(done, lines.size(), "files");

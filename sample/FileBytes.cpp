@@ -8,8 +8,6 @@
 namespace quillon {
 namespace {
 
-constexpr std::uint32_t kPackedPercent = 57;  // of textures and shapes
-
 void PutWord(char* at, std::uint32_t word) {
   for (int i = 0; i < 4; ++i) at[i] = static_cast<char>(word >> (8 * i));
 }
@@ -36,15 +34,24 @@ void FillWithRows(Numbers& numbers, char* at, std::size_t size) {
   }
 }
 
-/// Blocks of noise between blocks of one row repeated, the way pictures have detail and plain areas.
-std::string Mixed(Numbers numbers, std::string_view head, std::size_t size, int noisePercent) {
+/// What the game has packed, in which nothing is left to pack.
+std::string Packed(Numbers& numbers, std::size_t size) {
+  constexpr std::string_view kHead("SIMISA@F\0\0\1\0@@@@", 16);
+  std::string bytes(std::max(size, kHead.size()), '\0');
+  std::copy(kHead.begin(), kHead.end(), bytes.begin());
+  FillWithNoise(numbers, &bytes[kHead.size()], bytes.size() - kHead.size());
+  return bytes;
+}
+
+/// Even areas with a little detail.
+std::string Plain(Numbers& numbers, std::string_view head, std::size_t size) {
+  constexpr std::size_t kBlock = 1024, kDetail = 31;
   std::string bytes(std::max(size, head.size()), '\0');
   std::copy(head.begin(), head.end(), bytes.begin());
   for (std::size_t at = head.size(); at < bytes.size();) {
-    const auto block = std::min<std::size_t>(bytes.size() - at, 1024);
-    const auto noise = block * static_cast<std::size_t>(noisePercent) / 100;
-    FillWithNoise(numbers, &bytes[at], noise);
-    FillWithRows(numbers, &bytes[at] + noise, block - noise);
+    const auto block = std::min(bytes.size() - at, kBlock), detail = std::min(block, kDetail);
+    FillWithNoise(numbers, &bytes[at], detail);
+    FillWithRows(numbers, &bytes[at] + detail, block - detail);
     at += block;
   }
   return bytes;
@@ -52,17 +59,13 @@ std::string Mixed(Numbers numbers, std::string_view head, std::size_t size, int 
 
 }  // namespace
 
-std::string TextureBytes(Numbers numbers, std::size_t size) {
-  // The game keeps a texture as it is, or packed: then nothing is left to pack.
-  const bool packed = numbers.Bits() % 100 < kPackedPercent;
-  if (packed) return Mixed(numbers, std::string_view("SIMISA@F\0\0\1\0@@@@", 16), size, 100);
-  return Mixed(numbers, std::string_view("SIMISA@@@@@@@@@@\x01\0\0\0", 20), size, 3);
+std::string TextureBytes(Numbers numbers, std::size_t size, bool packed) {
+  if (packed) return Packed(numbers, size);
+  return Plain(numbers, std::string_view("SIMISA@@@@@@@@@@\x01\0\0\0", 20), size);
 }
 
-std::string ShapeBytes(Numbers numbers, std::size_t size) {
-  const bool packed = numbers.Bits() % 100 < kPackedPercent;
-  if (packed) return Mixed(numbers, std::string_view("SIMISA@F\0\0\1\0@@@@", 16), size, 100);
-  return Mixed(numbers, "SIMISA@@@@@@@@@@JINX0s1b______\r\n", size, 3);
+std::string ShapeBytes(Numbers numbers, std::size_t size, bool packed) {
+  return packed ? Packed(numbers, size) : Plain(numbers, "SIMISA@@@@@@@@@@JINX0s1b______\r\n", size);
 }
 
 std::string TerrainBytes(Numbers numbers, std::size_t size) {

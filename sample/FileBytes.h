@@ -8,12 +8,12 @@
 
 namespace quillon {
 
-/// .ace: a packed texture, incompressible, or a plain one of mostly even areas.
-std::string TextureBytes(Numbers numbers, std::size_t size);
+/// .ace: packed by the game, so that nothing is left to pack, or plain: mostly even areas.
+std::string TextureBytes(Numbers numbers, std::size_t size, bool packed = false);
 /// _y.raw, _e.raw, _n.raw: heights of a terrain; deflate leaves a third.
 std::string TerrainBytes(Numbers numbers, std::size_t size);
-/// .s and .t: packed or plain, as textures are.
-std::string ShapeBytes(Numbers numbers, std::size_t size);
+/// .s and .t: likewise.
+std::string ShapeBytes(Numbers numbers, std::size_t size, bool packed = false);
 /// .wav: 16-bit mono, 22,050 Hz; deflate leaves about a third.
 std::string SoundBytes(Numbers numbers, std::size_t size);
 

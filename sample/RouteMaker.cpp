@@ -102,16 +102,17 @@ std::string FileName(const RoutePlan& plan, const Row& row, int number) {
   return plan.stem + Format("%05d", number) + row.ending;
 }
 
-std::string Content(Kind kind, const Numbers& numbers, std::size_t size, const std::string& word) {
+std::string Content(Kind kind, const Numbers& numbers, std::size_t size, bool packed,
+                    const std::string& word) {
   switch (kind) {
-    case Kind::Texture: return TextureBytes(numbers, size);
+    case Kind::Texture: return TextureBytes(numbers, size, packed);
     case Kind::Terrain: return TerrainBytes(numbers, size);
     case Kind::World: return WorldText(numbers, size);
     case Kind::ShapeDescription: return ShapeDescriptionText(word + ".s");
     case Kind::Sound: return SoundBytes(numbers, size);
     case Kind::SoundScript: return SoundScriptText(word + ".wav");
     case Kind::Environment: return EnvironmentText(numbers);
-    default: return ShapeBytes(numbers, size);
+    default: return ShapeBytes(numbers, size, packed);
   }
 }
 
@@ -192,9 +193,8 @@ class RouteMaker {
     const std::string name = std::string(row.folder) + "\\" + file;
     const auto size = Scaled(SizeOf(row));
     // The seed has the route's name, too: world files and tiles of all routes share their names.
-    Add(name, [kind = row.kind, seed = plan_.id + name, size, word = CutAtLastDot(file)] {
-      return Content(kind, Numbers(seed), size, word);
-    });
+    Add(name, [kind = row.kind, seed = plan_.id + name, size, packed = IsPacked(),
+               word = CutAtLastDot(file)] { return Content(kind, Numbers(seed), size, packed, word); });
   }
 
   /// Small files are more frequent than big ones. The shares of any stretch of files lie evenly between 0 and
@@ -206,6 +206,12 @@ class RouteMaker {
     return row.least + static_cast<int>((row.most - row.least) * (share + 2 * share * share) / 3);
   }
 
+  /// The game's tools pack more than half of what they make. Any stretch of files has the same share of them.
+  bool IsPacked() {
+    constexpr double kPackedShare = 0.565, kStep = 0.7548776662466927;
+    return std::fmod(kStep * packsDrawn_++, 1.0) < kPackedShare;
+  }
+
   std::size_t Scaled(int size) const {
     return static_cast<std::size_t>(size) * static_cast<std::size_t>(plan_.sizePercent) / 100;
   }
@@ -213,7 +219,7 @@ class RouteMaker {
   const RoutePlan& plan_;
   ActivityPlan activityPlan_;
   SampleFiles files_;
-  int sizesDrawn_ = 0;
+  int sizesDrawn_ = 0, packsDrawn_ = 0;
 };
 
 }  // namespace

@@ -51,7 +51,7 @@ void OpenScreens::ShutDown(bool) {
 void OpenScreens::Activate(Screen& screen) {
   active_ = &screen;
   screen.Activate();
-  presenter_.ScreenActivated(screen);
+  if (!ended_) presenter_.ScreenActivated(screen);
 }
 
 void OpenScreens::Settle() {

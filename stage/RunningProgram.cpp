@@ -26,6 +26,8 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmLoad") return std::make_unique<LoadScreen>(program);
   if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);
   if (name == "frmCleanUp") return std::make_unique<CleanUpScreen>(program);
+  if (name == "frmCustomConsist") return std::make_unique<CustomConsistScreen>(program);
+  if (name == "frmCustomMessage") return std::make_unique<CustomMessageScreen>(program);
   throw std::logic_error("no such screen: " + std::string(name));
 }
 

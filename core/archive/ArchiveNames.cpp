@@ -20,14 +20,15 @@ bool IsDevice(std::string_view component) {
          stem[3] <= '9';
 }
 
-bool IsParent(std::string_view component) {
-  // Closing blanks and dots fall away on the target: ".. " is "..", too.
-  if (!component.starts_with("..")) return false;
-  return component.find_first_not_of(". ") == component.npos;
+/// Closing blanks and dots fall away on the target.
+std::string_view WithoutTail(std::string_view component) {
+  return component.substr(0, component.find_last_not_of(" .") + 1);
 }
 
 const char* HarmInComponent(std::string_view component) {
-  if (IsParent(component)) return "an entry's name leads out of its folder";
+  if (component.starts_with("..") && WithoutTail(component).empty())
+    return "an entry's name leads out of its folder";
+  if (WithoutTail(component).empty()) return "an entry's name is blank";
   if (component.size() > kLongestComponent) return "an entry's name is too long";
   const auto forbidden = [](char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == '<' || c == '>' || c == ':' || c == '"' || c == '|' ||
@@ -42,11 +43,20 @@ const char* HarmInComponent(std::string_view component) {
 }  // namespace
 
 std::string NormalStoredName(std::string_view stored) {
-  std::string name(stored);
-  std::replace(name.begin(), name.end(), '/', '\\');
-  if (name.size() >= 2 && name[1] == ':' && std::isalpha(static_cast<unsigned char>(name[0])))
-    name.erase(0, 2);
-  name.erase(0, std::min(name.find_first_not_of('\\'), name.size()));
+  if (stored.size() >= 2 && stored[1] == ':' && std::isalpha(static_cast<unsigned char>(stored[0])))
+    stored.remove_prefix(2);
+  std::string name;
+  name.reserve(stored.size());
+  while (!stored.empty()) {
+    const auto end = std::min(stored.find_first_of("/\\"), stored.size());
+    const std::string_view component = stored.substr(0, end);
+    const bool closed = end < stored.size();
+    stored.remove_prefix(closed ? end + 1 : end);
+    if (component.empty() || component == ".") continue;
+    // What is all blanks and dots is left for HarmIn to see.
+    name += WithoutTail(component).empty() ? component : WithoutTail(component);
+    if (closed) name += '\\';
+  }
   return name;
 }
 
@@ -59,6 +69,10 @@ const char* HarmIn(std::string_view normalName) {
     normalName.remove_prefix(end + 1);
   }
   return nullptr;
+}
+
+bool IsUsableStem(std::string_view stem) {
+  return !stem.empty() && WithoutTail(stem) == stem && HarmIn(stem) == nullptr;
 }
 
 }  // namespace quillon

@@ -14,4 +14,7 @@ std::string NormalStoredName(std::string_view stored);
 /// system can't hold, a device's name, too long a name. Null when it is harmless.
 const char* HarmIn(std::string_view normalName);
 
+/// True when folders can be called `stem`: it is a name, keeps its end on the target, and leads nowhere.
+bool IsUsableStem(std::string_view stem);
+
 }  // namespace quillon

@@ -18,6 +18,8 @@ bool IsWildcard(std::string_view spec) { return spec.find_first_of("*?") != spec
 
 }  // namespace
 
+std::uint64_t SaturatedSum(std::uint64_t a, std::uint64_t b) { return a + b < a ? ~std::uint64_t{0} : a + b; }
+
 ArchiveReader::ArchiveReader(Files& files, Fault fault) : files_(files), fault_(std::move(fault)) {}
 
 void ArchiveReader::ReadDirectory() {
@@ -87,7 +89,7 @@ void ArchiveReader::Place(const std::vector<Placement>& placements,
   bytesDone_ = bytesToDo_ = filesDone_ = 0;
   if (placements.empty()) return;
   for (const auto& placement : placements)
-    bytesToDo_ += entries_[static_cast<std::size_t>(placement.index)].size;
+    bytesToDo_ = SaturatedSum(bytesToDo_, entries_[static_cast<std::size_t>(placement.index)].size);
   files_.RequireRoom(placements.front().path, bytesToDo_);
 
   const FileSystem::Pass pass(files_.Host());

@@ -15,6 +15,9 @@ namespace quillon {
 
 class ExtractPool;
 
+/// The sum of two sizes, or the largest size: an archive may claim anything.
+std::uint64_t SaturatedSum(std::uint64_t a, std::uint64_t b);
+
 /// Holds one archive at a time and keeps its settings between calls.
 class ArchiveReader {
  public:

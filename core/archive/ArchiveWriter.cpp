@@ -74,12 +74,16 @@ std::vector<ArchiveWriter::Item> ArchiveWriter::LiveItems() const {
 void ArchiveWriter::Zip() {
   const std::vector<Item> items = LiveItems();
   bytesDone_ = bytesToDo_ = 0;
+  std::uint64_t travelling = 0;
   std::vector<PackQueue::Source> sources;
   for (std::size_t i = 0; i < items.size(); ++i) {
     bytesToDo_ += items[i].size;
+    if (items[i].index >= 0) travelling += items[i].size;
     if (items[i].index >= 0 || items[i].size > kPackWholeLimit) continue;
     sources.push_back({files_.Host().HostPath(items[i].path), items[i].path, items[i].size});
   }
+  // What files will come to is not known yet; entries keep their size.
+  files_.RequireRoom(ArchiveFile, travelling);
   const auto report = [this](double share) {
     bytesDone_ = static_cast<std::uint64_t>(share * static_cast<double>(bytesToDo_));
     if (OnProgress) OnProgress(*this);

@@ -69,6 +69,7 @@ void ExtractPool::Drain() {
 
 void ExtractPool::WaitFor(const std::function<bool()>& ready) {
   std::unique_lock lock(mutex_);
+  waiting_ = true;
   while (!failure_ && !ready()) {
     if (jobDone_.wait_for(lock, kIdleInterval) == std::cv_status::timeout) {
       lock.unlock();
@@ -76,6 +77,7 @@ void ExtractPool::WaitFor(const std::function<bool()>& ready) {
       lock.lock();
     }
   }
+  waiting_ = false;
   if (failure_) std::rethrow_exception(failure_);
   TellDamages(lock);
 }
@@ -114,7 +116,7 @@ void ExtractPool::Work() {
       jobs_.clear();
     }
     // The caller sleeps until half of a full queue is done, or all of it.
-    if (failure_ || jobs_.size() == kQueueLength / 2 || (jobs_.empty() && busy_ == 0)) jobDone_.notify_one();
+    if (waiting_ && (failure_ || jobs_.size() <= kQueueLength / 2)) jobDone_.notify_one();
   }
 }
 

@@ -61,7 +61,7 @@ class ExtractPool {
   std::vector<std::pair<ExtractJob, Damage>> damages_;
   std::exception_ptr failure_;
   std::size_t busy_ = 0;
-  bool stop_ = false;
+  bool stop_ = false, waiting_ = false;
   std::atomic<std::uint64_t> bytesDone_ = 0, filesDone_ = 0;
   std::vector<std::thread> threads_;
 };

@@ -3,11 +3,11 @@
 #include <libdeflate.h>
 
 #include <chrono>
-#include <fstream>
 #include <memory>
 #include <utility>
 
 #include "core/RunTimeError.h"
+#include "core/host/RawFile.h"
 
 namespace quillon {
 namespace {
@@ -22,12 +22,10 @@ struct FreeCompressor {
 };
 
 std::string ReadWhole(const PackQueue::Source& source) {
-  std::ifstream file(source.hostPath, std::ios::binary);
-  if (!file) throw RunTimeError(ErrorNumber::PathFileAccessError, source.path, "it can't be opened");
+  const RawInput file(source.hostPath);
+  if (!file.IsOpen()) throw RunTimeError(ErrorNumber::PathFileAccessError, source.path, "it can't be opened");
   std::string bytes;
-  bytes.reserve(source.size + 1);
-  bytes.assign(std::istreambuf_iterator<char>(file), {});
-  if (file.bad()) throw RunTimeError(ErrorNumber::DeviceIoError, source.path);
+  if (!file.ReadAt(0, file.Size(), bytes)) throw RunTimeError(ErrorNumber::DeviceIoError, source.path);
   return bytes;
 }
 

@@ -2,9 +2,12 @@
 
 #include <libdeflate.h>
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "core/archive/ArchiveNames.h"
+#include "core/archive/ZipStub.h"
 
 namespace quillon {
 namespace {
@@ -27,6 +30,15 @@ struct CloseEntry {
   void operator()(zip_file_t* file) const { zip_fclose(file); }
 };
 using EntryFile = std::unique_ptr<zip_file_t, CloseEntry>;
+
+bool HasControlCharacter(std::string_view name) {
+  return std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+}
+
+std::size_t CharacterCount(std::string_view utf8) {
+  return static_cast<std::size_t>(std::count_if(
+      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
 
 [[noreturn]] void Broken(const ArchiveEntry& entry) {
   throw Damage{"the data of " + entry.name + " are damaged"};
@@ -59,14 +71,15 @@ ZipFile::ZipFile(std::string hostPath, const std::vector<ArchiveEntry>& knownEnt
 }
 
 void ZipFile::Open() {
-  int code = 0;
-  zip_.reset(zip_open(hostPath_.c_str(), ZIP_RDONLY, &code));
-  if (zip_) return;
   zip_error_t error;
-  zip_error_init_with_code(&error, code);
-  std::string text = zip_error_strerror(&error);
+  zip_error_init(&error);
+  // The source belongs to the archive once that is open.
+  zip_source_t* source = zip_source_file_create(hostPath_.c_str(), StubBytes(hostPath_), -1, &error);
+  if (source != nullptr) zip_.reset(zip_open_from_source(source, ZIP_RDONLY, &error));
+  if (source != nullptr && !zip_) zip_source_free(source);
+  const std::string text = zip_error_strerror(&error);
   zip_error_fini(&error);
-  throw Damage{"it can't be read as a zip archive (" + text + ")"};
+  if (!zip_) throw Damage{"it can't be read as a zip archive (" + text + ")"};
 }
 
 void ZipFile::ReadEntries() {
@@ -79,6 +92,10 @@ void ZipFile::ReadEntries() {
       throw Damage{"its directory is broken"};
     ArchiveEntry entry;
     entry.name = NormalStoredName(stat.name);
+    // Decoding turns control characters, zeros among them, into pictures: look at the bytes, too.
+    const char* raw = zip_get_name(zip_.get(), index, ZIP_FL_ENC_RAW);
+    if (raw == nullptr || HasControlCharacter(raw) || CharacterCount(stat.name) > std::strlen(raw))
+      throw Damage{"an entry's name has control characters"};
     if (const char* harm = HarmIn(entry.name)) throw Damage{harm};
     if (stat.encryption_method != ZIP_EM_NONE) throw Damage{"it is protected by a password"};
     if (zip_compression_method_supported(stat.comp_method, 0) == 0)

@@ -27,6 +27,9 @@ enum class FileCode {
   NotADirectory = 267,
 };
 
+/// For reading a whole file, however large.
+inline constexpr std::uint64_t kNoLimit = ~std::uint64_t{0};
+
 /// Attribute bits.
 inline constexpr std::uint32_t kReadOnly = 1, kHidden = 2, kSystem = 4, kFolder = 16, kArchive = 32;
 
@@ -80,8 +83,8 @@ class FileSystem {
   /// Removes an empty folder, or a link to one.
   virtual FileCode RemoveFolder(std::string_view path) = 0;
 
-  /// The whole file.
-  virtual FileCode Read(std::string_view path, std::string& bytes) = 0;
+  /// The whole file, or its first `limit` bytes.
+  virtual FileCode Read(std::string_view path, std::string& bytes, std::uint64_t limit) = 0;
   /// Replaces the whole file in one step: a reader, or a crash, meets the old bytes or the new ones. A
   /// read-only file is refused.
   virtual FileCode Replace(std::string_view path, std::string_view bytes) = 0;
@@ -103,6 +106,8 @@ class FileSystem {
   /// Says that a library has made or removed the file at `path`.
   virtual void Touched(std::string_view path, bool exists) = 0;
 
+  /// Whether names in the folder may be made and removed, as far as can be told without trying.
+  virtual bool MayWrite(std::string_view folder) = 0;
   /// Bytes that a user may still write to the disk that holds `path`'s folder.
   virtual std::uint64_t FreeSpace(std::string_view path) = 0;
 

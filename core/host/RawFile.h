@@ -33,4 +33,21 @@ class RawFile {
   FileCode code_ = FileCode::Ok;
 };
 
+/// A file by its host name, read in pieces.
+class RawInput {
+ public:
+  explicit RawInput(const std::string& hostPath);
+  ~RawInput();
+  RawInput(const RawInput&) = delete;
+  RawInput& operator=(const RawInput&) = delete;
+
+  bool IsOpen() const { return handle_ >= 0; }
+  std::uint64_t Size() const;
+  /// `count` bytes, fewer at the end of the file. False when the device fails.
+  bool ReadAt(std::uint64_t offset, std::size_t count, std::string& bytes) const;
+
+ private:
+  std::intptr_t handle_ = -1;
+};
+
 }  // namespace quillon

@@ -104,7 +104,9 @@ std::string AbsoluteHostPath(const std::string& path) {
 }
 
 std::unique_ptr<InstanceLock> TakeInstanceLock(const std::string& hostPath) {
-  const int handle = ::open(hostPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  int handle = ::open(hostPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666);
+  // Another user's file can still be locked.
+  if (handle < 0) handle = ::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC);
   // Where no lock can be held, as in a read-only folder, there is no second instance to fear either.
   if (handle < 0) return std::make_unique<FileLock>(handle);
   if (::flock(handle, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK)

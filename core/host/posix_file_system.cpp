@@ -52,12 +52,13 @@ class PosixFileSystem final : public FileSystem {
   FileCode Copy(std::string_view from, std::string_view to) override;
   FileCode CreateFolder(std::string_view path) override;
   FileCode RemoveFolder(std::string_view path) override;
-  FileCode Read(std::string_view path, std::string& bytes) override;
+  FileCode Read(std::string_view path, std::string& bytes, std::uint64_t limit) override;
   FileCode Replace(std::string_view path, std::string_view bytes) override;
   FileCode Open(std::string_view path, bool append, std::unique_ptr<OutputFile>& file) override;
   FileCode GetStamp(std::string_view path, Stamp& stamp) override;
   std::string HostPath(std::string_view path) override;
   void Touched(std::string_view path, bool exists) override;
+  bool MayWrite(std::string_view folder) override;
   std::uint64_t FreeSpace(std::string_view path) override;
 
  private:
@@ -310,7 +311,7 @@ FileCode PosixFileSystem::RemoveFolder(std::string_view path) {
   return FileCode::Ok;
 }
 
-FileCode PosixFileSystem::Read(std::string_view path, std::string& bytes) {
+FileCode PosixFileSystem::Read(std::string_view path, std::string& bytes, std::uint64_t limit) {
   StartCall();
   const Place place = Look(path);
   if (!place.Exists()) return place.code;
@@ -318,7 +319,8 @@ FileCode PosixFileSystem::Read(std::string_view path, std::string& bytes) {
   struct stat file;
   if (!in.IsOpen() || ::fstat(in.Number(), &file) != 0) return CodeOf(errno, place.host);
   if (!S_ISREG(file.st_mode)) return FileCode::AccessDenied;
-  return CodeOf(ReadAll(in.Number(), static_cast<std::size_t>(file.st_size), bytes), place.host);
+  const auto size = std::min(limit, static_cast<std::uint64_t>(file.st_size));
+  return CodeOf(ReadAll(in.Number(), size, bytes), place.host);
 }
 
 FileCode PosixFileSystem::Replace(std::string_view path, std::string_view bytes) {
@@ -355,6 +357,10 @@ std::string PosixFileSystem::HostPath(std::string_view path) {
 
 void PosixFileSystem::Touched(std::string_view path, bool exists) {
   if (passes_ > 0) tree_.Touched(path, exists);
+}
+
+bool PosixFileSystem::MayWrite(std::string_view folder) {
+  return ::access(HostPath(folder).c_str(), W_OK | X_OK) == 0;
 }
 
 std::uint64_t PosixFileSystem::FreeSpace(std::string_view path) {

@@ -146,7 +146,7 @@ FileCode FileProfiles::Load(CachedFile& file) {
   const bool settled = code == FileCode::Ok && IsSettled(stamp);
   if (code == FileCode::Ok && file.settled && stamp == file.stamp) return FileCode::Ok;
   std::string bytes;
-  if (code == FileCode::Ok) code = files_.Read(file.path, bytes);
+  if (code == FileCode::Ok) code = files_.Read(file.path, bytes, kNoLimit);
   if (bytes != file.bytes) {
     file.text = ProfileText(bytes);
     file.bytes = std::move(bytes);

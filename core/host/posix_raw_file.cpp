@@ -71,4 +71,30 @@ FileCode RawFile::Keep(std::time_t modified) {
   return code_;
 }
 
+RawInput::RawInput(const std::string& hostPath)
+    : handle_(::open(hostPath.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
+
+RawInput::~RawInput() {
+  if (IsOpen()) ::close(Fd(handle_));
+}
+
+std::uint64_t RawInput::Size() const {
+  struct stat file;
+  return ::fstat(Fd(handle_), &file) == 0 ? static_cast<std::uint64_t>(file.st_size) : 0;
+}
+
+bool RawInput::ReadAt(std::uint64_t offset, std::size_t count, std::string& bytes) const {
+  bytes.resize(count);
+  std::size_t filled = 0;
+  while (filled < count) {
+    const auto part =
+        ::pread(Fd(handle_), bytes.data() + filled, count - filled, static_cast<off_t>(offset + filled));
+    if (part < 0 && errno != EINTR) return false;
+    if (part == 0) break;
+    if (part > 0) filled += static_cast<std::size_t>(part);
+  }
+  bytes.resize(filled);
+  return true;
+}
+
 }  // namespace quillon

@@ -108,9 +108,9 @@ TEST_F(FileSystemTest, NamesAreFoundInAnyCase) {
   Put("twin", "lower");
   Put("TWIN", "upper");
   std::string bytes;
-  files_->Read(Path("twin"), bytes);
+  files_->Read(Path("twin"), bytes, kNoLimit);
   EXPECT_EQ(bytes, "lower");
-  files_->Read(Path("Twin"), bytes);
+  files_->Read(Path("Twin"), bytes, kNoLimit);
   EXPECT_EQ(bytes, "upper");
   EXPECT_EQ(Find("tw*"), (Names{"TWIN", "twin"}));
   Put("\xFF\xFE.txt");
