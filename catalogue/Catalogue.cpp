@@ -44,10 +44,7 @@ bool Catalogue::IsLoaded(std::string_view name) const { return ZipOf(name, kNoDa
 
 bool Catalogue::AnyRoute() const { return program_.files.FileExists(program_.app.AnyRouteFile()); }
 
-void Catalogue::Discard() const {
-  const std::string file = program_.app.RoutesIni();
-  if (program_.files.FileExists(file)) program_.files.KillReadOnly(file);
-}
+void Catalogue::Discard() const { program_.files.KillIfThere(program_.app.RoutesIni()); }
 
 std::string Catalogue::Add(std::string_view zip, std::string_view routeName) const {
   if (NameOf(zip, kUnknown) != kUnknown) return {};

@@ -32,10 +32,10 @@ void RouteRemoval::RemoveRoute() {
 
 void RouteRemoval::DeleteBelongings() {
   const Installation& app = program_.app;
-  DeleteFile(app.RouteFile(zip_));
+  files_.KillIfThere(app.RouteFile(zip_));
   DeleteFolder(app.Saves(zip_));
-  DeleteFile(app.Preview(zip_));
-  DeleteFile(app.TerrainCache(zip_));
+  files_.KillIfThere(app.Preview(zip_));
+  files_.KillIfThere(app.TerrainCache(zip_));
   DeleteFolder(app.Activities(zip_));
   DeleteFolder(app.Consists(zip_));
   DeleteFolder(app.Custom(zip_));
@@ -44,10 +44,6 @@ void RouteRemoval::DeleteBelongings() {
   DeleteFolder(app.RoutePics(zip_));
   DeleteFolder(app.Services(zip_));
   DeleteFolder(app.Traffic(zip_));
-}
-
-void RouteRemoval::DeleteFile(const std::string& path) {
-  if (files_.FileExists(path)) files_.KillReadOnly(path);
 }
 
 void RouteRemoval::DeleteFolder(const std::string& path) {

@@ -24,7 +24,6 @@ class RouteRemoval {
 
  private:
   void DeleteBelongings();
-  void DeleteFile(const std::string& path);
   void DeleteFolder(const std::string& path);
   void ForgetSelection();
   std::string FreeRouteFolder();

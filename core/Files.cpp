@@ -111,6 +111,13 @@ void Files::KillReadOnly(std::string_view path) {
   Kill(path);
 }
 
+void Files::KillIfThere(std::string_view path) {
+  std::uint32_t attributes = 0;
+  if (host_.GetAttributes(path, attributes) != FileCode::Ok) return;
+  if ((attributes & kReadOnly) != 0) SetAttributes(path, kArchive);
+  RaiseFileError(host_.Delete(path), path);
+}
+
 void Files::Rename(std::string_view from, std::string_view to) {
   const FileCode code = host_.Move(from, to);
   RaiseFileError(code, code == FileCode::AlreadyExists ? to : from);

@@ -52,6 +52,8 @@ class Files {
   void Kill(std::string_view path);
   /// SetAttributes with 32, then Kill.
   void KillReadOnly(std::string_view path);
+  /// The same, when the file is there; no wildcards.
+  void KillIfThere(std::string_view path);
   void Rename(std::string_view from, std::string_view to);
   void FileCopy(std::string_view from, std::string_view to);
   /// The whole file, or its first `limit` bytes.

@@ -69,14 +69,14 @@ void AddRoutes::Rebuild() {
 
 void AddRoutes::RemoveWorkingZips() {
   state_.program.Step("Removing the working zips");
-  for (const auto& zip : state_.ListofRouteZips) state_.KillIfThere(state_.Download(zip));
+  for (const auto& zip : state_.ListofRouteZips) state_.program.files.KillIfThere(state_.Download(zip));
 }
 
 /// What classification copied of zips that were rebuilt before it: only true originals stay.
 void AddRoutes::RemoveRebuiltOriginals() {
   for (const auto& folder : {state_.program.app.Installed(), state_.program.app.NotInstalled()})
     for (const auto& name : state_.program.files.ListFiles(folder + "\\Quillon-*.*"))
-      state_.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
+      state_.program.files.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
 }
 
 void AddRoutes::TellResult() {

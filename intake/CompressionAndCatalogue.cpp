@@ -37,8 +37,8 @@ void CompressionAndCatalogue::MakeRouteFile(const std::string& zip) {
   const std::string copy = state_.program.app.Routes() + "\\" + zip + ".zip";
   const std::string routeFile = state_.program.app.RouteFile(zip);
   state_.CopyOver(state_.Download(zip), copy);
-  state_.KillIfThere(routeFile);
-  state_.KillIfThere(state_.program.app.TerrainCache(zip));
+  state_.program.files.KillIfThere(routeFile);
+  state_.program.files.KillIfThere(state_.program.app.TerrainCache(zip));
   files.SetAttributes(copy, kArchive);
   files.Rename(copy, routeFile);
   state_.record.Stands(zip);

@@ -16,10 +16,6 @@ void IntakeState::SetAside(const std::string& zip) {
   program.shared.ZipsSetAside = true;
 }
 
-void IntakeState::KillIfThere(const std::string& path) const {
-  if (program.files.FileExists(path)) program.files.KillReadOnly(path);
-}
-
 void IntakeState::CopyOver(const std::string& from, const std::string& to) const {
   if (program.files.FileExists(to)) program.files.SetAttributes(to, kArchive);
   program.files.FileCopy(from, to);

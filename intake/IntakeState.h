@@ -43,8 +43,6 @@ struct IntakeState {
   std::vector<std::string> DownloadedZips() const;
   /// Puts a zip out of the running; its copies are the caller's business.
   void SetAside(const std::string& zip);
-  /// Clears the attributes and deletes, when the file is there.
-  void KillIfThere(const std::string& path) const;
   /// Copies, also over a read-only file.
   void CopyOver(const std::string& from, const std::string& to) const;
   /// A reader whose faults set BadZipFlag, with the true measure of long extractions on the screen.

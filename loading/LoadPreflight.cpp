@@ -43,9 +43,10 @@ void LoadPreflight::ReadLists() {
 }
 
 bool LoadPreflight::StandsAfterwards(const std::string& path) {
+  const bool standsNow = files_.FileExists(path);
+  if (!standsNow && restored_.empty()) return false;
   const std::string upper = UpperCase(path);
-  if (restored_.contains(upper)) return true;
-  return files_.FileExists(path) && !removed_.contains(upper);
+  return restored_.contains(upper) || (standsNow && !removed_.contains(upper));
 }
 
 void LoadPreflight::RefuseImpossiblePaths() {
@@ -54,15 +55,16 @@ void LoadPreflight::RefuseImpossiblePaths() {
   };
   if (const std::string name = archive_.FileWhereFolderIsWanted(); !name.empty())
     refuse(archive_.InputFile + "\\" + name);
-  std::unordered_set<std::string> folders;
+  std::unordered_set<std::string_view> folders;
   for (const auto& path : map_.lstRouteStrippedPath) {
     // Cutting the route's root off can lay bare what the whole name hid.
     if (const char* harm = HarmIn(path))
       throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile, harm);
     if (files_.IsPathAFolder(WorkingRoute + "\\" + path)) refuse(WorkingRoute + "\\" + path);
     for (auto at = path.find('\\'); at != path.npos; at = path.find('\\', at + 1)) {
-      const std::string folder = WorkingRoute + "\\" + path.substr(0, at);
-      if (!folders.insert(folder).second) continue;
+      const std::string_view below = std::string_view(path).substr(0, at);
+      if (!folders.insert(below).second) continue;
+      const std::string folder = WorkingRoute + "\\" + std::string(below);
       if (StandsAfterwards(folder) && !files_.IsPathAFolder(folder)) refuse(folder);
     }
   }
@@ -72,11 +74,11 @@ void LoadPreflight::RefuseImpossiblePaths() {
 void LoadPreflight::RefuseTakenBackups() {
   std::unordered_set<std::string> taken;
   for (const auto& stripped : map_.lstRouteStrippedPath) {
-    const std::string path = WorkingRoute + "\\" + stripped, backup = BackupPath(WorkingRoute, stripped);
+    const std::string backup = BackupPath(WorkingRoute, stripped);
     if (!taken.insert(UpperCase(stripped)).second)
       throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
                          "the route file holds " + stripped + " twice");
-    if (StandsAfterwards(path) && StandsAfterwards(backup))
+    if (StandsAfterwards(WorkingRoute + "\\" + stripped) && StandsAfterwards(backup))
       throw RunTimeError(
           ErrorNumber::FileAlreadyExists, backup,
           "a default file can't be kept under this name; Clean puts the working route in order");
@@ -121,7 +123,9 @@ void LoadPreflight::RequireWritableFolders() {
   const auto addFolderOf = [&](const std::string& path) { folders.insert(CutBackslash(FolderOf(path))); };
   for (const auto& path : loadedFiles_) addFolderOf(path);
   for (const auto& path : coveredFiles_) addFolderOf(path);
-  for (const auto& path : map_.lstRouteStrippedPath) addFolderOf(WorkingRoute + "\\" + path);
+  std::unordered_set<std::string_view> routeFolders;
+  for (const auto& path : map_.lstRouteStrippedPath)
+    if (routeFolders.insert(FolderOf(path)).second) addFolderOf(WorkingRoute + "\\" + path);
   for (const auto& folder : folders)
     if (files_.IsPathAFolder(folder) && !files_.Host().MayWrite(folder))
       throw RunTimeError(ErrorNumber::PathFileAccessError, folder,

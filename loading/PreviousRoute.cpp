@@ -45,7 +45,7 @@ void PreviousRoute::EmptyActivityFolders() {
 
 void PreviousRoute::RemoveLoadedFiles() {
   for (const auto& line : Lines(files_.ReadAll(program_.app.CurrentList())))
-    if (!line.empty() && files_.FileExists(line)) files_.KillReadOnly(line);
+    if (!line.empty()) files_.KillIfThere(line);
 }
 
 void PreviousRoute::GiveBackDefaultFiles() {

@@ -137,10 +137,12 @@ int ArchiveReader::PercentDone() const {
 }
 
 std::string ArchiveReader::FileWhereFolderIsWanted() const {
+  std::unordered_set<std::string_view> spelled;
   std::unordered_set<std::string> folders;
   for (const auto& entry : entries_)
     for (auto at = entry.name.find('\\'); at != std::string::npos; at = entry.name.find('\\', at + 1))
-      folders.insert(UpperCase(std::string_view(entry.name).substr(0, at)));
+      if (const auto folder = std::string_view(entry.name).substr(0, at); spelled.insert(folder).second)
+        folders.insert(UpperCase(folder));
   for (const auto& entry : entries_)
     if (!entry.folder() && folders.contains(UpperCase(entry.name))) return entry.name;
   return {};
