@@ -14,7 +14,7 @@ namespace {
 // Below this, threads cost more than they bring.
 constexpr std::uint64_t kWorthThreads = 4u << 20;
 
-bool IsWildcard(std::string_view spec) { return spec.find_first_of("*?") != spec.npos; }
+bool IsWildcard(std::string_view pattern) { return pattern.find_first_of("*?") != pattern.npos; }
 
 }  // namespace
 
@@ -46,7 +46,7 @@ std::string ArchiveReader::LowerName(int index) const {
   return LowerCase(entries_.at(static_cast<std::size_t>(index)).name);
 }
 
-void ArchiveReader::AddFilter(std::string_view spec) { filters_.push_back(UpperCase(spec)); }
+void ArchiveReader::AddFilter(std::string_view filter) { filters_.push_back(UpperCase(filter)); }
 
 bool ArchiveReader::Selected(const ArchiveEntry& entry) const {
   const std::string name = UpperCase(entry.name);

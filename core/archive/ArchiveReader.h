@@ -47,7 +47,7 @@ class ArchiveReader {
 
   void ClearFilters() { filters_.clear(); }
   /// A wildcard on the file name, or one exact stored name; case is ignored.
-  void AddFilter(std::string_view spec);
+  void AddFilter(std::string_view filter);
   /// Extracts the selection. A file that exists is replaced.
   void Extract();
   /// 0 to 100, of the running extraction, by bytes.
