@@ -9,7 +9,7 @@
 
 int main(int argc, char** argv) {
   using namespace quillon;
-  const std::vector<std::string> arguments = PrepareConsole(argc, argv);
+  const std::vector<std::string> arguments = PrepareProcess(argc, argv);
   try {
     const CommandLine line = ParseCommandLine(arguments);
     const auto output =

@@ -1,13 +1,16 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 
 #include "core/host/Console.h"
 
 namespace quillon {
 
-std::vector<std::string> PrepareConsole(int argc, char** argv) {
+std::vector<std::string> PrepareProcess(int argc, char** argv) {
   std::signal(SIGPIPE, SIG_IGN);
+  // Without it libc looks at the time zone's file for every stamp in an archive.
+  ::setenv("TZ", ":/etc/localtime", 0);
   return {argv + 1, argv + argc};
 }
 
