@@ -39,6 +39,14 @@ bool PrepareGameFolders(Program& program) {
   return true;
 }
 
+std::string TextOfHostPath(Program& program, const std::string& path) {
+  FileSystem& host = program.files.Host();
+  const std::string& game = program.shared.TrainSimPath;
+  const std::string hostGame = host.HostPath(game), hostPath = host.HostPath(path);
+  if (hostGame.empty() || !EqualNoCase(hostPath.substr(0, hostGame.size()), hostGame)) return hostPath;
+  return game + ReplaceAll(hostPath.substr(hostGame.size()), "/", "\\");
+}
+
 bool StoreGameFolder(Program& program, const std::string& path) {
   program.shared.TrainSimPath = CutBackslash(path);
   if (!program.files.IsPathAFolder(path)) {

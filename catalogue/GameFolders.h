@@ -17,6 +17,10 @@ bool CheckFullInstall(Program& program);
 /// `[TrainSim]` "Train.exe" is "No": the user is sent to the options. True when the game was found.
 bool GameWasFound(Program& program);
 
+/// A path that a picker gave, as a text of the system: what lies in the game's folder gets that folder's text
+/// in front and backslashes behind it.
+std::string TextOfHostPath(Program& program, const std::string& path);
+
 /// Keeps `path` as the game's folder in the stores, as the options do on OK. False, with a box, when it is no
 /// folder.
 bool StoreGameFolder(Program& program, const std::string& path);

@@ -50,8 +50,23 @@ void MainScreen::HideLists() {
   for (List* list : {&toolsListHeader, &toolsList, &ListRoutes, &infoList})
     list->visible = list->enabled = false;
   for (Button* button : {&btnLoad, &btnExit}) button->visible = true;
+  EnableButtons(true);
+}
+
+void MainScreen::EnableButtons(bool enabled) {
   for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo})
-    button->enabled = true;
+    button->enabled = enabled;
+}
+
+std::string MainScreen::Hint() const {
+  const std::string& target = program_.shared.FlashTarget;
+  if (target == "options")
+    return "Train Simulator was not found in\n" + program_.shared.TrainSimPath +
+           "\nClick Options and say where it is.";
+  if (target == "manage")
+    return "There are no routes yet. Drop route zips on this window, then click Route manager.";
+  if (target == "down") return "Click the arrow above and choose a route.";
+  return target == "load" ? "Click Load route to put the chosen route into Train Simulator." : "";
 }
 
 void MainScreen::btnRouteListClick() {
@@ -136,8 +151,7 @@ void MainScreen::FillTools(const std::string& row) {
 void MainScreen::ShowToolsState() {
   ListRoutes.visible = true;
   ListRoutes.enabled = false;
-  for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo})
-    button->enabled = false;
+  EnableButtons(false);
 }
 
 /// True when the user agreed and it was done.

@@ -77,6 +77,11 @@ class MainScreen : public Screen {
   void TimerWaitTick();
   void Timer1Tick();
 
+  /// The six buttons that start something, all at once.
+  void EnableButtons(bool enabled);
+  /// What to do next, for the empty board; empty when nothing flashes.
+  std::string Hint() const;
+
   /// Off pictures everywhere, and nothing flashes.
   void ResetButtonImages();
 

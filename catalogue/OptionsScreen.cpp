@@ -47,6 +47,24 @@ void OptionsScreen::btnCancelClick() {
   BackToMain();
 }
 
+std::string OptionsScreen::Hint() const {
+  if (!program_.files.IsPathAFolder(CutBackslash(path_))) return "There is no such folder.";
+  const bool found = program_.files.FileExists(CutBackslash(path_) + std::string(kTrainExe));
+  return found ? "" : "There is no train.exe in this folder.";
+}
+
+void OptionsScreen::TimerFlashOnTick() {
+  TimerFlashOff.enabled = true;
+  TimerFlashOn.enabled = false;
+  if (program_.shared.FlashTarget == "locate") btnLocate.picture = "locateover";
+}
+
+void OptionsScreen::TimerFlashOffTick() {
+  TimerFlashOn.enabled = true;
+  TimerFlashOff.enabled = false;
+  btnLocate.picture = "locateoff";
+}
+
 void OptionsScreen::BackToMain() {
   program_.stage.Unload(Name());
   program_.stage.Show("frmMain");

@@ -14,6 +14,8 @@ class OptionsScreen : public Screen {
 
   bool chkShortcut = true;
   Label lblVersion;
+  /// The offer to visit the support page, shown while the pointer is over Label5.
+  Label goToWebPage{"Check for updates, post questions to the forum, and get news.", false};
   Button btnLocate{"locateoff"};
   Timer TimerFlashOn{500, true}, TimerFlashOff{500};
 
@@ -27,8 +29,18 @@ class OptionsScreen : public Screen {
   /// The picker's result; empty when it was cancelled.
   void FolderPicked(const std::string& path) { SetTSPath(path); }
 
+  /// What is wrong with the folder in the field; empty when the game is there.
+  std::string Hint() const;
+
   void btnOKClick();
   void btnCancelClick();
+  void Label5Hover() { goToWebPage.visible = true; }
+  void ScreenHover() { goToWebPage.visible = false; }
+  void goToWebPageClick() { program_.shell.OpenInShell(kSupportPage); }
+  void Label7Click() { chkShortcut = !chkShortcut; }
+
+  void TimerFlashOnTick();
+  void TimerFlashOffTick();
 
  private:
   void BackToMain();

@@ -28,6 +28,8 @@ bool LeadsElsewhere(const std::string& path) {
 
 bool HasWildcard(std::string_view path) { return path.find_first_of("*?") != path.npos; }
 
+}  // namespace
+
 ErrorNumber NumberOf(FileCode code) {
   switch (code) {
     case FileCode::FileNotFound: return ErrorNumber::FileNotFound;
@@ -42,8 +44,6 @@ ErrorNumber NumberOf(FileCode code) {
     default: return ErrorNumber::PathFileAccessError;
   }
 }
-
-}  // namespace
 
 void RaiseFileError(FileCode code, std::string_view path) {
   if (code != FileCode::Ok) throw RunTimeError(NumberOf(code), std::string(path));

@@ -14,6 +14,9 @@
 
 namespace quillon {
 
+/// The classic number that stands for a failure.
+ErrorNumber NumberOf(FileCode code);
+
 /// Throws the RunTimeError that stands for `code`; nothing for Ok.
 void RaiseFileError(FileCode code, std::string_view path);
 

@@ -191,6 +191,9 @@ inline constexpr std::array<std::string_view, 6> kDefaultRoutes = {
     "\\Routes\\Japan2",  "\\Routes\\USA1",    "\\Routes\\USA2",
 };
 
+/// Whoever ships the program puts the address of its support page here.
+inline constexpr std::string_view kSupportPage = "https://quillon.example/support";
+
 // Places below `TS`, the Train Simulator folder.
 inline constexpr std::string_view kTrainExe = "\\train.exe";
 inline constexpr std::string_view kWorkingRoute = "\\ROUTES\\Quillon-route";

@@ -41,6 +41,8 @@ class Stage {
   virtual void Unload(std::string_view screen) = 0;
   /// Unloads all screens from last to first, which ends the program.
   virtual void ShutDown(bool force) = 0;
+  /// The open screen of this name; null when it is not open.
+  virtual Screen* Find(std::string_view screen) const = 0;
   /// True once ShutDown has left nothing open: handlers then return without doing more.
   virtual bool Ended() const = 0;
 };
@@ -55,7 +57,7 @@ class Watcher {
   /// The true measure of a long work on `screen`.
   virtual void DetailChanged(std::string_view screen, unsigned long long done, unsigned long long total,
                              std::string_view unit) = 0;
-  /// A turn for the event loop.
+  /// A turn for the event loop: told between file calls, too.
   virtual void Yield() = 0;
 };
 

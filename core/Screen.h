@@ -42,6 +42,8 @@ class ProgressScreen : public Screen, public Progress {
   using Screen::Screen;
 
   ProgressBar bar;
+  /// A pipeline runs behind the screen: it can't be left.
+  bool working = false;
 
   void Caption(std::string_view text) override {
     if (bar.caption == text) return;
@@ -64,6 +66,19 @@ class ProgressScreen : public Screen, public Progress {
     program_.watcher.DetailChanged(Name(), done, total, unit);
   }
   void Yield() override { program_.watcher.Yield(); }
+
+ protected:
+  /// For the time in which the pipeline runs.
+  class Work {
+   public:
+    explicit Work(ProgressScreen& screen) : screen_(screen) { screen.working = true; }
+    ~Work() { screen_.working = false; }
+    Work(const Work&) = delete;
+    Work& operator=(const Work&) = delete;
+
+   private:
+    ProgressScreen& screen_;
+  };
 };
 
 }  // namespace quillon

@@ -40,6 +40,8 @@ struct SharedState {
   /// Hidden fields that a caller fills before it shows the screen: frmLoad.lblRouteName, and txtTSPath of
   /// frmRoutes and frmOptions.
   std::string LoadRouteName, TSPathField;
+  /// txtRoutePath and txtZipRoute of frmPack.
+  std::string PackParentField, PackNameField;
 
   /// A rebuilt zip has been seen once; only the first wait of a process takes time.
   bool FileFound = false;

@@ -11,9 +11,10 @@
 #include "catalogue/OptionsScreen.h"
 #include "core/Text.h"
 #include "core/host/Desktop.h"
-#include "headless/Setup.h"
 #include "intake/RoutesScreen.h"
 #include "sample/Sample.h"
+#include "stage/Advice.h"
+#include "stage/Setup.h"
 
 namespace quillon {
 namespace {
@@ -23,23 +24,6 @@ std::string AppFolder(const Options& options) {
 }
 
 bool NeedsNoStartUp(std::string_view command) { return command == "setup" || command == "sample"; }
-
-/// What a person may do about a run-time error.
-std::string Advice(const RunTimeError& error) {
-  if (error.number() == static_cast<int>(ErrorNumber::DiskFull))
-    return "Make room on the disk and try again.";
-  if (Contains(UpperCase(error.path()), "MISC_INFO") || Contains(error.path(), "qnnoimage"))
-    return "A delivered file is missing: run 'quillon setup' to lay it again.";
-  if (Contains(UpperCase(error.path()), "\\DOWNLOADED_ROUTES\\") ||
-      Contains(UpperCase(error.path()), "\\ROUTE_PICS\\") ||
-      Contains(UpperCase(error.path()), "\\ROUTE_INFO\\"))
-    return "Take that zip out of downloaded_routes and add the others; its original may be mended or "
-           "downloaded again.";
-  if (Contains(UpperCase(error.path()), "QUILLON-ROUTE"))
-    return "Close Train Simulator and try again; 'quillon clean' rebuilds the working route.";
-  if (UpperCase(error.path()).ends_with(".QNZ")) return "The route file is damaged: add its zip again.";
-  return "Mend what is said above and try again.";
-}
 
 }  // namespace
 
@@ -114,18 +98,14 @@ int Session::RunScript(const Command& command) {
 int Session::Status() { return program_.Get().refused || (screens_.Ended() && started_) ? kRefused : kDone; }
 
 void Session::Report(const RunTimeError& error) {
-  const std::string& step = program_.Get().step;
   Event event = {{"event", "error"},
                  {"number", error.number()},
                  {"text", error.text()},
                  {"path", error.path()},
-                 {"step", step}};
+                 {"step", program_.Get().step}};
   if (!error.reason().empty()) event["reason"] = error.reason();
   output_.Put(event);
-  std::fprintf(stderr, "quillon: %s: %s%s%s", step.c_str(), error.text().c_str(),
-               error.path().empty() ? "" : ": ", error.path().c_str());
-  if (!error.reason().empty()) std::fprintf(stderr, " (%s)", error.reason().c_str());
-  std::fprintf(stderr, "\n%s\n", Advice(error).c_str());
+  std::fprintf(stderr, "quillon: %s\n%s\n", ErrorLine(program_.Get(), error).c_str(), Advice(error).c_str());
 }
 
 bool Session::StartUp() {

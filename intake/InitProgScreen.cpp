@@ -13,7 +13,10 @@ void InitProgScreen::Activate() {
       "complexity of each route being added.",
       true);
   Timer2.enabled = true;
-  AddRoutes(program_, *this, [this] { CancelCheckpoint(); }).Run();
+  {
+    const Work work(*this);
+    AddRoutes(program_, *this, [this] { CancelCheckpoint(); }).Run();
+  }
   Timer2.enabled = false;
   SharedState& shared = program_.shared;
   if (shared.RebuildAfterCleanUp) {

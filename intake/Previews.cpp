@@ -2,6 +2,7 @@
 
 #include <ctime>
 
+#include "core/Aside.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -67,9 +68,9 @@ void Previews::MakeJpegs(const std::string& zip, std::string_view extension, int
     state_.program.Step("Making a preview from " + name);
     const std::string bytes = state_.program.files.ReadAll(folder + name);
     if (Picture::IsHuge(bytes)) continue;
-    const Picture picture = Picture::Load(bytes, folder + name);
-    state_.program.files.WriteAll(folder + temporary + ".jpg", picture.ToJpeg(kQuality));
-    state_.progress.Yield();
+    const std::string jpeg =
+        Aside(state_.progress, [&] { return Picture::Load(bytes, folder + name).ToJpeg(kQuality); });
+    state_.program.files.WriteAll(folder + temporary + ".jpg", jpeg);
   }
 }
 
@@ -78,7 +79,8 @@ void Previews::ChooseAmongJpegs(const std::string& zip) {
   bool a = false, b = false, c = false;
   for (const auto& name : PicturesOf(zip, ".jpg")) {
     state_.program.Step("Looking at " + name);
-    const Picture::Size size = Picture::Measure(state_.program.files.ReadAll(folder + name), folder + name);
+    const std::string bytes = state_.program.files.ReadAll(folder + name);
+    const Picture::Size size = Aside(state_.progress, [&] { return Picture::Measure(bytes, folder + name); });
     const std::int64_t area = std::int64_t{size.width} * size.height;
     const auto take = [&] { state_.CopyOver(folder + name, state_.program.app.Preview(zip)); };
     if (area > 10000 && area < 52000) {
@@ -94,7 +96,6 @@ void Previews::ChooseAmongJpegs(const std::string& zip) {
       c = true;
     }
     if (area < 490000 && !a && !b && !c) take();
-    state_.progress.Yield();
   }
 }
 

@@ -30,7 +30,10 @@ class ZipCheckScreen : public ProgressScreen {
              "complexity of each route being added.",
              true);
     program_.Step("Checking the downloaded files");
-    ZipTriage(program_).Run();
+    {
+      const Work work(*this);
+      ZipTriage(program_).Run();
+    }
     program_.stage.Unload(Name());
     program_.stage.ShowModal("frmInitProg");
   }

@@ -3,6 +3,7 @@
 
 #include <string_view>
 
+#include "catalogue/MainScreen.h"
 #include "core/Controls.h"
 #include "core/Screen.h"
 #include "loading/LoadRoute.h"
@@ -21,11 +22,16 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
     if (ran_) return;
     ran_ = true;
     SetLabel("lblRouteName", lblRouteName, program_.shared.LoadRouteName, false);
-    LoadRoute(program_, *this, *this).Run();
+    AllowMainScreen(false);
+    {
+      const Work work(*this);
+      LoadRoute(program_, *this, *this).Run();
+    }
     btnOK.enabled = true;
   }
 
   void btnOKClick() {
+    AllowMainScreen(true);
     program_.stage.Unload(Name());
     if (program_.shared.CustomConsistsAdded)
       program_.stage.ShowModal("frmCustomConsist");
@@ -34,6 +40,9 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
   }
 
  private:
+  void AllowMainScreen(bool allow) {
+    if (auto* main = dynamic_cast<MainScreen*>(program_.stage.Find("frmMain"))) main->EnableButtons(allow);
+  }
   void SetFirstMessage(std::string_view text) override {
     SetLabel("lblFirstMessage", lblFirstMessage, std::string(text), false);
   }

@@ -21,6 +21,7 @@ void CleanUpScreen::TimerWaitTick() {
   Caption(program_.shared.MakingPermanent ? "Installing route..." : "Optimizing route space...");
   if (!program_.shared.CleanUpDone) {
     RebuildCatalogue();
+    const Work work(*this);
     CleanUp(program_, *this).Run();
   }
   Finish();

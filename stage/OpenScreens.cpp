@@ -17,7 +17,10 @@ Screen& OpenScreens::BringUp(std::string_view name, bool modal) {
     std::rotate(at, at + 1, open_.end());
   else
     open_.push_back(factory_(name));
+  // A front end may serve other screens' timers until this one is on view: they must not activate it.
+  bringingUp_ = true;
   presenter_.ScreenShown(*open_.back(), modal);
+  bringingUp_ = false;
   return *open_.back();
 }
 
@@ -55,7 +58,7 @@ void OpenScreens::Activate(Screen& screen) {
 }
 
 void OpenScreens::Settle() {
-  while (!ended_ && Top() != nullptr && Top() != active_) Activate(*Top());
+  while (!bringingUp_ && !ended_ && Top() != nullptr && Top() != active_) Activate(*Top());
 }
 
 void OpenScreens::Do(const std::function<void()>& action) {

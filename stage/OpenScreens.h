@@ -34,6 +34,7 @@ class OpenScreens : public Stage {
   void ShowModal(std::string_view screen) override;
   void Unload(std::string_view screen) override;
   void ShutDown(bool force) override;
+  Screen* Find(std::string_view screen) const override;
   bool Ended() const override { return ended_; }
 
   /// Runs a user's action and gives the activity to whichever screen is on top afterwards. Every event of a
@@ -44,7 +45,6 @@ class OpenScreens : public Stage {
 
   /// The screen on top; null when none is open.
   Screen* Top() const { return open_.empty() ? nullptr : open_.back().get(); }
-  Screen* Find(std::string_view name) const;
 
  private:
   Screen& BringUp(std::string_view name, bool modal);
@@ -57,7 +57,7 @@ class OpenScreens : public Stage {
   std::vector<std::unique_ptr<Screen>> unloaded_;  // their handlers may still be running
   const Screen* active_ = nullptr;
   int depth_ = 0;
-  bool ended_ = false;
+  bool bringingUp_ = false, ended_ = false;
 };
 
 }  // namespace quillon

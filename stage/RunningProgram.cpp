@@ -11,6 +11,7 @@
 #include "intake/ZipTriage.h"
 #include "loading/LoadScreen.h"
 #include "repair/CleanUpScreen.h"
+#include "repair/PackScreens.h"
 
 namespace quillon {
 namespace {
@@ -26,6 +27,7 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmLoad") return std::make_unique<LoadScreen>(program);
   if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);
   if (name == "frmCleanUp") return std::make_unique<CleanUpScreen>(program);
+  if (name == "frmPackConfirm") return std::make_unique<PackConfirmScreen>(program);
   if (name == "frmCustomConsist") return std::make_unique<CustomConsistScreen>(program);
   if (name == "frmCustomMessage") return std::make_unique<CustomMessageScreen>(program);
   throw std::logic_error("no such screen: " + std::string(name));
@@ -43,7 +45,9 @@ RunningProgram::RunningProgram(std::string appFolder, FrontEnd& frontEnd, std::o
       files_(*host_, random_, frontEnd),
       ini_(*profiles_),
       screens_(frontEnd, [this](std::string_view name) { return MakeScreen(program_, name); }),
-      program_{app_, files_, ini_, *registry_, random_, shared_, frontEnd, frontEnd, screens_, frontEnd} {}
+      program_{app_, files_, ini_, *registry_, random_, shared_, frontEnd, frontEnd, screens_, frontEnd} {
+  host_->SetIdle([&frontEnd] { frontEnd.Yield(); });
+}
 
 void RunningProgram::TakeLock() {
   lock_ = TakeInstanceLock(host_->HostPath(app_.Below("\\quillon.lock")));

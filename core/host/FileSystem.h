@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace quillon {
@@ -124,7 +125,17 @@ class FileSystem {
     FileSystem& files_;
   };
 
+  /// `idle` is called between file calls and within long ones: time for other things.
+  void SetIdle(std::function<void()> idle) { idle_ = std::move(idle); }
+
+ protected:
+  void Idle() const {
+    if (idle_) idle_();
+  }
+
  private:
+  std::function<void()> idle_;
+
   virtual void BeginPass() = 0;
   virtual void EndPass() = 0;
 };

@@ -88,6 +88,7 @@ void PosixFileSystem::EndPass() {
 
 /// Between passes others may have changed anything.
 void PosixFileSystem::StartCall() {
+  Idle();
   if (passes_ == 0) tree_.Clear();
 }
 
@@ -280,7 +281,9 @@ FileCode PosixFileSystem::CopyInto(const std::string& source, Target& target) {
   NewFile out(target.host, target.Replaces(), file.st_mode & 0777);
   const timespec times[2] = {{0, UTIME_OMIT}, file.st_mtim};
   int error = out.Error();
-  if (error == 0) error = CopyBytes(in.Number(), out.Number(), static_cast<std::uint64_t>(file.st_size));
+  if (error == 0)
+    error =
+        CopyBytes(in.Number(), out.Number(), static_cast<std::uint64_t>(file.st_size), [this] { Idle(); });
   if (error == 0 && ::futimens(out.Number(), times) != 0) error = errno;
   if (error == 0) error = out.Publish();
   if (error == 0 && !target.Replaces()) tree_.Add(target.place, DT_REG);

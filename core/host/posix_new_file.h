@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -35,8 +36,8 @@ int WriteAll(int file, std::string_view bytes);
 int ReadAll(int file, std::size_t size, std::string& bytes);
 
 /// Copies `size` bytes from where `source` stands, or as many as it has, to where `target` stands; 0 or an
-/// errno.
-int CopyBytes(int source, int target, std::uint64_t size);
+/// errno. `idle` is called now and then.
+int CopyBytes(int source, int target, std::uint64_t size, const std::function<void()>& idle);
 
 /// A file in the making. Without Publish the destructor leaves nothing of it.
 class NewFile {

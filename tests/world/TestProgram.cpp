@@ -11,7 +11,7 @@
 #include "core/host/FileSystem.h"
 #include "core/host/ProfileFunctions.h"
 #include "headless/HeadlessFrontEnd.h"
-#include "headless/Setup.h"
+#include "stage/Setup.h"
 #include "stage/RunningProgram.h"
 
 namespace quillon {

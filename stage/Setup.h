@@ -13,6 +13,9 @@ namespace quillon {
 /// the lists of default files from it. `deliveredTree` is the host folder that holds `resources`.
 void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game);
 
+/// Lays the delivered tree, as SetUp does, when the application folder has none yet.
+void SetUpIfNeeded(Program& program);
+
 /// The host folder of the delivered tree, found from the running program; empty when there is none.
 std::string DeliveredTree();
 

@@ -1,4 +1,4 @@
-#include "headless/Setup.h"
+#include "stage/Setup.h"
 
 #include <filesystem>
 
@@ -35,6 +35,10 @@ std::string DeliveredTree() {
   for (const auto& folder : {programs / "../share/quillon", programs / "delivered"})
     if (fs::is_directory(folder / "resources", failed)) return fs::canonical(folder, failed).string();
   return {};
+}
+
+void SetUpIfNeeded(Program& program) {
+  if (!program.files.FileExists(program.app.MiscInfo())) SetUp(program, DeliveredTree(), {});
 }
 
 void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game) {

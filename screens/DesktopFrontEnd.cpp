@@ -1,0 +1,238 @@
+#include "screens/DesktopFrontEnd.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPixmapCache>
+#include <QScreen>
+#include <QWindow>
+#include <new>
+#include <utility>
+
+#include "core/host/Desktop.h"
+#include "repair/CleanUpScreen.h"
+#include "screens/Views.h"
+#include "stage/Advice.h"
+
+namespace quillon {
+namespace {
+
+constexpr int kPictureCache = 64 << 10;  // kilobytes
+constexpr int kTurnInterval = 15;        // milliseconds of work between two turns of the event loop
+constexpr int kExposeTime = 1000;        // milliseconds that a window may take to come up
+
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).remove('\r');
+}
+
+}  // namespace
+
+DesktopFrontEnd::DesktopFrontEnd() {
+  QPixmapCache::setCacheLimit(kPictureCache);
+  sinceTurn_.start();
+}
+
+DesktopFrontEnd::~DesktopFrontEnd() = default;
+
+int DesktopFrontEnd::Run() {
+  Handle([this] { running_->Screens().Show("frmMain"); });
+  if (!failure_ && !running_->Screens().Ended()) QApplication::exec();
+  views_.clear();
+  if (!failure_) return 0;
+  TellFailure();
+  return 1;
+}
+
+ScreenView* DesktopFrontEnd::View(std::string_view screen) const {
+  const auto at = views_.find(screen);
+  return at == views_.end() ? nullptr : at->second.get();
+}
+
+void DesktopFrontEnd::Handle(const std::function<void()>& action) {
+  if (failure_ || running_->Screens().Ended()) return;
+  ++depth_;
+  try {
+    running_->Screens().Do(action);
+    RethrowFailure();
+  } catch (...) {
+    Fail(std::current_exception());
+  }
+  --depth_;
+  SyncAll();
+  if (depth_ == 0 && (failure_ || running_->Screens().Ended())) QApplication::quit();
+}
+
+/// Nothing can be thrown through the toolkit's event loop: it is kept, and thrown again by whoever runs the
+/// loop.
+void DesktopFrontEnd::Fail(std::exception_ptr failure) { failure_ = std::move(failure); }
+
+void DesktopFrontEnd::RethrowFailure() {
+  if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
+}
+
+void DesktopFrontEnd::TellFailure() {
+  try {
+    RethrowFailure();
+  } catch (const RunTimeError& error) {
+    const std::string report = ErrorReport(TheProgram(), error);
+    std::fprintf(stderr, "Larkmoor: %s\n", report.c_str());
+    QMessageBox box(QMessageBox::Critical, "Quillon has to close", Text(report), QMessageBox::Close);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    box.exec();
+  } catch (const std::bad_alloc&) {
+    failure_ = std::make_exception_ptr(RunTimeError(ErrorNumber::OutOfMemory));
+    TellFailure();
+  } catch (const std::exception& error) {
+    failure_ = std::make_exception_ptr(RunTimeError(ErrorNumber::InternalError, {}, error.what()));
+    TellFailure();
+  }
+}
+
+void DesktopFrontEnd::SyncAll() {
+  for (const auto& [name, view] : views_) view->Sync();
+}
+
+QString DesktopFrontEnd::HostPath(const std::string& text) {
+  return QString::fromStdString(TheProgram().files.Host().HostPath(text));
+}
+
+QString DesktopFrontEnd::PickFolder(const QString& title, const std::string& start) {
+  SyncAll();
+  return QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, HostPath(start));
+}
+
+void DesktopFrontEnd::Tell(std::string_view title, std::string_view text) {
+  SyncAll();
+  QMessageBox(QMessageBox::Information, Text(title), Text(text), QMessageBox::Ok,
+              QApplication::activeWindow())
+      .exec();
+}
+
+bool DesktopFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
+  SyncAll();
+  QMessageBox box(QMessageBox::Warning, Text(title), Text(text), QMessageBox::Yes | QMessageBox::No,
+                  QApplication::activeWindow());
+  box.setDefaultButton(QMessageBox::No);
+  return box.exec() == QMessageBox::Yes;
+}
+
+void DesktopFrontEnd::OpenInShell(std::string_view path) {
+  const bool address = path.find("://") != path.npos;
+  OpenWithDesktop(address ? std::string(path) : HostPath(std::string(path)).toStdString());
+}
+
+void DesktopFrontEnd::Explore(std::string_view folder) {
+  ExploreWithDesktop(HostPath(std::string(folder)).toStdString());
+}
+
+void DesktopFrontEnd::ShowHelp(std::string_view file, std::string_view) {
+  OpenWithDesktop(HostPath(std::string(file)).toStdString());
+}
+
+void DesktopFrontEnd::DetailChanged(std::string_view screen, unsigned long long done,
+                                    unsigned long long total, std::string_view unit) {
+  if (ScreenView* view = View(screen)) view->Measure(done, total, std::string(unit));
+}
+
+void DesktopFrontEnd::CopyMoved(int position) {
+  if (auto* cleanUp = dynamic_cast<CleanUpScreen*>(running_->Screens().Find("frmCleanUp")))
+    cleanUp->Value(position);
+}
+
+bool DesktopFrontEnd::PipelineRuns() const {
+  const auto* top = running_ == nullptr ? nullptr : dynamic_cast<ProgressScreen*>(running_->Screens().Top());
+  return top != nullptr && top->working;
+}
+
+void DesktopFrontEnd::Yield() {
+  const bool runs = PipelineRuns();
+  if (runs && !wasRunning_) sinceTurn_.start();
+  wasRunning_ = runs;
+  if (!runs || sinceTurn_.elapsed() < kTurnInterval) return;
+  longestGap_ = std::max(longestGap_, sinceTurn_.elapsed());
+  SyncAll();
+  TurnEvents(QEventLoop::AllEvents);
+  sinceTurn_.start();
+}
+
+void DesktopFrontEnd::TurnEvents(QEventLoop::ProcessEventsFlags flags, int milliseconds) {
+  if (milliseconds > 0)
+    QApplication::processEvents(flags, milliseconds);
+  else
+    QApplication::processEvents(flags);
+  RethrowFailure();
+}
+
+void DesktopFrontEnd::ScreenShown(Screen& screen, bool modal) {
+  auto& view = views_[screen.Name()];
+  if (!view) {
+    view = MakeView(screen, *this);
+    view->setWindowFlags(
+        modal ? Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint
+              : Qt::Window | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
+    if (modal) view->setWindowModality(Qt::ApplicationModal);
+    Place(*view);
+  }
+  view->Sync();
+  view->show();
+  if (modal && QApplication::activeWindow() != nullptr &&
+      QApplication::activeWindow()->windowHandle() != nullptr)
+    view->windowHandle()->setTransientParent(QApplication::activeWindow()->windowHandle());
+  view->raise();
+  view->activateWindow();
+  QElapsedTimer waited;
+  waited.start();
+  // A pipeline starts behind a screen that can be seen.
+  while (!view->windowHandle()->isExposed() && waited.elapsed() < kExposeTime)
+    TurnEvents(QEventLoop::ExcludeUserInputEvents, 10);
+  TurnEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void DesktopFrontEnd::ScreenActivated(Screen& screen) {
+  if (ScreenView* view = View(screen.Name())) {
+    view->Sync();
+    view->activateWindow();
+  }
+}
+
+void DesktopFrontEnd::ScreenUnloaded(const std::string& name) {
+  const auto at = views_.find(name);
+  if (at == views_.end()) return;
+  RememberPlace(*at->second);
+  at->second->Retire();
+  // Its handler may be the one that runs.
+  at->second.release()->deleteLater();
+  views_.erase(at);
+}
+
+void DesktopFrontEnd::RunModal(Screen&, const std::function<bool()>& isOpen) {
+  SyncAll();
+  while (isOpen()) TurnEvents(QEventLoop::WaitForMoreEvents);
+}
+
+/// Around the same point as the screen before, and whole on the display.
+void DesktopFrontEnd::Place(ScreenView& view) const {
+  Program& program = running_->Get();
+  const QRect room = QApplication::primaryScreen()->availableGeometry();
+  QPoint centre = room.center();
+  const QStringList stored =
+      Text(program.ini.ReadIni("Window", "Centre", "", program.app.SettingsIni())).split(',');
+  if (stored.size() == 2) centre = {stored[0].toInt(), stored[1].toInt()};
+  const QScreen* screen = QApplication::screenAt(centre);
+  const QRect whole = screen != nullptr ? screen->availableGeometry() : room;
+  const int left = std::clamp(centre.x() - view.width() / 2, whole.left(),
+                              std::max(whole.left(), whole.right() - view.width()));
+  const int top = std::clamp(centre.y() - view.height() / 2, whole.top(),
+                             std::max(whole.top(), whole.bottom() - view.height()));
+  view.PlaceAt({left, top});
+}
+
+void DesktopFrontEnd::RememberPlace(const ScreenView& view) {
+  if (!view.WasMoved()) return;
+  const QPoint centre = view.geometry().center();
+  Program& program = running_->Get();
+  program.ini.WriteIni("Window", "Centre", std::to_string(centre.x()) + "," + std::to_string(centre.y()),
+                       program.app.SettingsIni());
+}
+
+}  // namespace quillon

@@ -1,0 +1,76 @@
+// The front end with a display: views over the models, driven by the event loop.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QPoint>
+#include <exception>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "screens/Desk.h"
+#include "screens/ScreenView.h"
+#include "stage/RunningProgram.h"
+
+namespace quillon {
+
+class DesktopFrontEnd : public FrontEnd, public Desk {
+ public:
+  DesktopFrontEnd();
+  ~DesktopFrontEnd() override;
+
+  /// The program that this front end serves; outlives the views. To be called before anything is shown.
+  void Serve(RunningProgram& program) { running_ = &program; }
+  /// Shows the first screen and serves the user until the last one has gone. 0, or 1 after a run-time error,
+  /// which the user has been told of.
+  int Run();
+
+  /// The view of an open screen; null without one. The front end owns it.
+  ScreenView* View(std::string_view screen) const;
+  /// The longest time between two turns of the event loop while a pipeline ran, in milliseconds.
+  qint64 LongestGap() const { return longestGap_; }
+
+  void Handle(const std::function<void()>& action) override;
+  QString PickFolder(const QString& title, const std::string& start) override;
+  QString HostPath(const std::string& text) override;
+  Program& TheProgram() override { return running_->Get(); }
+
+  void Tell(std::string_view title, std::string_view text) override;
+  bool AskYesNo(std::string_view title, std::string_view text) override;
+  void OpenInShell(std::string_view path) override;
+  void Explore(std::string_view folder) override;
+  void ShowHelp(std::string_view file, std::string_view command) override;
+  void BarChanged(std::string_view, const ProgressBar&, BarChange) override {}
+  void LabelChanged(std::string_view, std::string_view, const Label&) override {}
+  void DetailChanged(std::string_view screen, unsigned long long done, unsigned long long total,
+                     std::string_view unit) override;
+  void Yield() override;
+  void ScreenShown(Screen& screen, bool modal) override;
+  void ScreenActivated(Screen& screen) override;
+  void ScreenUnloaded(const std::string& name) override;
+  void RunModal(Screen& screen, const std::function<bool()>& isOpen) override;
+  void CopyFoundNothing(std::string_view) override {}
+  void CopyMoved(int position) override;
+
+ private:
+  bool PipelineRuns() const;
+  void SyncAll();
+  void TurnEvents(QEventLoop::ProcessEventsFlags flags, int milliseconds = 0);
+  void Fail(std::exception_ptr failure);
+  void RethrowFailure();
+  void TellFailure();
+  void Place(ScreenView& view) const;
+  void RememberPlace(const ScreenView& view);
+
+  RunningProgram* running_ = nullptr;
+  std::map<std::string, std::unique_ptr<ScreenView>, std::less<>> views_;
+  /// A handler failed. It goes up through every handler that waits below it.
+  std::exception_ptr failure_;
+  int depth_ = 0;
+  QElapsedTimer sinceTurn_;
+  qint64 longestGap_ = 0;
+  bool wasRunning_ = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,31 @@
+// What the views of long works have in common: a bar, and the true measure below it.
+#pragma once
+
+#include <QElapsedTimer>
+
+#include "screens/ScreenView.h"
+
+namespace quillon {
+
+class ProgressView : public ScreenView {
+ public:
+  ProgressView(ProgressScreen& model, Desk& desk, const char* bar);
+
+  void Sync() override;
+  void Measure(unsigned long long done, unsigned long long total, const std::string& unit) override;
+
+ private:
+  QString TimeLeft() const;
+
+  struct Amount {
+    unsigned long long done = 0, total = 0;
+  };
+
+  ProgressScreen& model_;
+  QLabel* lblDetail_;
+  Amount bytes_, things_;
+  QString thing_;
+  QElapsedTimer since_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,43 @@
+#include "screens/WorkViews.h"
+
+namespace quillon {
+
+frmLoad::frmLoad(LoadScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {
+  setWindowTitle("Quillon is loading a route");
+  Bind("lblRouteName", model.lblRouteName);
+  Bind("lblFirstMessage", model.lblFirstMessage);
+  Bind("lblTerrainInfo", model.lblTerrainInfo);
+  Bind("lblMessage", model.lblMessage);
+  PictureButton* ok = Bind("btnOK", model.btnOK, "Back to main screen.", [&model] { model.btnOKClick(); });
+  SetDefault(ok);
+  SetCancel(ok);
+}
+
+frmZipCheck::frmZipCheck(ZipCheckScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {
+  setWindowTitle("Quillon is adding routes");
+  Bind("lblMessage", model.lblMessage);
+}
+
+frmInitProg::frmInitProg(InitProgScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {
+  setWindowTitle("Quillon is adding routes");
+  Bind("lblMessage", model.lblMessage);
+  const QString report = "Show full report when finished?";
+  AddText("lblReport", report);
+  BindTick("chkReport", model.chkReport, report, [&model] { model.chkReport = !model.chkReport; });
+  PictureButton* ok =
+      Bind("btnOK", model.btnOK, "Back to the route manager.", [&model] { model.btnOKClick(); });
+  SetDefault(ok);
+  SetCancel(ok);
+  Bind(model.Timer2, [&model] { model.Timer2Tick(); });
+}
+
+frmCleanUp::frmCleanUp(CleanUpScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBar") {
+  setWindowTitle("Quillon is cleaning up");
+  Bind("lblMessage", model.lblMessage);
+  PictureButton* ok = Bind("btnOK", model.btnOK, "Done.", [&model] { model.btnOKClick(); });
+  SetDefault(ok);
+  SetCancel(ok);
+  Bind(model.TimerWait, [&model] { model.TimerWaitTick(); });
+}
+
+}  // namespace quillon

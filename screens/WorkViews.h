@@ -1,0 +1,32 @@
+// The views of the screens behind which a pipeline runs.
+#pragma once
+
+#include "intake/InitProgScreen.h"
+#include "intake/ZipTriage.h"
+#include "loading/LoadScreen.h"
+#include "repair/CleanUpScreen.h"
+#include "screens/ProgressView.h"
+
+namespace quillon {
+
+class frmLoad : public ProgressView {
+ public:
+  frmLoad(LoadScreen& model, Desk& desk);
+};
+
+class frmZipCheck : public ProgressView {
+ public:
+  frmZipCheck(ZipCheckScreen& model, Desk& desk);
+};
+
+class frmInitProg : public ProgressView {
+ public:
+  frmInitProg(InitProgScreen& model, Desk& desk);
+};
+
+class frmCleanUp : public ProgressView {
+ public:
+  frmCleanUp(CleanUpScreen& model, Desk& desk);
+};
+
+}  // namespace quillon

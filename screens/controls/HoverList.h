@@ -1,0 +1,49 @@
+// A list that selects what the pointer passes over.
+#pragma once
+
+#include <QListView>
+#include <QStringListModel>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "core/Controls.h"
+#include "screens/Layout.h"
+
+namespace quillon {
+
+class HoverList : public QListView {
+ public:
+  /// `layout` outlives the list. `name` is for those who can't see it.
+  HoverList(const ControlLayout& layout, const QString& name, QWidget* parent);
+
+  /// The pointer is over a row, -1 for none, `y` pixels below the list's top; or a key has reached the row.
+  std::function<void(int row, int y)> OnHover;
+  std::function<void()> OnLeftPress, OnRightPress, OnEscape;
+
+  /// Makes it equal to the model's. The list's own end limits `top`.
+  void Sync(List& list);
+
+ protected:
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent*) override {}
+  void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+
+ private:
+  void Hover(QPoint position);
+  void Call(const std::function<void()>& handler) const {
+    if (handler) handler();
+  }
+
+  const ControlLayout& layout_;
+  std::vector<std::string> rows_;
+  QStringListModel texts_;
+  bool syncing_ = false;
+  int top_ = 0;
+};
+
+}  // namespace quillon

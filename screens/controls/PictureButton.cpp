@@ -1,0 +1,99 @@
+#include "screens/controls/PictureButton.h"
+
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPainterPath>
+
+#include "screens/Art.h"
+#include "screens/Fonts.h"
+
+namespace quillon {
+namespace {
+
+constexpr double kDisabledOpacity = 0.5;
+const QColor kFocusColour(0xFF, 0xF3, 0xA8);
+
+}  // namespace
+
+PictureButton::PictureButton(const ControlLayout& layout, const QString& tip, QWidget* parent)
+    : QAbstractButton(parent), layout_(layout) {
+  setGeometry(layout.rect);
+  setToolTip(tip);
+  setAccessibleName(layout.caption.isEmpty() ? tip : layout.caption);
+  setAccessibleDescription(tip);
+  setCursor(Qt::PointingHandCursor);
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+}
+
+void PictureButton::SetFlashing(bool flashing) {
+  if (flashing_ == flashing) return;
+  flashing_ = flashing;
+  update();
+}
+
+void PictureButton::SetMnemonic(QChar letter) {
+  mnemonicAt_ = static_cast<int>(layout_.caption.indexOf(letter, 0, Qt::CaseInsensitive));
+  setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(letter.toUpper().unicode())));
+}
+
+QString PictureButton::State() const {
+  const bool over = isEnabled() && (underMouse() || flashing_);
+  if (isCheckable()) return QString(isChecked() ? "on" : over ? "" : "off") + (over ? "over" : "");
+  if (isDown()) return "down";
+  return over ? "over" : "off";
+}
+
+void PictureButton::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
+  painter.drawPixmap(rect(), Picture(layout_.picture + State(), size(), devicePixelRatioF()));
+  if (!layout_.caption.isEmpty()) PaintCaption(painter);
+  if (!hasFocus()) return;
+  painter.setPen(QPen(kFocusColour, 1.2, Qt::DotLine));
+  painter.drawRoundedRect(QRectF(rect()).adjusted(3.5, 3.5, -3.5, -3.5), 5, 5);
+}
+
+void PictureButton::PaintCaption(QPainter& painter) const {
+  painter.setFont(FontOf(layout_));
+  painter.setPen(layout_.colour);
+  QString caption = layout_.caption;
+  if (mnemonicAt_ >= 0) caption.insert(mnemonicAt_, '&');
+  const int nudge = isDown() ? 1 : 0;
+  painter.drawText(layout_.captionRect.translated(nudge, nudge), Qt::AlignCenter | Qt::TextShowMnemonic,
+                   caption);
+}
+
+void PictureButton::enterEvent(QEnterEvent* event) {
+  QAbstractButton::enterEvent(event);
+  update();
+}
+
+void PictureButton::leaveEvent(QEvent* event) {
+  QAbstractButton::leaveEvent(event);
+  update();
+}
+
+void PictureButton::focusInEvent(QFocusEvent* event) {
+  QAbstractButton::focusInEvent(event);
+  update();
+}
+
+void PictureButton::focusOutEvent(QFocusEvent* event) {
+  QAbstractButton::focusOutEvent(event);
+  update();
+}
+
+void PictureButton::keyPressEvent(QKeyEvent* event) {
+  const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  // On a tick box Enter means the default button.
+  if (enter && isCheckable())
+    event->ignore();
+  else if (enter)
+    click();
+  else
+    QAbstractButton::keyPressEvent(event);
+}
+
+}  // namespace quillon

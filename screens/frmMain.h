@@ -1,0 +1,31 @@
+// The view of frmMain.
+#pragma once
+
+#include "catalogue/MainScreen.h"
+#include "screens/ScreenView.h"
+
+namespace quillon {
+
+class frmMain : public ScreenView {
+ public:
+  frmMain(MainScreen& model, Desk& desk);
+
+  void Sync() override;
+
+ protected:
+  void Escape() override;
+  void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  void BindButtons();
+  void BindLists();
+  void BindTimers();
+  void ShowPreview();
+  void ShowHint();
+
+  MainScreen& model_;
+  QLabel *imgRoute_, *lampLoaded_, *hint_;
+  std::string shown_;
+};
+
+}  // namespace quillon
