@@ -1,12 +1,11 @@
 #include "core/Pictures.h"
 
-#include <gd.h>
-
 #include <cstdint>
 #include <cstdlib>
 #include <utility>
 
 #include "core/RunTimeError.h"
+#include "core/host/PictureLibrary.h"
 
 namespace quillon {
 namespace {
@@ -59,7 +58,7 @@ struct Picture::Image {
 };
 
 void Picture::Destroy::operator()(Image* image) const {
-  gdImageDestroy(image->gd);
+  Gd().Destroy(image->gd);
   delete image;
 }
 
@@ -68,16 +67,16 @@ Picture::Picture(std::unique_ptr<Image, Destroy> image) : image_(std::move(image
 Picture Picture::Load(std::string_view bytes, std::string_view path) {
   if (IsHuge(bytes)) throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it is too large");
   // A stranger's broken picture is told of once, by the error below.
-  gdSetErrorMethod([](int, const char*, va_list) {});
+  Gd().SetErrorMethod([](int, const char*, va_list) {});
   const int size = static_cast<int>(bytes.size());
   void* data = const_cast<char*>(bytes.data());
   gdImagePtr image = nullptr;
   if (IsGif(bytes))
-    image = gdImageCreateFromGifPtr(size, data);
+    image = Gd().CreateFromGifPtr(size, data);
   else if (IsBmp(bytes))
-    image = gdImageCreateFromBmpPtr(size, data);
+    image = Gd().CreateFromBmpPtr(size, data);
   else if (IsJpeg(bytes))
-    image = gdImageCreateFromJpegPtrEx(size, data, 1);
+    image = Gd().CreateFromJpegPtrEx(size, data, 1);
   if (image == nullptr)
     throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it can't be read as a picture");
   return Picture(std::unique_ptr<Image, Destroy>(new Image{image}));
@@ -93,10 +92,10 @@ Picture::Size Picture::Measure(std::string_view bytes, std::string_view path) {
 
 std::string Picture::ToJpeg(int quality) const {
   int size = 0;
-  void* data = gdImageJpegPtr(image_->gd, &size, quality);
+  void* data = Gd().JpegPtr(image_->gd, &size, quality);
   if (data == nullptr) throw RunTimeError(ErrorNumber::InvalidPicture);
   std::string bytes(static_cast<const char*>(data), static_cast<std::size_t>(size));
-  gdFree(data);
+  Gd().Free(data);
   return bytes;
 }
 

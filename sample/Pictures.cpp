@@ -1,13 +1,12 @@
 #include "sample/Pictures.h"
 
-#include <gd.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <memory>
 
 #include "core/RunTimeError.h"
+#include "core/host/PictureLibrary.h"
 #include "sample/Numbers.h"
 
 namespace quillon {
@@ -28,7 +27,7 @@ constexpr std::array<Palette, 6> kPalettes = {{
 constexpr double kHorizon = 0.62;  // share of the height
 
 struct FreeImage {
-  void operator()(gdImageStruct* image) const { gdImageDestroy(image); }
+  void operator()(gdImageStruct* image) const { Gd().Destroy(image); }
 };
 using Image = std::unique_ptr<gdImageStruct, FreeImage>;
 
@@ -47,7 +46,7 @@ class Landscape {
         palette_(palette),
         width_(width),
         height_(height),
-        image_(gdImageCreateTrueColor(width, height)) {
+        image_(Gd().CreateTrueColor(width, height)) {
     if (!image_) throw RunTimeError(ErrorNumber::InvalidPicture, name, "no picture of this size can be made");
     DrawSky();
     DrawHills(palette.farHills, 0.42, 0.16);
@@ -67,8 +66,7 @@ class Landscape {
       for (int x = 0; x < width_; ++x)
         At(x, y) = Blend(palette_.skyTop, palette_.skyBottom, y / (kHorizon * height_));
     const int size = height_ / 8;
-    gdImageFilledEllipse(Get(), width_ * numbers_.Between(15, 85) / 100, height_ / 5, size, size,
-                         palette_.sun);
+    Gd().FilledEllipse(Get(), width_ * numbers_.Between(15, 85) / 100, height_ / 5, size, size, palette_.sun);
   }
 
   void DrawHills(int colour, double level, double rise) {
@@ -129,15 +127,15 @@ std::string LandscapePicture(const std::string& name, int palette, int width, in
   int size = 0;
   void* data = nullptr;
   switch (format) {
-    case PictureFormat::Jpeg: data = gdImageJpegPtr(landscape.Get(), &size, 90); break;
-    case PictureFormat::Bmp: data = gdImageBmpPtr(landscape.Get(), &size, 0); break;
+    case PictureFormat::Jpeg: data = Gd().JpegPtr(landscape.Get(), &size, 90); break;
+    case PictureFormat::Bmp: data = Gd().BmpPtr(landscape.Get(), &size, 0); break;
     case PictureFormat::Gif:
-      gdImageTrueColorToPalette(landscape.Get(), 0, 128);
-      data = gdImageGifPtr(landscape.Get(), &size);
+      Gd().TrueColorToPalette(landscape.Get(), 0, 128);
+      data = Gd().GifPtr(landscape.Get(), &size);
       break;
   }
   if (data == nullptr) throw RunTimeError(ErrorNumber::InvalidPicture, name, "the picture can't be written");
-  const std::unique_ptr<void, void (*)(void*)> owner(data, gdFree);
+  const std::unique_ptr<void, void (*)(void*)> owner(data, Gd().Free);
   return {static_cast<const char*>(data), static_cast<std::size_t>(size)};
 }
 

@@ -11,7 +11,10 @@ namespace quillon {
 /// `ratio` of the device. Pictures once drawn are kept for a while.
 QPixmap Picture(const QString& name, QSize size, qreal ratio);
 
-/// Whether there is a picture of this name.
-bool HasPicture(const QString& name);
+/// Begins to draw a picture on a thread of its own, for Picture to wait for: the big ones take longer than a
+/// window takes to come up.
+void DrawAhead(const QString& name, QSize size, qreal ratio);
+/// Waits for what DrawAhead began: to be called before the application object goes.
+void FinishDrawing();
 
 }  // namespace quillon

@@ -11,6 +11,8 @@
 
 #include "core/host/Desktop.h"
 #include "repair/CleanUpScreen.h"
+#include "screens/Art.h"
+#include "screens/Layout.h"
 #include "screens/Views.h"
 #include "stage/Advice.h"
 
@@ -25,22 +27,38 @@ QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).remove('\r');
 }
 
+void DrawBackgroundAhead(const QString& screen) {
+  const ScreenLayout layout(screen);
+  DrawAhead(layout.Background(), layout.Size(), QApplication::primaryScreen()->devicePixelRatio());
+}
+
 }  // namespace
 
 DesktopFrontEnd::DesktopFrontEnd() {
   QPixmapCache::setCacheLimit(kPictureCache);
   sinceTurn_.start();
+  DrawBackgroundAhead("frmMain");
 }
 
-DesktopFrontEnd::~DesktopFrontEnd() = default;
+DesktopFrontEnd::~DesktopFrontEnd() { FinishDrawing(); }
+
+void DesktopFrontEnd::Start() {
+  Handle([this] { running_->Screens().Show("frmMain"); });
+}
 
 int DesktopFrontEnd::Run() {
-  Handle([this] { running_->Screens().Show("frmMain"); });
+  Start();
   if (!failure_ && !running_->Screens().Ended()) QApplication::exec();
+  const bool failed = failure_ != nullptr;
+  if (failed) TellFailure();
+  Leave();
+  return failed ? 1 : 0;
+}
+
+void DesktopFrontEnd::Leave() {
+  running_ = nullptr;
+  for (const auto& [name, view] : views_) view->Retire();
   views_.clear();
-  if (!failure_) return 0;
-  TellFailure();
-  return 1;
 }
 
 ScreenView* DesktopFrontEnd::View(std::string_view screen) const {
@@ -49,7 +67,7 @@ ScreenView* DesktopFrontEnd::View(std::string_view screen) const {
 }
 
 void DesktopFrontEnd::Handle(const std::function<void()>& action) {
-  if (failure_ || running_->Screens().Ended()) return;
+  if (failure_ || running_ == nullptr || running_->Screens().Ended()) return;
   ++depth_;
   try {
     running_->Screens().Do(action);
@@ -59,7 +77,8 @@ void DesktopFrontEnd::Handle(const std::function<void()>& action) {
   }
   --depth_;
   SyncAll();
-  if (depth_ == 0 && (failure_ || running_->Screens().Ended())) QApplication::quit();
+  if (depth_ == 0 && (failure_ || running_->Screens().Ended()))
+    QApplication::exit();  // quit() would ask the windows first
 }
 
 /// Nothing can be thrown through the toolkit's event loop: it is kept, and thrown again by whoever runs the
@@ -166,6 +185,7 @@ void DesktopFrontEnd::TurnEvents(QEventLoop::ProcessEventsFlags flags, int milli
 void DesktopFrontEnd::ScreenShown(Screen& screen, bool modal) {
   auto& view = views_[screen.Name()];
   if (!view) {
+    DrawBackgroundAhead(QString::fromStdString(screen.Name()));
     view = MakeView(screen, *this);
     view->setWindowFlags(
         modal ? Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint
@@ -180,10 +200,14 @@ void DesktopFrontEnd::ScreenShown(Screen& screen, bool modal) {
     view->windowHandle()->setTransientParent(QApplication::activeWindow()->windowHandle());
   view->raise();
   view->activateWindow();
+  WaitUntilSeen(view.get());
+}
+
+/// A pipeline starts behind a screen that can be seen. The screen may go while it comes.
+void DesktopFrontEnd::WaitUntilSeen(QPointer<ScreenView> view) {
   QElapsedTimer waited;
   waited.start();
-  // A pipeline starts behind a screen that can be seen.
-  while (!view->windowHandle()->isExposed() && waited.elapsed() < kExposeTime)
+  while (view && !view->windowHandle()->isExposed() && waited.elapsed() < kExposeTime)
     TurnEvents(QEventLoop::ExcludeUserInputEvents, 10);
   TurnEvents(QEventLoop::ExcludeUserInputEvents);
 }

@@ -4,6 +4,7 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QPoint>
+#include <QPointer>
 #include <exception>
 #include <map>
 #include <memory>
@@ -22,9 +23,14 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
 
   /// The program that this front end serves; outlives the views. To be called before anything is shown.
   void Serve(RunningProgram& program) { running_ = &program; }
-  /// Shows the first screen and serves the user until the last one has gone. 0, or 1 after a run-time error,
-  /// which the user has been told of.
+  /// Shows the first screen.
+  void Start();
+  /// Start, and serves the user until the last screen has gone. 0, or 1 after a run-time error, which the
+  /// user has been told of.
   int Run();
+
+  /// Takes the views away: no event reaches the program from then on.
+  void Leave();
 
   /// The view of an open screen; null without one. The front end owns it.
   ScreenView* View(std::string_view screen) const;
@@ -57,6 +63,7 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   bool PipelineRuns() const;
   void SyncAll();
   void TurnEvents(QEventLoop::ProcessEventsFlags flags, int milliseconds = 0);
+  void WaitUntilSeen(QPointer<ScreenView> view);
   void Fail(std::exception_ptr failure);
   void RethrowFailure();
   void TellFailure();

@@ -8,14 +8,29 @@
 #include "screens/DesktopFrontEnd.h"
 #include "stage/Setup.h"
 
+namespace {
+
+// Message boxes in the colours of the enamel signs.
+constexpr const char* kBoxStyle =
+    "QMessageBox { background: #FFF9D5; }"
+    "QMessageBox QLabel { color: #000080; font-family: 'DejaVu Sans', Verdana, sans-serif; font-size: 13px; }"
+    "QMessageBox QPushButton { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; "
+    "border-radius: 4px;"
+    " padding: 5px 18px; min-width: 60px; font-size: 13px; font-weight: bold; }"
+    "QMessageBox QPushButton:hover, QMessageBox QPushButton:focus { background: #2A2AB8; border-color: "
+    "#FFE08A; }"
+    "QMessageBox QPushButton:pressed { background: #000050; }";
+
+}  // namespace
+
 int main(int argc, char** argv) {
   using namespace quillon;
   PrepareProcess(argc, argv);
   QApplication application(argc, argv);
   QApplication::setApplicationName("Larkmoor");
-  QApplication::setApplicationDisplayName("Quillon");
   QApplication::setDesktopFileName("quillon");
   QApplication::setQuitOnLastWindowClosed(false);
+  application.setStyleSheet(kBoxStyle);
   QApplication::setWindowIcon(QIcon(":/art/icon/quillon.svg"));
 
   QCommandLineParser parser;

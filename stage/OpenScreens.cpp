@@ -18,21 +18,22 @@ Screen& OpenScreens::BringUp(std::string_view name, bool modal) {
   else
     open_.push_back(factory_(name));
   // A front end may serve other screens' timers until this one is on view: they must not activate it.
+  Screen& shown = *open_.back();
   bringingUp_ = true;
-  presenter_.ScreenShown(*open_.back(), modal);
+  presenter_.ScreenShown(shown, modal);
   bringingUp_ = false;
-  return *open_.back();
+  return shown;
 }
 
 void OpenScreens::Show(std::string_view screen) { BringUp(screen, false); }
 
 void OpenScreens::ShowModal(std::string_view screen) {
   Screen& shown = BringUp(screen, true);
-  Activate(shown);
   const auto isOpen = [this, &shown] {
     return !ended_ &&
            std::any_of(open_.begin(), open_.end(), [&](const auto& other) { return other.get() == &shown; });
   };
+  if (isOpen()) Activate(shown);
   if (isOpen()) presenter_.RunModal(shown, isOpen);
 }
 

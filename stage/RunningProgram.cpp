@@ -14,8 +14,6 @@
 #include "repair/PackScreens.h"
 
 namespace quillon {
-namespace {
-
 std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmMain") return std::make_unique<MainScreen>(program);
   if (name == "frmOptions") return std::make_unique<OptionsScreen>(program);
@@ -32,8 +30,6 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmCustomMessage") return std::make_unique<CustomMessageScreen>(program);
   throw std::logic_error("no such screen: " + std::string(name));
 }
-
-}  // namespace
 
 RunningProgram::RunningProgram(std::string appFolder, FrontEnd& frontEnd, std::optional<std::uint32_t> seed,
                                std::unique_ptr<FileSystem> files)

@@ -16,6 +16,9 @@ namespace quillon {
 /// Everything that a front end stands for.
 class FrontEnd : public Boxes, public Shell, public Watcher, public Presenter, public CopyMeter {};
 
+/// The model of the screen with this name; `program` outlives it.
+std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name);
+
 /// Owns what a Program refers to. Several may live in one process.
 class RunningProgram {
  public:

@@ -10,8 +10,17 @@
 namespace quillon {
 namespace {
 
-constexpr double kDisabledOpacity = 0.5;
+const QColor kDisabledShade(24, 20, 52, 165);
+constexpr double kDisabledCaption = 0.45;  // opacity
 const QColor kFocusColour(0xFF, 0xF3, 0xA8);
+
+/// The lamp is out and the sign lies in the shade.
+QPixmap Shaded(QPixmap picture) {
+  QPainter painter(&picture);
+  painter.setCompositionMode(QPainter::CompositionMode_SourceAtop);
+  painter.fillRect(picture.rect(), kDisabledShade);
+  return picture;
+}
 
 }  // namespace
 
@@ -47,8 +56,9 @@ QString PictureButton::State() const {
 void PictureButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
-  if (!isEnabled()) painter.setOpacity(kDisabledOpacity);
-  painter.drawPixmap(rect(), Picture(layout_.picture + State(), size(), devicePixelRatioF()));
+  const QPixmap picture = Picture(layout_.picture + State(), size(), devicePixelRatioF());
+  painter.drawPixmap(rect(), isEnabled() ? picture : Shaded(picture));
+  if (!isEnabled()) painter.setOpacity(kDisabledCaption);
   if (!layout_.caption.isEmpty()) PaintCaption(painter);
   if (!hasFocus()) return;
   painter.setPen(QPen(kFocusColour, 1.2, Qt::DotLine));

@@ -1,181 +1,118 @@
 // Start-up: what it makes, keeps and mends, and what the main screen then says.
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-#include "headless/Session.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {
 namespace {
 
-using Texts = std::vector<std::string>;
 constexpr const char* kErrorRow = "There has been an error.  Please run Cleanup.";
+constexpr const char* kGameKey = "SOFTWARE\\Ostrand\\Larkmoor";
+const Strings kShown = {"lblRouteName", "lblLoaded", "FlashTarget"};
 
-class StartUpTest : public testing::Test {
+class StartUpTest : public ProgramTest {
  protected:
-  std::string MainText(const char* key) const { return program_.Last("main").value(key, ""); }
-  std::string Current(const char* key) const { return program_.Ini("routes.ini", "Current", key); }
-  /// A route that is taken for the loaded one.
-  void AddAsLoaded(const std::string& zip, const std::string& name) {
-    program_.FirstRun();
-    program_.AddRoute(zip + ".zip", name);
-    program_.SetIni("routes.ini", "Current", "Loaded", zip);
+  void StoreAsLoaded(const std::string& zip, const std::string& name) {
+    FirstRun();
+    StoreRoute(zip, name, {});
+    SetIni("routes.ini", "Current", "Loaded", zip);
   }
-
-  TestProgram program_;
+  std::string Settings() const {
+    return Ini("tsqn.ini", "TrainSim", "Path") + "|" + Ini("tsqn.ini", "TrainSim", "Train.exe");
+  }
 };
 
 TEST_F(StartUpTest, AFirstStartMakesAllThatIsMissing) {
-  EXPECT_EQ(program_.Run("start"), 0);
-  for (const std::string folder : {"original_zips",
-                                   "downloaded_routes",
-                                   "routes",
-                                   "routes\\terrain_cache",
-                                   "routes\\activities",
-                                   "routes\\custom",
-                                   "routes\\activities\\activities",
-                                   "routes\\activities\\paths",
-                                   "routes\\activities\\services",
-                                   "routes\\activities\\traffic",
-                                   "routes\\consists",
-                                   "routes\\route_info",
-                                   "routes\\route_pics",
-                                   "resources\\Do_Not_Delete!\\misc_info\\trains",
-                                   "resources\\temp",
-                                   "resources\\ziptemp",
-                                   "resources\\ziptemp2",
-                                   "original_zips\\Not_Installed",
-                                   "original_zips\\bad_zip_files",
-                                   "original_zips\\Installed",
-                                   "routes\\Saves"})
-    EXPECT_TRUE(std::filesystem::is_directory(program_.AppPath(folder))) << folder;
+  EXPECT_EQ(Run("start"), 0);
+  for (const std::string folder :
+       {"routes\\terrain_cache", "routes\\activities\\activities", "routes\\activities\\paths",
+        "routes\\activities\\services", "routes\\activities\\traffic", "routes\\custom", "routes\\consists",
+        "routes\\route_info", "routes\\route_pics", "routes\\Saves", "downloaded_routes", "resources\\temp",
+        "resources\\ziptemp", "resources\\ziptemp2", "resources\\Do_Not_Delete!\\misc_info\\trains"})
+    EXPECT_TRUE(fs::is_directory(AppPath(folder))) << folder;
   for (const std::string file :
        {"original_zips\\PLEASE_READ_THIS!.html", "original_zips\\Installed\\installed_info.html",
         "original_zips\\Not_Installed\\not_installed_info.html",
         "original_zips\\bad_zip_files\\bad_files_info.html", "routes\\tsNo Data!.jpg",
         "resources\\Do_Not_Delete!\\current.tsl", "resources\\Do_Not_Delete!\\default.tsl"})
-    EXPECT_TRUE(std::filesystem::is_regular_file(program_.AppPath(file))) << file;
-  EXPECT_EQ(Current("Loaded") + "|" + Current("Temp") + "|" + Current("Zip"),
-            "No Data!|No Data!|You'll have to add some routes!");
-  EXPECT_EQ(program_.Ini("tsqn.ini", "TrainSim", "Path"), program_.Game());
-  EXPECT_EQ(program_.Ini("tsqn.ini", "TrainSim", "Train.exe"), "Yes");
-  EXPECT_EQ(program_.RegistryValue("SOFTWARE\\Ostrand\\Larkmoor\\Quillon", "Associated"), "string:Yes");
-  EXPECT_EQ(program_.Texts("show", "screen"), (Texts{"frmMain", "frmWelcome"}));
-  EXPECT_EQ(MainText("lblRouteName") + "|" + MainText("FlashTarget"), "No route loaded.|manage");
-  EXPECT_TRUE(MainText("imgRoute").ends_with("\\qndefault.jpg"));
-  EXPECT_EQ(MainText("PreviewPath"), "");
+    EXPECT_TRUE(fs::is_regular_file(AppPath(file))) << file;
+  EXPECT_EQ(Current({"Loaded", "Temp", "Zip"}), "No Data!|No Data!|You'll have to add some routes!");
+  EXPECT_EQ(Settings(), Game() + "|Yes");
+  EXPECT_EQ(RegistryValue("SOFTWARE\\Ostrand\\Larkmoor\\Quillon", "Associated"), "string:Yes");
+  EXPECT_EQ(Texts("show", "screen"), (Strings{"frmMain", "frmWelcome"}));
+  EXPECT_EQ(MainTexts(kShown), "No route loaded.||manage");
+  EXPECT_TRUE(MainTexts({"PreviewPath", "imgRoute"}).ends_with("\\qndefault.jpg"));
 }
 
 TEST_F(StartUpTest, ALaterStartOnlyCopiesTheNotesAgain) {
-  program_.FirstRun();
-  program_.AddRoute("foo.zip", "Foo");
-  program_.Run("start");
-  EXPECT_EQ(program_.Texts("show", "screen"), Texts{"frmMain"});
-  const auto before = program_.Tree(program_.App());
-  program_.Write(program_.AppPath("original_zips\\Installed\\installed_info.html"), "changed");
-  program_.Remove(program_.AppPath("routes\\tsno data!.jpg"));
-  EXPECT_EQ(program_.Run("start"), 0);
-  EXPECT_TRUE(program_.Tree(program_.App()) == before);
-
-  const std::string list = program_.AppPath("resources\\Do_Not_Delete!\\current.tsl");
-  program_.Write(list, "a user's route\r\n");
-  program_.Run("start");
-  EXPECT_EQ(program_.ReadBytes(list), "a user's route\r\n");
+  FirstRun();
+  StoreRoute("foo", "Foo", {});
+  Write(DataPath("current.tsl"), "a user's route\r\n");
+  Run("start");
+  EXPECT_EQ(Texts("show", "screen"), Strings{"frmMain"});
+  const auto before = Tree(App());
+  Write(AppPath("original_zips\\Installed\\installed_info.html"), "changed");
+  Remove(AppPath("routes\\tsno data!.jpg"));
+  EXPECT_EQ(Run("start"), 0);
+  EXPECT_TRUE(Tree(App()) == before);
+  EXPECT_EQ(ReadBytes(DataPath("current.tsl")), "a user's route\r\n");
 }
 
 TEST_F(StartUpTest, TheSettingsOutrankTheRegistry) {
-  const std::string wrong = program_.Home();
-  program_.SetIni("tsqn.ini", "TrainSim", "Path", wrong);
-  EXPECT_EQ(program_.Run("start"), 0);
-  EXPECT_EQ(MainText("TrainSimPath") + "|" + MainText("FlashTarget"), wrong + "|options");
-  EXPECT_EQ(program_.Last("main")["TrainExeFound"], false);
-  EXPECT_EQ(program_.Ini("tsqn.ini", "TrainSim", "Path"), wrong);
-  EXPECT_EQ(program_.Ini("tsqn.ini", "TrainSim", "Train.exe"), "No");
-  EXPECT_EQ(program_.RegistryValue("SOFTWARE\\Ostrand\\Larkmoor", "TrainSimPath"),
-            "string:" + program_.Game());
-  EXPECT_EQ(program_.Texts("show", "screen"), Texts{"frmMain"});
+  const std::string wrong = Home();
+  SetIni("tsqn.ini", "TrainSim", "Path", wrong);
+  EXPECT_EQ(Run("start"), 0);
+  EXPECT_EQ(MainTexts({"TrainSimPath", "FlashTarget"}), wrong + "|options");
+  EXPECT_EQ(Last("main")["TrainExeFound"], false);
+  EXPECT_EQ(Settings(), wrong + "|No");
+  EXPECT_EQ(RegistryValue(kGameKey, "TrainSimPath"), "string:" + Game());
+  EXPECT_EQ(Texts("show", "screen"), Strings{"frmMain"});
 
-  program_.Remove(program_.AppPath("resources\\Do_Not_Delete!\\tsqn.ini"));
-  program_.Run("start");
-  EXPECT_EQ(MainText("TrainSimPath"), program_.Game());
+  Remove(DataPath("tsqn.ini"));
+  Run("start");
+  EXPECT_EQ(MainTexts({"TrainSimPath"}), Game());
 
-  program_.Remove(program_.AppPath("resources\\Do_Not_Delete!\\tsqn.ini"));
-  program_.Remove(program_.AppPath("registry.ini"));  // no key: nothing is read, nothing is written
-  program_.Run("start");
-  EXPECT_EQ(MainText("TrainSimPath"), "C:\\Program Files\\Microsoft Games\\Train Simulator");
-  EXPECT_EQ(program_.Ini("tsqn.ini", "TrainSim", "Path"), MainText("TrainSimPath"));
-  EXPECT_EQ(program_.RegistryValue("SOFTWARE\\Ostrand\\Larkmoor\\Quillon", "Associated"), program_.kMissing);
+  Remove(DataPath("tsqn.ini"));
+  Remove(AppPath("registry.ini"));  // no key: nothing is read, nothing is written
+  Run("start");
+  const std::string standard = "C:\\Program Files\\Microsoft Games\\Train Simulator";
+  EXPECT_EQ(MainTexts({"TrainSimPath"}) + "|" + Settings(), standard + "|" + standard + "|No");
+  EXPECT_EQ(RegistryValue(std::string(kGameKey) + "\\Quillon", "Associated"), kMissing);
 }
 
 TEST_F(StartUpTest, ShowsTheLoadedRoute) {
-  AddAsLoaded("foo", "Foo");
-  program_.SetIni("routes.ini", "Current", "Temp", "Another");
-  program_.Run("start");
-  EXPECT_EQ(MainText("lblRouteName") + "|" + MainText("lblLoaded") + "|" + MainText("FlashTarget"),
-            "Foo|Currently loaded route|");
-  EXPECT_TRUE(MainText("imgRoute").ends_with("\\routes\\tsfoo.jpg"));
-  EXPECT_EQ(MainText("PreviewPath"), MainText("imgRoute"));
-  EXPECT_EQ(Current("Temp") + "|" + Current("Zip"), "Foo|foo");
+  StoreAsLoaded("foo", "Foo");
+  SetIni("routes.ini", "Current", "Temp", "Another");
+  Run("start");
+  EXPECT_EQ(MainTexts(kShown), "Foo|Currently loaded route|");
+  const std::string preview = App() + "\\routes\\tsfoo.jpg";
+  EXPECT_EQ(MainTexts({"imgRoute", "PreviewPath"}), preview + "|" + preview);
+  EXPECT_EQ(Current({"Temp", "Zip"}), "Foo|foo");
 }
 
 TEST_F(StartUpTest, ALostRouteFileResetsTheSelection) {
-  AddAsLoaded("foo", "Foo");
-  program_.AddRoute("bar.zip", "Bar");
-  program_.Remove(program_.AppPath("routes\\foo.qnz"));
-  program_.Run("start");
-  EXPECT_EQ(MainText("lblRouteName") + "|" + MainText("lblLoaded") + "|" + MainText("FlashTarget"),
-            "No route loaded.||down");
-  EXPECT_EQ(Current("Temp") + "|" + Current("Zip") + "|" + Current("Loaded"),
-            "No route loaded.|No route loaded.|foo");
+  StoreAsLoaded("foo", "Foo");
+  StoreRoute("bar", "Bar", {});
+  Remove(AppPath("routes\\foo.qnz"));
+  Run("start");
+  EXPECT_EQ(MainTexts(kShown), "No route loaded.||down");
+  EXPECT_EQ(Current({"Temp", "Zip", "Loaded"}), "No route loaded.|No route loaded.|foo");
 
-  program_.Remove(program_.AppPath("routes\\bar.qnz"));
-  std::filesystem::permissions(program_.AppPath("resources\\Do_Not_Delete!\\routes.ini"),
-                               std::filesystem::perms::owner_read);
-  program_.Run("start");
-  EXPECT_EQ(Current("Zip") + "|" + Current("Loaded"), "You'll have to add some routes!|No Data!");
-  EXPECT_EQ(program_.Ini("routes.ini", "bar", "Name"), program_.kMissing);
-  EXPECT_EQ(MainText("FlashTarget"), "manage");
+  Remove(AppPath("routes\\bar.qnz"));
+  MakeReadOnly(DataPath("routes.ini"));
+  Run("start");
+  EXPECT_EQ(Current({"Zip", "Loaded"}), "You'll have to add some routes!|No Data!");
+  EXPECT_EQ(Ini("routes.ini", "bar", "Name"), kMissing);
+  EXPECT_EQ(MainTexts({"FlashTarget"}), "manage");
 }
 
 TEST_F(StartUpTest, ForgetsThatAnErrorRowWasPicked) {
-  AddAsLoaded("foo", "Foo");
-  program_.SetIni("routes.ini", "Current", "Loaded", "No Data!");
-  program_.DeleteSection("routes.ini", "foo");
-  EXPECT_EQ(program_.Run("pick", kErrorRow), 0);
-  EXPECT_EQ(Current("Temp") + "|" + Current("Zip"), std::string(kErrorRow) + "|No Data!");
-  program_.Run("start");
-  EXPECT_EQ(Current("Temp") + "|" + Current("Zip"), "No route loaded.|No Data!");
-  EXPECT_EQ(program_.Script("pick '" + std::string(kErrorRow) + "'\ninfo\n"), 3);
-}
-
-TEST_F(StartUpTest, ASecondInstanceSaysSoAndChangesNothing) {
-  program_.FirstRun();
-  program_.KeepSession();
-  EXPECT_EQ(program_.Run("start"), 0);
-  program_.Write(program_.AppPath("original_zips\\Installed\\installed_info.html"), "changed");
-  const auto before = program_.Tree(program_.App());
-  RecordedOutput output;
-  Command start;
-  start.name = "start";
-  EXPECT_EQ(Session(program_.options, output).Run(start), 3);
-  EXPECT_TRUE(program_.Tree(program_.App()) == before);
-  Texts boxes;
-  for (const Event& event : output.events)
-    if (event["event"] == "box") boxes.push_back(event["text"]);
-  EXPECT_EQ(boxes, Texts{"Quillon is already running."});
-  program_.EndSession();
-  EXPECT_EQ(program_.Run("start"), 0);
-}
-
-TEST_F(StartUpTest, AMissingMasterEndsTheProgram) {
-  program_.Remove(program_.AppPath("resources\\Do_Not_Delete!\\misc_info\\tsnone.jpg"));
-  EXPECT_EQ(program_.Run("start"), 1);
-  EXPECT_EQ(program_.LastError(), 53);
-  EXPECT_TRUE(program_.LastErrorPath().ends_with("\\tsnone.jpg"));
-  program_.Remove(program_.AppPath("resources\\Do_Not_Delete!\\misc_info"));
-  EXPECT_EQ(program_.Run("start"), 1);
-  EXPECT_NE(program_.LastError(), 0);
+  FirstRun();
+  StoreRoute("foo", "Foo", {});
+  DeleteSection("routes.ini", "foo");
+  EXPECT_EQ(Run("pick", kErrorRow), 0);
+  EXPECT_EQ(Current({"Temp", "Zip"}), std::string(kErrorRow) + "|No Data!");
+  Run("start");
+  EXPECT_EQ(Current({"Temp", "Zip"}), "No route loaded.|No Data!");
+  EXPECT_EQ(Script("pick '" + std::string(kErrorRow) + "'\ninfo\n"), 3);
 }
 
 }  // namespace

@@ -1,17 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <initializer_list>
-#include <iterator>
 #include <memory>
-#include <string>
 #include <thread>
 
 #include "core/Text.h"
 #include "core/host/ProfileFunctions.h"
 #include "core/host/ProfileText.h"
+#include "tests/world/TestFolder.h"
 
 namespace quillon {
 namespace {
@@ -133,34 +130,22 @@ TEST(ProfileText, ListsAndReplacesSections) {
   EXPECT_EQ(text.Value("One", "M"), "2");
 }
 
-class ProfileFunctionsTest : public testing::Test {
+class ProfileFunctionsTest : public testing::Test, protected TestFolder {
  protected:
-  ProfileFunctionsTest() {
-    std::filesystem::remove_all(folder_);
-    std::filesystem::create_directories(folder_);
-  }
-  ~ProfileFunctionsTest() override { std::filesystem::remove_all(folder_); }
-
-  /// By other means than the profile functions, without a new name on the disk.
-  void Put(const std::string& bytes) { std::ofstream(folder_ / "p.ini", std::ios::binary) << bytes; }
-  std::string OnDisk(const std::string& name = "p.ini") {
-    std::ifstream in(folder_ / name, std::ios::binary);
-    return in ? std::string(std::istreambuf_iterator<char>(in), {}) : "missing";
-  }
-  std::string Path(const std::string& name) const { return folder_.string() + '\\' + name; }
   std::string Get(Name section, Name key, std::size_t size = 2048, Name otherwise = "default") {
     return profiles_->GetString(section, key, otherwise, size, file_);
   }
+  FileCode Set(Name section, Name key, Name value) {
+    return profiles_->WriteString(section, key, value, file_);
+  }
 
-  std::filesystem::path folder_ = std::filesystem::path(testing::TempDir()) / "quillon_profile_test" /
-                                  testing::UnitTest::GetInstance()->current_test_info()->name();
+  const std::string file_ = Path("p.ini");
   std::unique_ptr<FileSystem> files_ = MakeHostFileSystem();
   std::unique_ptr<ProfileFunctions> profiles_ = MakeProfileFunctions(*files_);
-  std::string file_ = Path("p.ini");
 };
 
 TEST_F(ProfileFunctionsTest, GivesWhatABufferHolds) {
-  Put("[One]\r\nk=\"" + std::string(3000, 'v') + "\"\r\nj=\r\n[Two]\r\n=\r\nk=1\r\n[Three]\r\n");
+  Put("p.ini", "[One]\r\nk=\"" + std::string(3000, 'v') + "\"\r\nj=\r\n[Two]\r\n=\r\nk=1\r\n[Three]\r\n");
   EXPECT_EQ(Get("One", "k"), std::string(2047, 'v'));
   EXPECT_EQ(Get("One", "k", 1) + Get("One", "k", 0) + Get("One", "j"), "");
   EXPECT_EQ(Get("One", "x", 2048, {}) + Get("One", "x", 2048, "  \"a\"  ") + Get("One", "x", 4),
@@ -173,48 +158,47 @@ TEST_F(ProfileFunctionsTest, GivesWhatABufferHolds) {
 
 TEST_F(ProfileFunctionsTest, SeesEveryForeignChange) {
   EXPECT_EQ(Get("A", "k"), "default");
-  const std::string digits = "0123456789";
-  for (const char a : digits)
-    for (const char b : digits) {  // faster than the clock of the files
-      Put("[A]\r\nk="s + a + b + "\r\n");
-      ASSERT_EQ(Get("A", "k"), ""s + a + b);
-    }
-  Put("[A]\r\nk=01\r\n");
+  for (int i = 10; i < 100; ++i) {  // faster than the clock of the files
+    Put("p.ini", "[A]\r\nk=" + std::to_string(i) + "\r\n");
+    ASSERT_EQ(Get("A", "k"), std::to_string(i));
+  }
   std::this_thread::sleep_for(std::chrono::milliseconds(60));  // until the stamp counts
-  EXPECT_EQ(Get("A", "k"), "01");
-  EXPECT_EQ(profiles_->WriteString("A", "k", "02", file_), FileCode::Ok);
-  Put("[A]\r\nk=03\r\n");
+  EXPECT_EQ(Get("A", "k"), "99");
+  EXPECT_EQ(Set("A", "k", "02"), FileCode::Ok);
+  Put("p.ini", "[A]\r\nk=03\r\n");
   EXPECT_EQ(Get("A", "k"), "03");
-  std::filesystem::remove(folder_ / "p.ini");
+  fs::remove(Host("p.ini"));
   EXPECT_EQ(Get({}, {}) + Get("A", "k"), "default");
-  EXPECT_EQ(profiles_->WriteString("B", "k", "1", file_), FileCode::Ok);
-  EXPECT_EQ(OnDisk(), "[B]\r\nk=1\r\n");
+  EXPECT_EQ(Set("B", "k", "1"), FileCode::Ok);
+  EXPECT_EQ(Bytes("p.ini"), "[B]\r\nk=1\r\n");
 }
 
 TEST_F(ProfileFunctionsTest, WritesOnlyChanges) {
-  Put("[A]\nk=1\n");
+  Put("p.ini", "[A]\nk=1\n");
   FileSystem::Stamp before, after;
   ASSERT_EQ(files_->GetStamp(file_, before), FileCode::Ok);
-  EXPECT_EQ(profiles_->WriteString("a", "K", "1", file_), FileCode::Ok);
-  EXPECT_EQ(profiles_->WriteString("A", "x", {}, file_), FileCode::Ok);
-  EXPECT_EQ(profiles_->WriteString("B", {}, "1", file_), FileCode::Ok);
+  EXPECT_EQ(Set("a", "K", "1"), FileCode::Ok);
+  EXPECT_EQ(Set("A", "x", {}), FileCode::Ok);
+  EXPECT_EQ(Set("B", {}, "1"), FileCode::Ok);
   ASSERT_EQ(files_->GetStamp(file_, after), FileCode::Ok);
   EXPECT_EQ(before, after);
   EXPECT_EQ(profiles_->WriteString("A", "x", {}, Path("new.ini")), FileCode::Ok);
-  EXPECT_EQ(OnDisk("new.ini"), "");
+  EXPECT_EQ(Bytes("new.ini"), "");
 }
 
 TEST_F(ProfileFunctionsTest, TellsWhyAWriteFailed) {
-  Put("[A]\r\nk=1\r\n");
-  const auto refused = [&](const std::string& file) { return profiles_->WriteString("A", "k", "2", file); };
+  Put("p.ini", "[A]\r\nk=1\r\n");
+  const std::vector<std::pair<std::string, FileCode>> refusals = {
+      {Path("none\\p.ini"), FileCode::PathNotFound},
+      {Root(), FileCode::AccessDenied},
+      {Path("p?.ini"), FileCode::InvalidName},
+      {"p.ini", FileCode::FileNotFound},
+      {file_, FileCode::AccessDenied}};
   const auto expectRefusals = [&] {
-    EXPECT_EQ(refused(Path("none\\p.ini")), FileCode::PathNotFound);
-    EXPECT_EQ(refused(folder_.string()), FileCode::AccessDenied);
-    EXPECT_EQ(refused(Path("p?.ini")), FileCode::InvalidName);
-    EXPECT_EQ(refused("p.ini"), FileCode::FileNotFound);
-    EXPECT_EQ(profiles_->WriteString({}, "k", "2", file_), FileCode::FileNotFound);
+    EXPECT_EQ(Set({}, "k", "2"), FileCode::FileNotFound);
     ASSERT_EQ(files_->SetAttributes(file_, kReadOnly), FileCode::Ok);
-    EXPECT_EQ(refused(file_), FileCode::AccessDenied);
+    for (const auto& [file, code] : refusals)
+      EXPECT_EQ(profiles_->WriteString("A", "k", "2", file), code) << file;
     EXPECT_EQ(Get("A", "k"), "1");
     ASSERT_EQ(files_->SetAttributes(file_, 0), FileCode::Ok);
   };
@@ -234,13 +218,13 @@ TEST_F(ProfileFunctionsTest, WritesABatchAtItsEnd) {
       const ProfileFunctions::Batch inner(*profiles_);
       for (int file = 0; file < 40; ++file) write(file, key);  // more files than are kept parsed
     }
-    EXPECT_EQ(OnDisk("39"), "[A]\r\na=v\r\n");
+    EXPECT_EQ(Bytes("39"), "[A]\r\na=v\r\n");
   }
-  for (int file = 0; file < 40; ++file) EXPECT_EQ(OnDisk(std::to_string(file)), "[A]\r\na=v\r\nb=v\r\n");
+  for (int file = 0; file < 40; ++file) EXPECT_EQ(Bytes(std::to_string(file)), "[A]\r\na=v\r\nb=v\r\n");
   {
     const ProfileFunctions::Batch batch(*profiles_);
     write(0, "c");
-    std::filesystem::remove_all(folder_);
+    fs::remove_all(Root());
   }
   EXPECT_EQ(profiles_->GetString("A", "c", "lost", 9, Path("0")), "lost");
 }

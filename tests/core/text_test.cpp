@@ -21,9 +21,7 @@ TEST(GameText, IsReadInAnyOfItsEncodings) {
   EXPECT_EQ(DecodeGameText("\x93Zug\x94 \x8E\x81"), "\xE2\x80\x9CZug\xE2\x80\x9D \xC5\xBD\xC2\x81");
   EXPECT_EQ(DecodeGameText(""), "");
   EXPECT_EQ(DecodeGameText("\xFF\xFE"), "");
-}
-
-TEST(GameText, BrokenUtf16CostsOnlyTheBrokenPart) {
+  // Broken UTF-16 costs only the broken part.
   EXPECT_EQ(DecodeGameText("\xFF\xFE"s + "a\0b"s), "a");
   EXPECT_EQ(DecodeGameText("\xFF\xFE"s + "\x3D\xD8x\0"s), "\xEF\xBF\xBDx");
   EXPECT_EQ(DecodeGameText("\xFF\xFE"s + "\x82\xDE\x3D\xD8"s), "\xEF\xBF\xBD\xEF\xBF\xBD");

@@ -1,7 +1,5 @@
 // The commands by their contract: events, exit status, answers to boxes and screens, scripts.
-#include <gtest/gtest.h>
-
-#include <algorithm>
+#include <sstream>
 
 #include "core/Text.h"
 #include "headless/HeadlessFrontEnd.h"
@@ -10,214 +8,159 @@
 namespace quillon {
 namespace {
 
-using Strings = std::vector<std::string>;
-
-// Which keys each kind of event has at least, after "event".
-const std::map<std::string, Strings> kKeys = {
-    {"show", {"screen"}},
-    {"unload", {"screen"}},
-    {"caption", {"screen", "text"}},
-    {"bar", {"screen", "value", "maximum"}},
-    {"colour", {"screen", "colour"}},
-    {"text", {"screen", "control", "text", "visible"}},
-    {"box", {"title", "text", "buttons", "answer"}},
-    {"open", {"path"}},
-    {"explore", {"path"}},
-    {"help", {"file", "command"}},
-    {"main",
-     {"lblRouteName", "lblLoaded", "imgRoute", "PreviewPath", "FlashTarget", "TrainSimPath",
-      "TrainExeFound"}},
-    {"row", {"list", "text"}},
-    {"error", {"number", "text", "path", "step"}},
-    {"end", {"status"}},
-};
+// The kinds of events, each with the keys that it has at least.
+const std::string kEvents =
+    ";show screen;unload screen;caption screen text;bar screen value maximum;colour screen colour"
+    ";text screen control text visible;box title text buttons answer;open path;explore path;help file command"
+    ";row list text;error number text path step;end status"
+    ";main lblRouteName lblLoaded imgRoute PreviewPath FlashTarget TrainSimPath TrainExeFound;";
 
 const std::vector<ZipEntry> kRoute = {{.name = "R/World/w.w", .data = "world"}};
 
-class CommandsTest : public testing::Test {
+class CommandsTest : public ProgramTest {
  protected:
-  CommandsTest() { program_.options.json = true; }
+  /// Runs a command and looks at what every one has to keep.
   int Run(const std::string& name, const std::string& argument = {}) {
-    const int status = program_.Run(name, argument);
-    ExpectContract(status);
+    return Checked(ProgramTest::Run(name, argument));
+  }
+  int Script(const std::string& lines) { return Checked(ProgramTest::Script(lines)); }
+  int Checked(int status) const {
+    for (const auto& event : All()) {
+      EXPECT_EQ(event.begin().key(), "event") << event;
+      const std::string kind = event["event"];
+      const auto at = kEvents.find(";" + kind + " ");
+      EXPECT_NE(at, kEvents.npos) << event;
+      std::istringstream keys(kEvents.substr(at, kEvents.find(';', at + 1) - at));
+      for (std::string key; keys >> key;)
+        EXPECT_TRUE(event.contains(key) || key == ";" + kind) << key << " in " << event;
+      EXPECT_EQ(event.contains("zip"), event.value("list", "") == "ListRoutes") << event;
+      EXPECT_TRUE(kind != "error" || (event["number"] != 0 && event["text"] != "" && event["step"] != ""));
+    }
+    EXPECT_EQ(Events("end").size(), 1u);
+    EXPECT_EQ(All().back(), (Event{{"event", "end"}, {"status", status}}));
+    EXPECT_EQ(Events("error").size(), status == 1 ? 1u : 0u);
     return status;
   }
-  void ExpectContract(int status) const {
-    for (const auto& event : program_.All()) {
-      ASSERT_EQ(event.begin().key(), "event") << event;
-      const auto keys = kKeys.find(event["event"]);
-      ASSERT_NE(keys, kKeys.end()) << event;
-      for (const auto& key : keys->second) EXPECT_TRUE(event.contains(key)) << key << " in " << event;
-      const bool routeRow = event.value("list", "") == "ListRoutes";
-      EXPECT_EQ(event.contains("zip"), routeRow) << event;
-      if (event["event"] == "error") {
-        EXPECT_TRUE(event["number"] != 0 && event["text"] != "" && event["step"] != "") << event;
-      }
-    }
-    EXPECT_EQ(program_.Events("end").size(), 1u);
-    EXPECT_EQ(program_.All().back()["event"], "end");
-    EXPECT_EQ(program_.All().back()["status"], status);
-    EXPECT_EQ(program_.Events("error").size(), status == 1 ? 1u : 0u);
-  }
-  std::string Loaded() const { return program_.Ini("routes.ini", "Current", "Loaded"); }
-  bool Shown(const std::string& screen) const {
-    const auto shown = program_.Texts("show", "screen");
-    return std::find(shown.begin(), shown.end(), screen) != shown.end();
-  }
-
-  TestProgram program_;
 };
 
 TEST_F(CommandsTest, WithoutRoutesThereIsNothingToChoose) {
-  ASSERT_EQ(program_.FirstRun(), 0);
+  ASSERT_EQ(FirstRun(), 0);
   EXPECT_EQ(Run("routes"), 0);
-  EXPECT_EQ(program_.Texts("row"), Strings{"You'll have to add some routes!"});
+  EXPECT_EQ(Texts("row"), Strings{"You'll have to add some routes!"});
+  EXPECT_FALSE(Exists(DataPath("routes.ini")));
+  EXPECT_EQ(Run("pick", "You'll have to add some routes!"), 0);
+  EXPECT_EQ(Current({"Temp"}), "You'll have to add some routes!");
   EXPECT_EQ(Run("pick", "Nowhere"), 3);
   EXPECT_EQ(Run("info"), 3);
   EXPECT_EQ(Run("load"), 3);
   EXPECT_EQ(Run("add"), 0);
-  EXPECT_EQ(program_.Captions("frmInitProg"), Strings{"No new routes found."});
-  EXPECT_EQ(program_.Last("colour")["colour"], 221);
+  EXPECT_EQ(Captions("frmInitProg"), Strings{"No new routes found."});
+  EXPECT_EQ(Last("colour")["colour"], 221);
 }
 
 TEST_F(CommandsTest, TheRoadOfARoute) {
-  ASSERT_EQ(program_.FirstRun(), 0);
-  program_.Drop("valley.zip", RouteEntries("Valley Line"));
-  program_.Drop("hill.zip", RouteEntries("Hill Line"));
+  ASSERT_EQ(FirstRun(), 0);
+  Drop("valley.zip", RouteEntries("Valley Line"));
+  Drop("hill.zip", RouteEntries("Hill Line"));
   EXPECT_EQ(Run("add"), 0);
-  EXPECT_EQ(program_.Last("show")["screen"], "frmRoutes");
+  EXPECT_EQ(Last("show")["screen"], "frmRoutes");
   EXPECT_EQ(Run("load", "Valley Line"), 0);
   EXPECT_EQ(Run("routes"), 0);
-  EXPECT_EQ(program_.Texts("row"), (Strings{"Hill Line", "Valley Line (Loaded)"}));
-  EXPECT_EQ(program_.Texts("row", "zip"), (Strings{"hill", "valley"}));
+  EXPECT_EQ(Texts("row"), (Strings{"Hill Line", "Valley Line (Loaded)"}));
+  EXPECT_EQ(Texts("row", "zip"), (Strings{"hill", "valley"}));
   EXPECT_EQ(Run("pick", "Valley Line (Loaded)"), 0);
-  EXPECT_EQ(program_.Ini("routes.ini", "Current", "Temp"), "Valley Line");
+  EXPECT_EQ(Current({"Temp"}), "Valley Line");
   EXPECT_EQ(Run("info"), 0);
-  EXPECT_EQ(program_.Texts("row"), Strings{"readme.txt"});
+  EXPECT_EQ(Texts("row"), Strings{"readme.txt"});
   EXPECT_EQ(Run("info", "README.txt"), 0);
-  EXPECT_EQ(program_.ReadBytes(std::string(program_.Last("open")["path"])), "readme of Valley Line");
+  EXPECT_EQ(Last("open")["path"], App() + "\\routes\\route_info\\valley\\readme.txt");
   EXPECT_EQ(Run("info", "none.txt"), 3);
   EXPECT_EQ(Run("load"), 0);  // what is loaded is selected
   EXPECT_EQ(Loaded(), "valley");
-  const Event main = program_.Last("main");
-  EXPECT_EQ(main["PreviewPath"], program_.App() + "\\routes\\tsvalley.jpg");
-  EXPECT_EQ(main["imgRoute"], main["PreviewPath"]);
-  EXPECT_EQ(main["TrainSimPath"], program_.Game());
-  EXPECT_EQ(main["TrainExeFound"], true);
+  const std::string preview = App() + "\\routes\\tsvalley.jpg";
+  EXPECT_EQ(MainTexts({"PreviewPath", "imgRoute", "TrainSimPath"}), preview + "|" + preview + "|" + Game());
+  EXPECT_EQ(Last("main")["TrainExeFound"], true);
   EXPECT_EQ(Run("clean"), 0);
   EXPECT_EQ(Loaded(), "No Data!");
 }
 
-TEST_F(CommandsTest, IntakeTellsItsPassesInTheOldOrder) {
-  ASSERT_EQ(program_.FirstRun(), 0);
-  program_.Drop("bad.zip", {}, {.directoryShift = 5});
-  program_.Drop("valley.zip", RouteEntries("Valley Line"));
-  EXPECT_EQ(Run("add"), 0);
-  const Strings captions = program_.Captions("frmInitProg");
-  auto at = captions.begin();
-  for (const std::string caption :
-       {"Verifying file integrity of bad.zip", "Verifying file integrity of valley.zip",
-        "Generating route info...", "Verifying... valley.zip", "Extracting info from valley.zip",
-        "Optimizing route compression...", "Creating compressed route files...", "Finishing Up!",
-        "Finished adding 1 new route."}) {
-    at = std::find(at, captions.end(), caption);
-    EXPECT_NE(at, captions.end()) << caption << " not in its place: " << testing::PrintToString(captions);
-  }
-  EXPECT_EQ(program_.Last("bar")["value"], 100);
-}
-
 TEST_F(CommandsTest, TheRestKeepsTheContractToo) {
-  ASSERT_EQ(program_.FirstRun(), 0);
+  ASSERT_EQ(FirstRun(), 0);
   for (const std::string screen : {"", "frmMain", "frmRoutes"}) {
     EXPECT_EQ(Run("help", screen), 0);
-    EXPECT_EQ(program_.Last("help")["file"], program_.App() + "\\resources\\files\\help.hlp");
-    EXPECT_EQ(program_.Last("help")["command"], "TOC");
+    EXPECT_EQ(Last("help")["file"], App() + "\\resources\\files\\help.hlp");
+    EXPECT_EQ(Last("help")["command"], "TOC");
   }
   EXPECT_EQ(Run("help", "frmNowhere"), 2);
   EXPECT_EQ(Run("make-list"), 0);
   EXPECT_EQ(Run("options"), 0);
-  program_.Run(Command{.name = "options", .game = program_.Root() + "/none"});
-  ExpectContract(3);
-  EXPECT_EQ(program_.BoxTexts(), Strings{"Please select the correct Train Simulator folder!"});
-  EXPECT_EQ(Run("sample", program_.Root() + "/new"), 0);
-  EXPECT_EQ(Run("sample", program_.Root() + "/new"), 1);
-  EXPECT_EQ(program_.LastError(), 75);
-  program_.Remove(program_.AppPath("resources\\Do_Not_Delete!\\misc_info\\tsnone.jpg"));
+  EXPECT_EQ(Run("sample", Root() + "/new"), 0);
+  EXPECT_EQ(Run("sample", Root() + "/new"), 1);
+  EXPECT_EQ(LastError(), 75);
+  Remove(DataPath("misc_info\\tsnone.jpg"));
   EXPECT_EQ(Run("start"), 1);
-  EXPECT_EQ(program_.LastError(), 53);
-  EXPECT_TRUE(program_.LastErrorPath().ends_with("\\misc_info\\tsnone.jpg"));
+  EXPECT_EQ(LastError(), 53);
+  EXPECT_TRUE(LastErrorPath().ends_with("\\misc_info\\tsnone.jpg"));
+  Remove(DataPath("misc_info"));
+  EXPECT_EQ(Run("start"), 1);
 }
 
 TEST_F(CommandsTest, ACancelledWelcomeRefusesWhatNeedsTheWorkingRoute) {
+  KeepSession();
   EXPECT_EQ(Run("start"), 0);
-  EXPECT_TRUE(Shown("frmWelcome"));
-  program_.StoreRoute("valley", "Valley Line", kRoute);
-  EXPECT_EQ(Run("clean"), 3);
-  EXPECT_EQ(Run("add"), 3);
-  EXPECT_EQ(Run("load", "Valley Line"), 3);
-  EXPECT_FALSE(Shown("frmLoad") || Shown("frmCleanUp"));
-  EXPECT_EQ(Run("routes"), 0);
-  program_.options.welcomeOk = true;
-  EXPECT_EQ(Run("load", "Valley Line"), 0);
-  EXPECT_TRUE(Shown("frmCleanUp") && Shown("frmLoad"));
-}
-
-TEST_F(CommandsTest, ARouteWithoutActivityIsAskedAbout) {
-  ASSERT_EQ(program_.FirstRun(), 0);
-  program_.StoreRoute("valley", "Valley Line", kRoute);
-  program_.Remove(program_.AppPath("routes\\activities\\activities\\valley"));
-  for (const bool load : {false, true}) {
-    program_.options.noActLoad = load;
-    EXPECT_EQ(Run("load", "Valley Line"), load ? 0 : 3);
-    EXPECT_TRUE(Shown("frmNoAct"));
-    EXPECT_EQ(Shown("frmLoad"), load);
-    EXPECT_EQ(Loaded(), load ? "valley" : "No Data!");
+  EXPECT_TRUE(IsShown("frmWelcome"));
+  StoreRoute("valley", "Valley Line", kRoute);
+  for (const std::string command : {"clean", "add", "load"}) {  // although it was answered before
+    EXPECT_EQ(Run(command, command == "load" ? "Valley Line" : ""), 3) << command;
+    EXPECT_TRUE(IsShown("frmWelcome") && !IsShown("frmLoad") && !IsShown("frmCleanUp")) << command;
   }
+  EXPECT_EQ(Run("routes"), 0);
+  KeepSession(false);
+  options.welcomeOk = true;
+  EXPECT_EQ(Run("load", "Valley Line"), 0);
+  EXPECT_TRUE(IsShown("frmCleanUp") && IsShown("frmLoad"));
 }
 
 TEST_F(CommandsTest, ASecondInstanceSaysSoAndChangesNothing) {
-  ASSERT_EQ(program_.FirstRun(), 0);
+  ASSERT_EQ(FirstRun(), 0);
   {
     RecordedOutput output;
-    Session first(program_.options, output);
+    Session first(options, output);
     EXPECT_EQ(first.Run({.name = "start"}), 0);
-    const auto before = program_.State(program_.Root());
+    Write(AppPath("original_zips\\Installed\\installed_info.html"), "a start copies it anew");
+    const auto before = State(App());
     for (const std::string command : {"start", "routes", "clean", "add", "load"}) {
       EXPECT_EQ(Run(command), 3) << command;
-      EXPECT_EQ(program_.BoxTexts(), Strings{"Quillon is already running."});
-      EXPECT_TRUE(program_.Events("main").empty()) << "it ends at once";
+      EXPECT_EQ(BoxTexts(), Strings{"Quillon is already running."});
+      EXPECT_TRUE(Events("main").empty()) << "it ends at once";
     }
-    EXPECT_EQ(program_.State(program_.Root()), before);
-    EXPECT_EQ(program_.Script("routes\n"), 3);
+    EXPECT_EQ(State(App()), before);
+    EXPECT_EQ(Script("routes\n"), 3);
   }
   EXPECT_EQ(Run("start"), 0);
 }
 
 TEST_F(CommandsTest, AScriptIsOneProcess) {
-  ASSERT_EQ(program_.FirstRun(), 0);
-  program_.StoreRoute("valley", "Valley Line", kRoute);
-  EXPECT_EQ(program_.Script("# the usual\n\npick 'Valley Line' # by name\r\nroutes\nload\n"), 0);
-  ExpectContract(0);
+  ASSERT_EQ(FirstRun(), 0);
+  StoreRoute("valley", "Valley Line", kRoute);
+  EXPECT_EQ(Script("# the usual\n\npick 'Valley Line' # by name\r\nroutes\nload\n"), 0);
   EXPECT_EQ(Loaded(), "valley");
-  EXPECT_EQ(program_.Events("main").size(), 2u);  // the start-up, and the way back from frmLoad
-  program_.Remove(program_.WorkingPath("Shapes"));
-  EXPECT_EQ(program_.Script("start\nroutes\nstart\n"), 0);
-  EXPECT_EQ(program_.Texts("unload", "screen"), Strings{"frmWelcome"});  // answered once for all
+  EXPECT_EQ(Events("main").size(), 2u);  // the start-up, and the way back from frmLoad
+  Remove(WorkingPath("Shapes"));
+  EXPECT_EQ(Script("start\nroutes\nstart\n"), 0);
+  EXPECT_EQ(Texts("unload", "screen"), Strings{"frmWelcome"});  // answered once for all
 }
 
 TEST_F(CommandsTest, ARefusalLetsAScriptGoOnAndAnErrorEndsIt) {
-  ASSERT_EQ(program_.FirstRun(), 0);
-  program_.StoreRoute("storm", "Storm", kRoute);
-  WriteBytes(program_.AppPath("routes\\storm.qnz"), "damaged");
-  EXPECT_EQ(program_.Script("pick Nowhere\nroutes\n"), 3);
-  ExpectContract(3);
-  EXPECT_EQ(program_.Texts("row"), Strings{"Storm"});
-  EXPECT_EQ(program_.Script("pick Nowhere\nload Storm\nroutes\n"), 1);
-  ExpectContract(1);
-  EXPECT_TRUE(program_.Texts("row").empty());
-  EXPECT_EQ(program_.Script("routes\nfly\n"), 2);
-  ExpectContract(2);
-  EXPECT_EQ(Run("script", program_.Root() + "/none"), 1);
+  ASSERT_EQ(FirstRun(), 0);
+  StoreRoute("storm", "Storm", kRoute);
+  Write(AppPath("routes\\storm.qnz"), "damaged");
+  EXPECT_EQ(Script("pick Nowhere\nroutes\n"), 3);
+  EXPECT_EQ(Texts("row"), Strings{"Storm"});
+  EXPECT_EQ(Script("pick Nowhere\nload Storm\nroutes\n"), 1);
+  EXPECT_TRUE(Texts("row").empty());
+  EXPECT_EQ(Script("routes\nfly\n"), 2);
+  EXPECT_EQ(Run("script", Root() + "/none"), 1);
 }
 
 TEST(HeadlessFrontEndTest, TheBarIsNeverBehindACaptionOrTheEnd) {

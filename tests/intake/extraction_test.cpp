@@ -6,27 +6,29 @@ namespace {
 
 class ExtractionTest : public IntakeTest {
  protected:
-  Texts NamesIn(const std::string& folder) const {
-    return program.Names(program.AppPath("routes\\" + folder));
+  /// The names in each of a route's folders.
+  void ExpectFolders(const std::string& zip, const std::map<std::string, Strings>& folders) const {
+    for (const auto& [folder, names] : folders) EXPECT_EQ(Stored(folder + "\\" + zip), names) << folder;
   }
-  bool Made(const std::string& below) const { return program.Exists(program.AppPath("routes\\" + below)); }
 };
 
 TEST_F(ExtractionTest, ARouteIsWhatHoldsATrackFileOfItsOwn) {
   const auto track = [](const std::string& name) { return Track(name, "T"); };
-  program.Drop("default.zip", {Entry("a.txt"), track("Routes/USA2/Usa2.TRK"), track("Routes/Foo/foo.trk")});
-  program.Drop("QN-USA2.zip", {track("Routes/USA2/usa2.trk")});
-  program.Drop("QNPacked-USA2.zip", {track("Routes/USA2/usa2.trk")});
-  program.Drop("QNPacked-none.zip", {Entry("tiles/a.t")});
-  program.Drop("first.zip", {Entry("a.txt"), track("foo.trk"), track("usa1.trk")});
-  program.Drop("backup.zip", {Entry("something.trk.bak"), Entry("tiles/a.t")});
-  program.Drop("folder.zip", {Entry("my.trks/readme.txt")});
-  program.Run("add");
-  for (const std::string zip : {"default", "QN-USA2", "QNPacked-none"})
-    EXPECT_EQ(Fate(zip), "Not_Installed MSC") << zip;
-  for (const std::string zip : {"QNPacked-USA2", "first", "backup", "folder"})
-    EXPECT_EQ(Fate(zip), "Installed ADD ALL qnz") << zip;
-  EXPECT_EQ(NamesIn("route_info\\backup"), Texts{});
+  const std::map<std::string, std::vector<ZipEntry>> patches = {
+      {"default", {Entry("a.txt"), track("Routes/USA2/Usa2.TRK"), track("Routes/Foo/foo.trk")}},
+      {"QN-USA2", {track("Routes/USA2/usa2.trk")}},
+      {"QNPacked-none", {Entry("tiles/a.t")}}};
+  const std::map<std::string, std::vector<ZipEntry>> routes = {
+      {"QNPacked-USA2", {track("Routes/USA2/usa2.trk")}},
+      {"first", {Entry("a.txt"), track("foo.trk"), track("usa1.trk")}},
+      {"backup", {Entry("something.trk.bak"), Entry("tiles/a.t")}},
+      {"folder", {Entry("my.trks/readme.txt")}}};
+  for (const auto& zips : {patches, routes})
+    for (const auto& [zip, entries] : zips) Drop(zip + ".zip", entries);
+  Run("add");
+  for (const auto& zip : patches) EXPECT_EQ(Fate(zip.first), "Not_Installed MSC") << zip.first;
+  for (const auto& zip : routes) EXPECT_EQ(Fate(zip.first), "Installed ADD ALL qnz") << zip.first;
+  EXPECT_EQ(Stored("route_info\\backup"), Strings{});
   EXPECT_EQ(NameOf("backup"), "backup");
   EXPECT_EQ(Finish(), "Finished adding 4 new routes.");
 }
@@ -38,48 +40,47 @@ TEST_F(ExtractionTest, EachKindOfFileGoesToItsFolder) {
         "act", "asv", "srv", "pat", "trf", "con",  "bmp", "pcx", "ace", "shtml", "jpeg"})
     entries.push_back(Entry("some/folder/x." + end, end));
   entries.push_back(Entry("other/X.txt", "later"));
-  program.Drop("kinds.zip", entries);
-  program.Run("add");
-  EXPECT_EQ(NamesIn("route_info\\kinds"),
-            (Texts{"r.trk", "x.bmp", "x.diz", "x.doc", "x.gif", "x.htm", "x.html", "x.jpg", "x.mp3", "x.nfo",
-                   "x.pcx", "x.pdf", "x.png", "x.rtf", "x.txt"}));
-  EXPECT_EQ(program.ReadBytes(program.AppPath("routes\\route_info\\kinds\\x.txt")), "later");
-  EXPECT_EQ(NamesIn("activities\\activities\\kinds"), (Texts{"x.act", "x.asv"}));
-  EXPECT_EQ(NamesIn("activities\\services\\kinds"), Texts{"x.srv"});
-  EXPECT_EQ(NamesIn("activities\\paths\\kinds"), Texts{"x.pat"});
-  EXPECT_EQ(NamesIn("activities\\traffic\\kinds"), Texts{"x.trf"});
-  EXPECT_EQ(NamesIn("consists\\kinds"), Texts{"x.con"});
-  EXPECT_EQ(NamesIn("route_pics\\kinds"), (Texts{"x.bmp", "x.gif", "x.jpg", "x.pcx"}));
+  Drop("kinds.zip", entries);
+  Run("add");
+  ExpectFolders("kinds", {{"route_info",
+                           {"r.trk", "x.bmp", "x.diz", "x.doc", "x.gif", "x.htm", "x.html", "x.jpg", "x.mp3",
+                            "x.nfo", "x.pcx", "x.pdf", "x.png", "x.rtf", "x.txt"}},
+                          {"activities\\activities", {"x.act", "x.asv"}},
+                          {"activities\\services", {"x.srv"}},
+                          {"activities\\paths", {"x.pat"}},
+                          {"activities\\traffic", {"x.trf"}},
+                          {"consists", {"x.con"}},
+                          {"route_pics", {"x.bmp", "x.gif", "x.jpg", "x.pcx"}}});
+  EXPECT_EQ(ReadBytes(AppPath("routes\\route_info\\kinds\\x.txt")), "later");
 
   // Pictures follow pages only.
-  program.AddRoute("plain.zip", "Plain", {Entry("x.bmp"), Entry("x.pcx"), Entry("x.jpg")});
-  EXPECT_EQ(NamesIn("route_info\\plain"), (Texts{"readme.txt", "route.trk", "x.jpg"}));
-  EXPECT_EQ(program.ReadBytes(program.AppPath("routes\\tsplain.jpg")),
-            program.ReadBytes(program.AppPath("resources\\Do_Not_Delete!\\qnnoimage.jpg")));
+  AddRoute("plain.zip", "Plain", {Entry("x.bmp"), Entry("x.pcx"), Entry("x.jpg")});
+  ExpectFolders("plain", {{"route_info", {"readme.txt", "route.trk", "x.jpg"}}});
+  EXPECT_EQ(ReadBytes(AppPath("routes\\tsplain.jpg")), ReadBytes(DataPath("qnnoimage.jpg")));
 }
 
 TEST_F(ExtractionTest, OnlyCustomFilesSurviveASecondIntake) {
-  program.AddRoute("foo.zip", "Foo", {Entry("old.txt"), Entry("old.asv"), Entry("old.pcx")});
+  AddRoute("foo.zip", "Foo", {Entry("old.txt"), Entry("old.asv"), Entry("old.pcx")});
+  const std::string custom = App() + "\\routes\\custom\\foo\\";
   for (const std::string folder :
        {"ENVFILES\\TEXTURES", "Extras", "LO_TILES", "SHAPES", "SOUND", "TD", "TILES", "TERRTEX\\SNOW",
         "TEXTURES\\AUTUMN", "TEXTURES\\AUTUMNSNOW", "TEXTURES\\NIGHT", "TEXTURES\\SNOW", "TEXTURES\\SPRING",
         "TEXTURES\\SPRINGSNOW", "TEXTURES\\WINTER", "TEXTURES\\WINTERSNOW", "TUTOR", "WORLD"})
-    EXPECT_TRUE(Made("custom\\foo\\" + folder)) << folder;
-  program.Write(program.AppPath("routes\\custom\\foo\\SHAPES\\mine.s"), "mine");
-  program.Remove(program.AppPath("routes\\custom\\foo\\WORLD"));
+    EXPECT_TRUE(Exists(custom + folder)) << folder;
+  Write(custom + "SHAPES\\mine.s", "mine");
+  Remove(custom + "WORLD");
   for (const std::string stale : {"activities\\services\\foo\\stale.srv", "activities\\paths\\foo\\stale.pat",
                                   "activities\\traffic\\foo\\stale.trf", "consists\\foo\\sub\\stale.con"})
-    program.Write(program.AppPath("routes\\" + stale), "stale");
-  program.AddRoute("foo.zip", "Foo");
-  EXPECT_TRUE(Made("custom\\foo\\SHAPES\\mine.s"));
-  EXPECT_FALSE(Made("custom\\foo\\WORLD"));
-  EXPECT_EQ(NamesIn("route_info\\foo"), (Texts{"readme.txt", "route.trk"}));
-  EXPECT_EQ(NamesIn("route_pics\\foo"), Texts{});
-  EXPECT_EQ(NamesIn("activities\\activities\\foo"), Texts{"morning.act"});
-  EXPECT_EQ(NamesIn("activities\\services\\foo"), Texts{"morning.srv"});
-  EXPECT_EQ(NamesIn("activities\\paths\\foo"), Texts{"morning.pat"});
-  EXPECT_EQ(NamesIn("activities\\traffic\\foo"), Texts{"morning.trf"});
-  EXPECT_EQ(NamesIn("consists\\foo"), Texts{"local.con"});
+    Write(AppPath("routes\\" + stale), "stale");
+  AddRoute("foo.zip", "Foo");
+  EXPECT_TRUE(Exists(custom + "SHAPES\\mine.s") && !Exists(custom + "WORLD"));
+  ExpectFolders("foo", {{"route_info", {"readme.txt", "route.trk"}},
+                        {"route_pics", {}},
+                        {"activities\\activities", {"morning.act"}},
+                        {"activities\\services", {"morning.srv"}},
+                        {"activities\\paths", {"morning.pat"}},
+                        {"activities\\traffic", {"morning.trf"}},
+                        {"consists", {"local.con"}}});
 }
 
 }  // namespace

@@ -10,8 +10,11 @@ class RouteRebuildingTest : public IntakeTest {
   void DropNested(const std::string& zip, const std::string& innerName, const std::vector<ZipEntry>& inner,
                   std::vector<ZipEntry> outer = {}) {
     outer.push_back({.name = innerName, .data = ZipBytes(inner), .deflated = true});
-    program.Drop(zip, outer);
+    Drop(zip, outer);
   }
+  std::string RouteFile(const std::string& zip) const { return AppPath("routes\\" + zip + ".qnz"); }
+
+  const std::vector<ZipEntry> small_ = {Entry("x/tiles/a.t"), Track("x/a.trk", "a")};
 };
 
 TEST_F(RouteRebuildingTest, AWholeRouteIsStrippedToItsFolders) {
@@ -28,28 +31,26 @@ TEST_F(RouteRebuildingTest, AWholeRouteIsStrippedToItsFolders) {
               {.name = "Extra", .folder = true},
               Entry("kept_e.raw"),
               Entry("readme.txt", "outer")});
-  const std::string original = program.ReadBytes(program.Download("whole.zip"));
-  const auto routes = program.Names(program.GamePath("ROUTES"));
-  EXPECT_EQ(program.Run("add"), 0);
+  const std::string original = ReadBytes(Download("whole.zip"));
+  const auto routes = Names(GamePath("ROUTES"));
+  EXPECT_EQ(Run("add"), 0);
 
-  const auto entries = program.Unzipped(program.AppPath("routes\\Quillon-whole.qnz"));
-  EXPECT_EQ(Entries("Quillon-whole"), (Texts{"extra\\sub\\file.txt", "foo.trk", "foo\\other\\tiles\\x.dat",
-                                             "kept_e.raw", "readme.txt", "tiles\\a.t"}));
-  EXPECT_EQ(entries.at("tiles\\a.t"), "tile");
-  EXPECT_EQ(entries.at("readme.txt"), "inner");
-  const std::string bytes = program.ReadBytes(program.AppPath("routes\\Quillon-whole.qnz"));
-  EXPECT_EQ(bytes.find("File.TXT"), bytes.npos) << "lower case throughout";
+  EXPECT_EQ(Entries("Quillon-whole"), (Strings{"extra\\sub\\file.txt", "foo.trk", "foo\\other\\tiles\\x.dat",
+                                               "kept_e.raw", "readme.txt", "tiles\\a.t"}));
+  const auto entries = Unzipped(RouteFile("Quillon-whole"));
+  EXPECT_EQ(entries.at("tiles\\a.t") + entries.at("readme.txt"), "tileinner");
+  EXPECT_EQ(ReadBytes(RouteFile("Quillon-whole")).find("File.TXT"), std::string::npos) << "lower case";
   EXPECT_EQ(Fate("Quillon-whole"), "ADD ALL qnz");
   EXPECT_EQ(Fate("whole"), "Installed");
-  EXPECT_EQ(program.ReadBytes(program.AppPath("original_zips\\Installed\\whole.zip")), original);
-  EXPECT_EQ(program.Names(program.GamePath("ROUTES")), routes);
-  EXPECT_EQ(program.Names(program.AppPath("downloaded_routes")), Texts{});
+  EXPECT_EQ(ReadBytes(AppPath("original_zips\\Installed\\whole.zip")), original);
+  EXPECT_EQ(Names(GamePath("ROUTES")), routes);
+  EXPECT_EQ(Names(Download("")), Strings{});
   EXPECT_EQ(NameOf("Quillon-whole"), "Whole");
-  const auto captions = program.Captions("frmInitProg");
-  EXPECT_EQ(Texts(captions.begin() + 1, captions.begin() + 7),
-            (Texts{"Generating route info...", "Recreating Route file structure...",
-                   "Creating paths for whole...", "Reticulating fractal spline curves...",
-                   "Restructuring whole...", "Verifying... Quillon-whole.zip"}));
+  const auto captions = Captions("frmInitProg");
+  EXPECT_EQ(Strings(captions.begin() + 1, captions.begin() + 7),
+            (Strings{"Generating route info...", "Recreating Route file structure...",
+                     "Creating paths for whole...", "Reticulating fractal spline curves...",
+                     "Restructuring whole...", "Verifying... Quillon-whole.zip"}));
 }
 
 TEST_F(RouteRebuildingTest, TheFirstLetterOfTopLevelTilesIsLost) {
@@ -59,9 +60,10 @@ TEST_F(RouteRebuildingTest, TheFirstLetterOfTopLevelTilesIsLost) {
              {Entry("tiles/a.t"), Entry("mytiles/q.t"), Track("a.trk", "Last")});
   DropNested("deep.zip", "route.zip",  // a match behind a backslash beats it and ends the search
              {Entry("tiles/x.t"), Entry("deep/tiles/a.t"), Entry("mytiles/q.t"), Track("deep/a.trk", "a")});
-  program.Run("add");
-  EXPECT_EQ(Entries("Quillon-top"), (Texts{"ctivities\\x.act", "iles\\a.t", "oute.trk", "world\\w.w"}));
-  EXPECT_EQ(Entries("Quillon-last"), (Texts{"a.trk", "iles\\q.t", "tiles\\a.t"}));
+  Run("add");
+  EXPECT_EQ(Entries("Quillon-top"), (Strings{"ctivities\\x.act", "iles\\a.t", "oute.trk", "world\\w.w"}));
+  EXPECT_EQ(Entries("Quillon-last"), (Strings{"a.trk", "iles\\q.t", "tiles\\a.t"}));
+  EXPECT_EQ(Entries("Quillon-deep"), (Strings{"a.trk", "mytiles\\q.t", "tiles\\a.t", "tiles\\x.t"}));
 }
 
 TEST_F(RouteRebuildingTest, APrefixIsLeftOverForTheNextZip) {
@@ -69,11 +71,11 @@ TEST_F(RouteRebuildingTest, APrefixIsLeftOverForTheNextZip) {
   DropNested("b.zip", "route.zip", {Entry("foo/bar/tiles/a.t"), Track("foo/bar/b.trk", "b")});
   DropNested("c.zip", "route.zip",
              {Track("foo/bar/c.trk", "c"), Entry("zzfoo/bar/deep/y.txt"), Entry("other/z.txt")});
-  program.Run("add");
-  EXPECT_EQ(Entries("Quillon-a"), (Texts{"plain\\a.trk", "plain\\world\\w.w"}));
-  EXPECT_EQ(Entries("Quillon-b"), (Texts{"b.trk", "tiles\\a.t"}));
+  Run("add");
+  EXPECT_EQ(Entries("Quillon-a"), (Strings{"plain\\a.trk", "plain\\world\\w.w"}));
+  EXPECT_EQ(Entries("Quillon-b"), (Strings{"b.trk", "tiles\\a.t"}));
   // Anywhere in the path is enough, and the cut is at the front all the same.
-  EXPECT_EQ(Entries("Quillon-c"), (Texts{"c.trk", "other\\z.txt", "r\\deep\\y.txt"}));
+  EXPECT_EQ(Entries("Quillon-c"), (Strings{"c.trk", "other\\z.txt", "r\\deep\\y.txt"}));
 }
 
 TEST_F(RouteRebuildingTest, ASubArchiveBecomesItsFolder) {
@@ -81,53 +83,45 @@ TEST_F(RouteRebuildingTest, ASubArchiveBecomesItsFolder) {
              {Entry("sub/Grass.ace", "new"), Entry("snow.ace"), Entry("x_e.raw"), Entry("a.bk")},
              {Track("Rt/Rt.trk", "Special"), Entry("Rt/textures/grass.ace", "old"), Entry("Rt/Tiles/A_N.RAW"),
               Entry("Rt/Tiles/a.t"), Entry("Rt/world/w.bk")});
-  DropNested("other.zip", "mytextures.zip", {Entry("rt/tiles/a.t"), Track("rt/a.trk", "a")});
-  program.Run("add");
+  DropNested("other.zip", "mytextures.zip", small_);
+  Run("add");
   EXPECT_EQ(Entries("Quillon-special"),
-            (Texts{"rt\\rt.trk", "rt\\textures\\grass.ace", "rt\\textures\\snow.ace", "rt\\tiles\\a.t"}));
-  EXPECT_EQ(program.Unzipped(program.AppPath("routes\\Quillon-special.qnz")).at("rt\\textures\\grass.ace"),
-            "new");
-  EXPECT_EQ(Entries("Quillon-other"), (Texts{"a.trk", "tiles\\a.t"}));
+            (Strings{"rt\\rt.trk", "rt\\textures\\grass.ace", "rt\\textures\\snow.ace", "rt\\tiles\\a.t"}));
+  EXPECT_EQ(Unzipped(RouteFile("Quillon-special")).at("rt\\textures\\grass.ace"), "new");
+  EXPECT_EQ(Entries("Quillon-other"), (Strings{"a.trk", "tiles\\a.t"}));
 }
 
 TEST_F(RouteRebuildingTest, ADownloadCalledRouteSparesTheWorkingRoute) {
-  const auto before = program.Tree(program.GamePath("ROUTES"));
-  DropNested("route.zip", "inner.zip", {Entry("x/tiles/a.t"), Track("x/a.trk", "a")});
-  EXPECT_EQ(program.Run("add"), 0);
+  const auto before = Tree(GamePath("ROUTES"));
+  DropNested("route.zip", "inner.zip", small_);
+  EXPECT_EQ(Run("add"), 0);
   EXPECT_EQ(Fate("Quillon-route"), "ADD ALL qnz");
-  EXPECT_TRUE(program.Tree(program.GamePath("ROUTES")) == before);
+  EXPECT_TRUE(Tree(GamePath("ROUTES")) == before);
 }
 
 TEST_F(RouteRebuildingTest, ATopLevelRouteIsRepackedWhenAFileOfItsNameIsAtHand) {
-  const std::vector<ZipEntry> entries = {Track("route.trk", "Top"), Entry("tiles/A.t"),
-                                         Entry("tiles/a_e.raw"), Entry("tiles/A_E.RAW2"), Entry("x.bk")};
-  program.Drop("other.zip", entries);
-  program.Drop("top.zip", entries);
-  program.Drop("deep.zip", RouteEntries("Deep", {Entry("route/x.bk")}));
-  for (const std::string name : {"top", "deep"}) program.Write(program.Home() + "/" + name, "");
-  program.Run("add");
+  Drop("top.zip", {Track("route.trk", "Top"), Entry("tiles/A.t"), Entry("tiles/a_e.raw"), Entry("x.bk")});
+  Drop("deep.zip", RouteEntries("Deep", {Entry("route/x.bk")}));
+  for (const std::string name : {"top", "deep"}) Write(Home() + "/" + name, "");
+  Run("add");
   EXPECT_EQ(Fate("top"), "Installed ADD ALL qnz");
-  EXPECT_EQ(Entries("top"), (Texts{"route.trk", "tiles\\a.t", "tiles\\a_e.raw2"}));
-  EXPECT_EQ(Entries("other").size(), 5u);
+  EXPECT_EQ(Entries("top"), (Strings{"route.trk", "tiles\\a.t"}));
   EXPECT_EQ(Entries("deep").size(), 10u);
-  const auto captions = program.Captions("frmInitProg");
-  EXPECT_EQ(std::count(captions.begin(), captions.end(), "Analyzing route structure..."), 1);
 }
 
 TEST_F(RouteRebuildingTest, ARebuiltNameThatIsTakenEndsTheIntake) {
-  const std::vector<ZipEntry> route = {Entry("x/tiles/a.t"), Track("x/a.trk", "a")};
-  program.Drop("Quillon-a.zip", route);
-  DropNested("a.zip", "inner.zip", route);
-  EXPECT_EQ(program.Run("add"), 1);
-  EXPECT_EQ(program.LastError(), 58);
-  EXPECT_NE(program.LastErrorPath().find("Quillon-a.zip"), std::string::npos);
-  EXPECT_TRUE(program.Exists(program.AppPath("original_zips\\Installed\\a.zip")));
+  Drop("Quillon-a.zip", small_);
+  DropNested("a.zip", "inner.zip", small_);
+  EXPECT_EQ(Run("add"), 1);
+  EXPECT_EQ(LastError(), 58);
+  EXPECT_TRUE(LastErrorPath().ends_with("\\Quillon-a.zip")) << LastErrorPath();
+  EXPECT_EQ(Fate("a"), "downloaded_routes Installed");
 }
 
 TEST_F(RouteRebuildingTest, PrefixedOriginalsAreTakenForRebuiltOnes) {
-  DropNested("Quillon-a.zip", "inner.zip", {Entry("x/tiles/a.t"), Track("x/a.trk", "a")});
-  program.Drop("b.zip", {Entry("inner.zip", "garbage")});
-  program.Run("add");
+  DropNested("Quillon-a.zip", "inner.zip", small_);
+  Drop("b.zip", {Entry("inner.zip", "garbage")});
+  Run("add");
   EXPECT_EQ(Fate("Quillon-Quillon-a"), "ADD ALL qnz");
   EXPECT_EQ(Fate("Quillon-a"), "");
   EXPECT_EQ(Fate("b"), "Installed");

@@ -1,8 +1,5 @@
 // Loads that can't be carried out: what can be known beforehand changes nothing, what can't is never
 // committed.
-#include <gtest/gtest.h>
-
-#include <filesystem>
 #include <functional>
 
 #include "core/Text.h"
@@ -11,226 +8,153 @@
 namespace quillon {
 namespace {
 
-namespace fs = std::filesystem;
-
 std::vector<ZipEntry> Route(const std::vector<ZipEntry>& extra = {}) {
-  std::vector<ZipEntry> entries = {{.name = "R/Tiles/t.t", .data = "tile"},
-                                   {.name = "R/forest.dat", .data = "forest of the route"},
+  std::vector<ZipEntry> entries = {Entry("R/Tiles/t.t", "tile"),
+                                   Entry("R/forest.dat", "forest of the route"),
                                    {.name = "R/Shapes/own.s", .data = "shape", .deflated = true}};
   entries.insert(entries.end(), extra.begin(), extra.end());
   return entries;
 }
 
 /// A good route is loaded; another one, "Storm", is selected and shall not come in.
-class FailedLoadTest : public testing::Test {
+class FailedLoadTest : public ProgramTest {
  protected:
   FailedLoadTest() {
-    EXPECT_EQ(program_.FirstRun(), 0);
-    program_.StoreRoute("valley", "Valley Line", Route({{.name = "R/valley.s", .data = "of the valley"}}));
-    program_.StoreRoute("storm", "Storm", Route());
-    EXPECT_EQ(program_.Run("load", "Valley Line"), 0);
-    program_.Write(program_.GamePath("SAVES\\Quillon-route\\a.sav"), "saved");
-    program_.Write(program_.WorkingPath("paths\\played.pat"), "played");
+    EXPECT_EQ(FirstRun(), 0);
+    StoreRoute("valley", "Valley Line", Route({Entry("R/valley.s", "of the valley")}));
+    StoreRoute("storm", "Storm", Route());
+    EXPECT_EQ(Run("load", "Valley Line"), 0);
+    Write(GamePath("SAVES\\Quillon-route\\a.sav"), "saved");
+    Play("paths\\played.pat");
   }
 
-  std::string Storm() const { return program_.AppPath("routes\\storm.qnz"); }
-  static void MakeReadOnly(const std::string& hostPath) { fs::permissions(hostPath, fs::perms(0444)); }
-
-  /// Loads "Storm" after `spoil` has been at work behind the selection.
-  void LoadStorm(const std::function<void()>& spoil = [] {}) {
-    program_.KeepSession();
-    EXPECT_EQ(program_.Run("pick", "Storm"), 0);
+  /// Loads "Storm" after `spoil` has been at work behind the selection. The load ends with an error that says
+  /// what, where and while doing what; `number` 0 stands for any.
+  void ExpectError(const std::function<void()>& spoil, int number, const std::string& path) {
+    KeepSession();
+    EXPECT_EQ(Run("pick", "Storm"), 0);
     spoil();
-    before_ = program_.State(program_.Root());
-    status_ = program_.Run("load");
-    program_.EndSession();
+    before_ = State(Root());
+    EXPECT_EQ(Run("load"), 1);
+    KeepSession(false);
+    const Event error = Last("error");
+    EXPECT_TRUE(number == 0 ? LastError() != 0 : LastError() == number) << error;
+    EXPECT_TRUE(EqualNoCase(LastErrorPath(), path)) << error << " is not at " << path;
+    EXPECT_TRUE(error.value("text", "") != "" && error.value("step", "") != "") << error;
+    EXPECT_EQ(Loaded(), "valley");
   }
-  /// The program ended with an error that says what, where and while doing what; `number` 0 stands for any.
-  void ExpectError(int number, const std::string& path) const {
-    const Event error = program_.Last("error");
-    EXPECT_EQ(status_, 1);
-    EXPECT_EQ(program_.Last("end").value("status", 0), 1);
-    EXPECT_TRUE(number == 0 ? program_.LastError() != 0 : program_.LastError() == number) << error;
-    EXPECT_TRUE(EqualNoCase(program_.LastErrorPath(), path)) << error;
-    EXPECT_NE(error.value("text", ""), "");
-    EXPECT_NE(error.value("step", ""), "");
-    EXPECT_EQ(program_.Ini("routes.ini", "Current", "Loaded"), "valley");
-  }
-  void ExpectNothingChanged() const {
-    auto after = program_.State(program_.Root());
-    std::string changes;
+  /// The same, and nothing is changed.
+  void ExpectRefusal(const std::function<void()>& spoil, int number, const std::string& path) {
+    ExpectError(spoil, number, path);
+    auto after = State(Root());
     for (const auto& [name, what] : before_)
-      if (after[name] != what) changes += name + " was changed or removed\n";
-    for (const auto& [name, what] : after)
-      if (!before_.contains(name)) changes += name + " is new\n";
-    EXPECT_TRUE(changes.empty()) << changes;
+      EXPECT_EQ(after[name], what) << name << " was changed or removed";
+    for (const auto& [name, what] : after) EXPECT_TRUE(before_.contains(name)) << name << " is new";
   }
-  std::string InGame(const std::string& text) const { return program_.Game() + "\\" + text; }
+  std::function<void()> With(const std::vector<ZipEntry>& extra) const {
+    return [this, extra] { MakeZip(AppPath("routes\\storm.qnz"), Route(extra)); };
+  }
+  std::string InGame(const std::string& text) const { return Game() + "\\" + text; }
   std::string InWorking(const std::string& text) const { return InGame("Routes\\Quillon-route\\" + text); }
 
-  TestProgram program_;
-  std::map<std::string, std::string> before_;
-  int status_ = 0;
+  const std::string storm_ = App() + "\\routes\\storm.qnz";
+  NamedTexts before_;
 };
 
 TEST_F(FailedLoadTest, AnUnreadableRouteFileChangesNothing) {
   const std::string whole = ZipBytes(Route());
-  for (const auto& bytes : {std::string(), std::string("no zip at all"), std::string(5000, 'P'),
-                            whole.substr(0, whole.size() / 2), whole.substr(0, whole.size() - 30)}) {
-    LoadStorm([&] { WriteBytes(Storm(), bytes); });
-    SCOPED_TRACE("of " + std::to_string(bytes.size()) + " bytes");
-    ExpectError(0, program_.App() + "\\routes\\storm.qnz");
-    ExpectNothingChanged();
-  }
+  for (const auto& bytes : {std::string(), whole.substr(0, whole.size() - 30)})
+    ExpectRefusal([&] { Write(storm_, bytes); }, 0, storm_);
 }
 
-TEST_F(FailedLoadTest, AHarmfulEntryChangesNothing) {
+TEST_F(FailedLoadTest, AnEntryThatCantBePlacedChangesNothing) {
   const std::vector<ZipEntry> harmful = {
-      {.name = "R/../../evil.s", .data = "x"},
-      {.name = "..\\evil.s", .data = "x"},
-      {.name = "R/.. /evil.s", .data = "x"},
-      {.name = "xy../R/evil.s", .data = "x"},  // "r\" is cut off the front of what holds it
-      {.name = "xyaux/R/b.s", .data = "x"},
-      {.name = "R/a?.s", .data = "x"},
-      {.name = "R/a*.s", .data = "x"},
-      {.name = "R/a:b.s", .data = "x"},
-      {.name = "R/a\x07.s", .data = "x"},
-      {.name = "R/a\x1F.s", .data = "x", .utf8Flag = true},
-      {.name = "R/con.s", .data = "x"},
-      {.name = "R/Lpt1/b.s", .data = "x"},
-      {.name = "R/" + std::string(300, 'n'), .data = "x"},
-      {.name = "R/secret.s", .data = "x", .encrypted = true},
-      {.name = "R/method.s", .data = "x", .toldMethod = 77},
-      {.name = "R/Shapes", .data = "a file where another entry needs a folder"}};
+      Entry("..\\evil.s"),
+      Entry("xy../R/evil.s"),  // "r\" is cut off the front of what holds it
+      Entry("xyaux/R/b.s"),
+      {.name = "R/secret.s", .data = "x", .encrypted = true}};
   for (const auto& entry : harmful) {
     SCOPED_TRACE(entry.name);
-    LoadStorm([&] { MakeZip(Storm(), Route({entry})); });
-    EXPECT_EQ(status_, 1);
-    EXPECT_NE(program_.LastError(), 0);
-    EXPECT_TRUE(program_.LastErrorPath().starts_with(program_.App() + "\\routes\\storm.qnz"));
-    ExpectNothingChanged();
+    ExpectRefusal(With({entry}), 0, storm_);
   }
+  ExpectRefusal(With({Entry("R/Shapes")}), 75, storm_ + "\\r\\shapes");  // another entry's folder
+  ExpectRefusal(With({{.name = "R/huge.s", .data = "x", .toldSize = std::uint64_t{1} << 50}}), 61,
+                Game() + "\\Routes\\Quillon-route");
+  const std::vector<ZipEntry> inFile = {Entry("R/World/w.w"), Entry("R/forest.dat/inner.s")};
+  ExpectRefusal([&] { MakeZip(AppPath("routes\\storm.qnz"), inFile); }, 0, InWorking("forest.dat"));
 }
 
-TEST_F(FailedLoadTest, AFileWhereAFolderIsWantedChangesNothing) {
-  const std::vector<ZipEntry> entries = {{.name = "R/World/w.w", .data = "w"},
-                                         {.name = "R/forest.dat/inner.s", .data = "x"}};
-  LoadStorm([&] { MakeZip(Storm(), entries); });
-  ExpectError(0, InWorking("forest.dat"));
-  ExpectNothingChanged();
-  LoadStorm([&] {
-    MakeZip(Storm(), Route());
-    program_.Remove(program_.WorkingPath("services"));
-    program_.Write(program_.WorkingPath("services"), "a file");
-  });
-  ExpectError(75, InWorking("services"));
-  ExpectNothingChanged();
-}
-
-TEST_F(FailedLoadTest, AFileThatGoesIsInNobodysWay) {
-  LoadStorm([&] { MakeZip(Storm(), Route({{.name = "R/valley.s/inner.s", .data = "inner"}})); });
-  EXPECT_EQ(status_, 0) << program_.Last("error");
-  EXPECT_EQ(program_.ReadBytes(program_.WorkingPath("valley.s\\inner.s")), "inner");
+TEST_F(FailedLoadTest, AFileOfTheOldRouteIsInNobodysWayButAUsersIs) {
+  Remove(WorkingPath("services"));
+  Play("services");
+  ExpectRefusal(With({}), 75, InWorking("services"));
+  Remove(WorkingPath("services"));
+  With({Entry("R/valley.s/inner.s", "inner")})();
+  EXPECT_EQ(Run("load", "Storm"), 0) << Last("error");
+  EXPECT_EQ(Working("valley.s\\inner.s"), "inner");
 }
 
 TEST_F(FailedLoadTest, ATakenBackupNameChangesNothing) {
-  LoadStorm([&] {
-    MakeZip(Storm(), Route({{.name = "R/SigCfg.dat", .data = "of the route"}}));
-    program_.Write(program_.WorkingPath("ts-bak-sigcfg.dat"), "left over");
-  });
-  ExpectError(58, InWorking("ts-bak-sigcfg.dat"));
-  ExpectNothingChanged();
-  program_.Remove(program_.WorkingPath("ts-bak-sigcfg.dat"));
-  LoadStorm([&] {
-    MakeZip(Storm(), Route({{.name = "R/sigcfg.dat", .data = "1"}, {.name = "R/SIGCFG.dat", .data = "2"}}));
-  });
-  ExpectError(58, InWorking("ts-bak-sigcfg.dat"));
-  ExpectNothingChanged();
-}
-
-TEST_F(FailedLoadTest, MoreThanTheDiskHoldsChangesNothing) {
-  LoadStorm([&] {
-    MakeZip(Storm(),
-            Route({{.name = "R/huge.s", .data = "x", .deflated = true, .toldSize = std::uint64_t{1} << 50}}));
-  });
-  ExpectError(61, program_.LastErrorPath());
-  ExpectNothingChanged();
+  Play("ts-bak-sigcfg.dat", "left over");
+  ExpectRefusal(With({Entry("R/SigCfg.dat")}), 58, InWorking("ts-bak-sigcfg.dat"));
+  Remove(WorkingPath("ts-bak-sigcfg.dat"));
+  ExpectRefusal(With({Entry("R/sigcfg.dat", "1"), Entry("R/SIGCFG.dat", "2")}), 58,
+                InWorking("ts-bak-sigcfg.dat"));
+  ExpectRefusal(With({Entry("R/World/A.w", "1"), {.name = "R/World/a.W.", .data = "2", .deflated = true}}),
+                58, InWorking("world\\ts-bak-a.w"));
 }
 
 TEST_F(FailedLoadTest, MissingListsAndFoldersChangeNothing) {
   for (const std::string list : {"current.tsl", "default.tsl"}) {
-    const std::string path = program_.App() + "\\resources\\Do_Not_Delete!\\" + list;
-    const std::string bytes = program_.ReadBytes(path);
-    LoadStorm([&] { program_.Remove(path); });
-    ExpectError(53, path);
-    ExpectNothingChanged();
-    program_.Write(path, bytes);
+    const std::string path = App() + "\\resources\\Do_Not_Delete!\\" + list, bytes = ReadBytes(path);
+    ExpectRefusal([&] { Remove(path); }, 53, path);
+    Write(path, bytes);
   }
-  program_.Write(program_.AppPath("routes\\consists\\storm\\new.con"), "consist");
-  for (const std::string folder : {"TRAINS\\CONSISTS", "TRAINS"}) {
-    LoadStorm([&] { program_.Remove(program_.GamePath(folder)); });
-    ExpectError(76, InGame("TRAINS\\CONSISTS"));
-    ExpectNothingChanged();
-  }
-  program_.Remove(program_.AppPath("routes\\consists\\storm"));
-  program_.Remove(
-      program_.AppPath("routes\\activities\\activities\\storm"));  // frmNoAct asks for no working route
-  LoadStorm([&] { program_.Remove(program_.WorkingPath("")); });
-  ExpectError(76, InGame("Routes\\Quillon-route"));
-  ExpectNothingChanged();
+  Write(AppPath("routes\\consists\\storm\\new.con"), "consist");
+  for (const std::string folder : {"TRAINS\\CONSISTS", "TRAINS"})
+    ExpectRefusal([&] { Remove(GamePath(folder)); }, 76, InGame("TRAINS\\CONSISTS"));
+  for (const std::string below :
+       {"consists", "activities\\activities"})  // frmNoAct asks for no working route
+    Remove(AppPath("routes\\" + below + "\\storm"));
+  ExpectRefusal([&] { Remove(WorkingPath("")); }, 76, InGame("Routes\\Quillon-route"));
 }
 
 // Nobody takes the mark off these two: neither off a backup whose place is taken, nor off a track texture.
-TEST_F(FailedLoadTest, AReadOnlyBackupThatHasToGoChangesNothing) {
-  LoadStorm([&] {
-    program_.Write(program_.WorkingPath("x.s"), "stands");
-    program_.Write(program_.WorkingPath("ts-bak-x.s"), "is to go");
-    MakeReadOnly(program_.WorkingPath("ts-bak-x.s"));
-    program_.Write(program_.AppPath("resources\\Do_Not_Delete!\\default.tsl"),
-                   InWorking("ts-bak-x.s") + "\r\n");
-  });
-  ExpectError(75, InWorking("ts-bak-x.s"));
-  ExpectNothingChanged();
-}
-
-TEST_F(FailedLoadTest, AReadOnlyTrackTextureChangesNothing) {
+TEST_F(FailedLoadTest, AReadOnlyFileThatHasToGoChangesNothing) {
+  const auto takenBackup = [&] {
+    Play("x.s");
+    Play("ts-bak-x.s");
+    MakeReadOnly(WorkingPath("ts-bak-x.s"));
+    Write(DataPath("default.tsl"), InWorking("ts-bak-x.s") + "\r\n");
+  };
+  ExpectRefusal(takenBackup, 75, InWorking("ts-bak-x.s"));
+  Write(DataPath("default.tsl"), "");
   const std::string texture = "Textures\\ACleanTrack1.ace";
-  LoadStorm([&] {
-    program_.Write(program_.GamePath("Routes\\USA1\\" + texture), "of the game");
-    program_.Write(program_.WorkingPath(texture), "old");
-    MakeReadOnly(program_.WorkingPath(texture));
-  });
-  ExpectError(75, InWorking(texture));
-  ExpectNothingChanged();
+  const auto trackTexture = [&] {
+    Write(GamePath("Routes\\USA1\\" + texture), "of the game");
+    Play(texture);
+    MakeReadOnly(WorkingPath(texture));
+  };
+  ExpectRefusal(trackTexture, 75, InWorking(texture));
 }
 
 TEST_F(FailedLoadTest, DamagedDataAreNeverCommittedAndTheNextLoadMendsAll) {
   TestProgram undisturbed;
-  for (TestProgram* program : {&program_, &undisturbed})
-    program->StoreRoute("hill", "Hill Line", Route({{.name = "R/hill.s", .data = "of the hill"}}));
+  for (TestProgram* program : {static_cast<TestProgram*>(this), &undisturbed})
+    program->StoreRoute("hill", "Hill Line", Route({Entry("R/hill.s", "of the hill")}));
   undisturbed.FirstRun();
   ASSERT_EQ(undisturbed.Run("load", "Hill Line"), 0);
   const auto expected = undisturbed.State(undisturbed.WorkingPath(""));
   const std::string large(300'000, 'q');
-  const std::vector<ZipEntry> damaged = {
-      {.name = "R/bad.s", .data = "x", .badCrc = true},
-      {.name = "R/bad.s", .data = large, .deflated = true, .badCrc = true},
-      {.name = "R/bad.s", .data = large, .deflated = true, .badData = true},
-      {.name = "R/bad.s", .data = large, .deflated = true, .toldSize = 100}};
-  for (const auto& entry : damaged) {
-    LoadStorm([&] { MakeZip(Storm(), Route({entry, {.name = "R/after.s", .data = "after"}})); });
-    ExpectError(0, program_.App() + "\\routes\\storm.qnz");
-    EXPECT_FALSE(program_.Exists(program_.WorkingPath("bad.s")));
-    EXPECT_EQ(program_.Run("load", "Hill Line"), 0) << program_.Last("error");
-    EXPECT_EQ(program_.State(program_.WorkingPath("")), expected);
-    EXPECT_EQ(program_.Run("load", "Valley Line"), 0) << program_.Last("error");
+  for (const auto& damaged :
+       std::vector<ZipEntry>{{.name = "R/bad.s", .data = "x", .badCrc = true},
+                             {.name = "R/bad.s", .data = large, .deflated = true, .badData = true}}) {
+    ExpectError(With({damaged, Entry("R/after.s", "after")}), 0, storm_);
+    EXPECT_FALSE(Exists(WorkingPath("bad.s")));
+    EXPECT_EQ(Run("load", "Hill Line"), 0) << Last("error");
+    EXPECT_EQ(State(WorkingPath("")), expected);
+    EXPECT_EQ(Run("load", "Valley Line"), 0) << Last("error");
   }
-}
-
-TEST_F(FailedLoadTest, AnUnknownRouteIsRefused) {
-  EXPECT_EQ(program_.Run("load", "No Such Line"), 3);
-  EXPECT_TRUE(program_.Events("error").empty());
-  EXPECT_EQ(program_.Ini("routes.ini", "Current", "Loaded"), "valley");
 }
 
 }  // namespace

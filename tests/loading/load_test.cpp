@@ -1,16 +1,11 @@
 // The load driver: what leaves the working route, what comes in, and what is told meanwhile.
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 #include "core/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {
 namespace {
 
-namespace fs = std::filesystem;
-using Strings = std::vector<std::string>;
+const Strings kKinds = {"activities", "paths", "services", "traffic"};
 
 std::vector<ZipEntry> Valley() {
   return {{.name = "Valley/", .folder = true},
@@ -26,38 +21,27 @@ std::vector<ZipEntry> Valley() {
           {.name = "Docs/Readme.txt", .data = "readme"}};
 }
 
-std::vector<ZipEntry> Hill() {
-  return {{.name = "Hill/World/w.w", .data = "world"}, {.name = "Hill/Hill.trk", .data = "hill"}};
-}
-
-class LoadTest : public testing::Test {
+class LoadTest : public ProgramTest {
  protected:
   LoadTest() {
-    EXPECT_EQ(program_.FirstRun(), 0);
-    defaults_ = program_.Tree(program_.WorkingPath(""));
-    program_.StoreRoute("valley", "Valley Line", Valley());
-    program_.StoreRoute("hill", "Hill Line", Hill());
+    EXPECT_EQ(FirstRun(), 0);
+    defaults_ = Tree(WorkingPath(""));
+    StoreRoute("valley", "Valley Line", Valley());
+    StoreRoute("hill", "Hill Line", {Entry("Hill/World/w.w", "world"), Entry("Hill/Hill.trk", "hill")});
   }
 
   void Load(const std::string& name) {
-    EXPECT_EQ(program_.Run("load", name), 0) << program_.Last("error");
-    EXPECT_EQ(program_.Ini("routes.ini", "Current", "Loaded"), program_.Ini("routes.ini", name, "Zip"));
+    EXPECT_EQ(Run("load", name), 0) << Last("error");
+    EXPECT_EQ(Loaded(), Ini("routes.ini", name, "Zip"));
   }
-  std::string Working(std::string_view name) const { return program_.ReadBytes(program_.WorkingPath(name)); }
-  bool InWorking(std::string_view name) const { return program_.Exists(program_.WorkingPath(name)); }
-  void Play(std::string_view name, std::string_view bytes = "played") const {
-    program_.Write(program_.WorkingPath(name), bytes);
-  }
-  std::string Store(const std::string& kind, const std::string& zip) const {
-    return program_.AppPath("routes\\" + kind + "\\" + zip);
-  }
-  std::string ListPath(const std::string& name) const {
-    return program_.AppPath("resources\\Do_Not_Delete!\\" + name);
-  }
+  bool InWorking(const std::string& name) const { return Exists(WorkingPath(name)); }
+  NamedTexts Kind(const std::string& kind) const { return Tree(WorkingPath(kind)); }
+  std::string Store(const std::string& below) const { return AppPath("routes\\" + below); }
+  std::string Saves(const std::string& name) const { return GamePath("SAVES\\Quillon-route\\" + name); }
   /// The lines of a list, less the working route in front.
   Strings List(const std::string& name) const {
-    const std::string front = program_.Game() + "\\Routes\\Quillon-route\\";
-    Strings lines = Lines(program_.ReadBytes(ListPath(name)));
+    const std::string front = Game() + "\\Routes\\Quillon-route\\";
+    Strings lines = Lines(ReadBytes(DataPath(name)));
     for (auto& line : lines) {
       EXPECT_TRUE(line.starts_with(front)) << line;
       line.erase(0, front.size());
@@ -66,14 +50,11 @@ class LoadTest : public testing::Test {
   }
   void WriteList(const std::string& name, const Strings& belowWorking) const {
     std::string text = "\r\n";
-    for (const auto& line : belowWorking)
-      text += program_.Game() + "\\Routes\\Quillon-route\\" + line + "\r\n\r\n";
-    program_.Write(ListPath(name), text);
+    for (const auto& line : belowWorking) text += Game() + "\\Routes\\Quillon-route\\" + line + "\r\n\r\n";
+    Write(DataPath(name), text);
   }
-  static void MakeReadOnly(const std::string& hostPath) { fs::permissions(hostPath, fs::perms(0444)); }
 
-  TestProgram program_;
-  std::map<std::string, std::string> defaults_;  // the working route without a route in it
+  NamedTexts defaults_;  // the working route without a route in it
 };
 
 TEST_F(LoadTest, TheFirstRouteLiesOverTheDefaults) {
@@ -92,139 +73,116 @@ TEST_F(LoadTest, TheFirstRouteLiesOverTheDefaults) {
   expected["shapes\\ts-bak-signal.s"] = "global shape";
   expected["ts-bak-forest.dat"] = "template forest";
   expected["activities\\valley.act"] = "activity of valley";
-  EXPECT_EQ(program_.Tree(program_.WorkingPath("")), expected);
-  EXPECT_TRUE(fs::exists(fs::path(program_.Game()) / "ROUTES/Quillon-route/new/deep/a.txt"));
+  EXPECT_EQ(Kind(""), expected);
+  EXPECT_TRUE(fs::exists(Game() + "/ROUTES/Quillon-route/new/deep/a.txt"));
 }
 
 TEST_F(LoadTest, TellsWhatItDoesInTheOldOrder) {
   Load("Valley Line");
-  EXPECT_EQ(
-      program_.Captions("frmLoad"),
-      (Strings{"Initializing parameters...", "Transferring route data...", "Transferring activity data...",
-               "Transferring path data...", "Processing custom instructions...", "Finished loading route!"}));
-  int value = -1;
-  std::map<std::string, int> valueAt;
+  EXPECT_EQ(Captions("frmLoad"), (Strings{"Initializing parameters...", "Transferring route data...",
+                                          "Transferring activity data...", "Transferring path data...",
+                                          "Processing custom instructions...", "Finished loading route!"}));
   std::map<std::string, Event> last;
-  for (const auto& event : program_.All()) {
-    if (event.value("screen", "") != "frmLoad") continue;
-    last[event.value("control", event["event"])] = event;
-    if (event["event"] == "bar") value = event["value"];
-    if (event["event"] == "caption") valueAt[event["text"]] = value;
-  }
-  EXPECT_EQ(valueAt["Initializing parameters..."], 0);
-  EXPECT_EQ(valueAt["Transferring path data..."], 100);
-  EXPECT_EQ(last["bar"]["value"], 100);
-  EXPECT_EQ(last["bar"]["maximum"], 100);
+  for (const auto& event : All())
+    if (event.value("screen", "") == "frmLoad") last[event.value("control", event["event"])] = event;
+  EXPECT_EQ(last["bar"], (Event{{"event", "bar"}, {"screen", "frmLoad"}, {"value", 100}, {"maximum", 100}}));
   EXPECT_EQ(last["colour"]["colour"], 49152);
-  EXPECT_EQ(last["lblMessage"]["visible"], true);
-  EXPECT_EQ(last["lblRouteName"]["visible"], false);
+  EXPECT_TRUE(last["lblMessage"]["visible"] == true && last["lblRouteName"]["visible"] == false);
   EXPECT_EQ(
       last["lblMessage"]["text"],
       "Valley Line is now loaded into Train Simulator.\r\n\r\nClick 'Exit' to close Quillon, and then start "
       "Train Simulator to drive the route.\r\n\r\nValley Line will remain as a drivable route in Train "
       "Simulator until you decide to load another route with Quillon.");
-  EXPECT_EQ(program_.Last("main")["lblLoaded"], "Currently loaded route");
+  EXPECT_EQ(MainTexts({"lblLoaded"}), "Currently loaded route");
 }
 
 TEST_F(LoadTest, SizeMessageGoesByTheNumberOfEntries) {
   const std::map<std::size_t, std::string> words = {{800, ""},      {801, " large "}, {1700, " large "},
                                                     {1701, "huge"}, {1998, "huge"},   {1999, "massive"}};
   for (const auto& [count, word] : words) {
-    std::vector<ZipEntry> entries;
-    for (std::size_t i = 0; i < count; ++i)
-      entries.push_back({.name = "f" + std::to_string(i), .folder = true});
-    MakeZip(program_.AppPath("routes\\hill.qnz"), entries);
+    std::vector<ZipEntry> entries(count, {.folder = true});
+    for (auto& entry : entries) entry.name = "f" + std::to_string(&entry - entries.data());
+    MakeZip(Store("hill.qnz"), entries);
     Load("Hill Line");
     std::string shown;
-    for (const auto& event : program_.Events("text"))
+    for (const auto& event : Events("text"))
       if (event["control"] == "lblFirstMessage" && event["visible"]) shown = event["text"];
-    EXPECT_EQ(shown.empty(), word.empty()) << count << ": " << shown;
-    EXPECT_TRUE(Contains(shown, word)) << count << ": " << shown;
+    EXPECT_TRUE(shown.empty() == word.empty() && Contains(shown, word)) << count << ": " << shown;
   }
 }
 
 TEST_F(LoadTest, TheNextLoadPutsAwayWhatTheUserChanged) {
   Load("Valley Line");
-  program_.Write(Store("Saves", "valley") + "\\stale.sav", "stale");
-  program_.Write(Store("activities\\paths", "valley") + "\\stale.pat", "stale");
-  for (const char* name : {"one.sav", "Two.SAV", "note.txt"})
-    program_.Write(program_.GamePath("SAVES\\Quillon-route\\" + std::string(name)), name);
-  program_.Remove(program_.WorkingPath("activities\\valley.act"));
-  for (const char* name : {"activities\\own.act", "paths\\own.pat", "services\\own.srv", "traffic\\own.trf"})
-    Play(name);
-  const Strings kinds = {"activities", "paths", "services", "traffic"};
-  std::map<std::string, std::map<std::string, std::string>> played;
-  for (const auto& kind : kinds) played[kind] = program_.Tree(program_.WorkingPath(kind));
+  Write(Store("Saves\\valley\\stale.sav"), "stale");
+  Write(Store("activities\\paths\\valley\\stale.pat"), "stale");
+  for (const std::string name : {"one.sav", "Two.SAV", "note.txt"}) Write(Saves(name), name);
+  Remove(WorkingPath("activities\\valley.act"));
+  std::map<std::string, NamedTexts> played;
+  for (const auto& kind : kKinds) {
+    Play(kind + "\\own.x");
+    played[kind] = Kind(kind);
+  }
 
   Load("Hill Line");
-  EXPECT_EQ(program_.Names(Store("Saves", "valley")), (Strings{"one.sav", "two.sav"}));
-  EXPECT_TRUE(program_.Names(program_.GamePath("SAVES\\Quillon-route")).empty());
-  for (const auto& kind : kinds) {
-    EXPECT_EQ(program_.Tree(Store("activities\\" + kind, "valley")), played[kind]) << kind;
-    EXPECT_EQ(program_.Names(program_.WorkingPath(kind)),
-              kind == "activities" ? Strings{"hill.act"} : Strings{});
+  EXPECT_EQ(Names(Store("Saves\\valley")), (Strings{"one.sav", "two.sav"}));
+  EXPECT_TRUE(Names(Saves("")).empty());
+  for (const auto& kind : kKinds) {
+    EXPECT_EQ(Tree(Store("activities\\" + kind + "\\valley")), played[kind]) << kind;
+    EXPECT_EQ(Names(WorkingPath(kind)), kind == "activities" ? Strings{"hill.act"} : Strings{});
   }
 
   Load("Valley Line");
-  for (const auto& kind : kinds) EXPECT_EQ(program_.Tree(program_.WorkingPath(kind)), played[kind]) << kind;
-  EXPECT_EQ(program_.Names(program_.GamePath("SAVES\\Quillon-route")), (Strings{"one.sav", "two.sav"}));
+  for (const auto& kind : kKinds) EXPECT_EQ(Kind(kind), played[kind]) << kind;
+  EXPECT_EQ(Names(Saves("")), (Strings{"one.sav", "two.sav"}));
 }
 
 TEST_F(LoadTest, TheNextLoadTakesTheRouteOutFileByFile) {
-  MakeReadOnly(program_.WorkingPath("forest.dat"));
+  MakeReadOnly(WorkingPath("forest.dat"));
   Load("Valley Line");
-  MakeReadOnly(program_.WorkingPath("new\\deep\\a.txt"));
-  MakeReadOnly(program_.WorkingPath("shapes\\ts-bak-signal.s"));
-  Play("textures\\unlisted.ace");
-  for (const char* terrain : {"tiles\\x_e.raw", "tiles\\x.t", "lo_tiles\\x_n.raw", "lo_tiles\\x.t"})
-    Play(terrain);
-  MakeReadOnly(program_.WorkingPath("lo_tiles\\x.t"));
-  Play("tiles\\x.txt");
+  for (const std::string name : {"textures\\unlisted.ace", "tiles\\x.txt", "tiles\\x_e.raw", "tiles\\x.t",
+                                 "lo_tiles\\x_n.raw", "lo_tiles\\x.t"})
+    Play(name);
+  for (const std::string name : {"new\\deep\\a.txt", "shapes\\ts-bak-signal.s", "lo_tiles\\x.t"})
+    MakeReadOnly(WorkingPath(name));
   Load("Hill Line");
   auto expected = defaults_;
   expected["textures\\unlisted.ace"] = expected["tiles\\x.txt"] = "played";
   expected["world\\w.w"] = "world";
   expected["hill.trk"] = "hill";
   expected["activities\\hill.act"] = "activity of hill";
-  EXPECT_EQ(program_.Tree(program_.WorkingPath("")), expected);
+  EXPECT_EQ(Kind(""), expected);
   EXPECT_EQ(List("current.tsl"), (Strings{"world\\w.w", "hill.trk"}));
   EXPECT_EQ(List("default.tsl"), Strings{});
 }
 
 TEST_F(LoadTest, TheLoadedRouteMakesTheRoundTrip) {
   Load("Valley Line");
-  const auto before = program_.Tree(program_.WorkingPath(""));
-  program_.Write(program_.GamePath("SAVES\\Quillon-route\\a.sav"), "saved");
+  Write(Saves("a.sav"), "saved");
   Play("paths\\own.pat");
+  const auto expected = Kind("");
   Load("Valley Line");
-  auto expected = before;
-  expected["paths\\own.pat"] = "played";
-  EXPECT_EQ(program_.Tree(program_.WorkingPath("")), expected);
-  EXPECT_EQ(program_.ReadBytes(program_.GamePath("SAVES\\Quillon-route\\a.sav")), "saved");
+  EXPECT_EQ(Kind(""), expected);
+  EXPECT_EQ(ReadBytes(Saves("a.sav")), "saved");
   EXPECT_EQ(List("default.tsl").size(), 2u);
 }
 
 TEST_F(LoadTest, ARouteThatLeftTheCatalogueIsNotPutAway) {
   Load("Valley Line");
-  program_.Write(program_.GamePath("SAVES\\Quillon-route\\a.sav"), "saved");
+  Write(Saves("a.sav"), "saved");
   Play("paths\\own.pat");
-  program_.Remove(program_.AppPath("routes\\valley.qnz"));
+  Remove(Store("valley.qnz"));
   Load("Hill Line");
-  EXPECT_FALSE(program_.Exists(Store("Saves", "valley")));
-  EXPECT_FALSE(program_.Exists(Store("activities\\paths", "valley")));
-  EXPECT_EQ(program_.Names(program_.GamePath("SAVES\\Quillon-route")), Strings{"a.sav"});
-  EXPECT_FALSE(InWorking("paths\\own.pat"));
-  EXPECT_FALSE(InWorking("valley.trk"));
+  EXPECT_FALSE(Exists(Store("Saves\\valley")) || Exists(Store("activities\\paths\\valley")));
+  EXPECT_EQ(Names(Saves("")), Strings{"a.sav"});
+  EXPECT_FALSE(InWorking("paths\\own.pat") || InWorking("valley.trk"));
   EXPECT_EQ(Working("forest.dat"), "template forest");
 }
 
 TEST_F(LoadTest, BackupsComeBackByTheListAndTheTargetWins) {
-  for (const char* name :
-       {"ts-bak-alone.s", "ts-bak-both.s", "both.s", "ts-bak-old\\ts-bak-moved.s", "unlisted.s"})
+  for (const std::string name : {"ts-bak-alone.s", "ts-bak-both.s", "both.s", "ts-bak-old\\ts-bak-moved.s",
+                                 "unlisted.s", "listed.s", "old\\there.s"})
     Play(name, name);
-  Play("old\\there.s");
-  Play("listed.s");
-  MakeReadOnly(program_.WorkingPath("listed.s"));
+  MakeReadOnly(WorkingPath("listed.s"));
   WriteList("default.tsl",
             {"ts-bak-alone.s", "ts-bak-none.s", "ts-bak-both.s", "ts-bak-old\\ts-bak-moved.s"});
   WriteList("current.tsl", {"none.s", "LISTED.s"});
@@ -237,40 +195,30 @@ TEST_F(LoadTest, BackupsComeBackByTheListAndTheTargetWins) {
   EXPECT_TRUE(InWorking("unlisted.s"));
 }
 
-TEST_F(LoadTest, TwoEntriesOfOneNameChangeNothing) {
-  program_.StoreRoute("twice", "Twice",
-                      {{.name = "R/World/A.w", .data = "first"},
-                       {.name = "R/World/a.W.", .data = "second", .deflated = true}});
-  const auto before = program_.State(program_.WorkingPath(""));
-  EXPECT_EQ(program_.Run("load", "Twice"), 1);
-  EXPECT_EQ(program_.LastError(), 58);
-  EXPECT_EQ(program_.State(program_.WorkingPath("")), before);
-}
-
 TEST_F(LoadTest, LinksInTheActivityFoldersAreNotFollowed) {
-  const fs::path outside = fs::path(program_.Root()) / "outside";
-  program_.Write(outside.string() + "/kept.act", "kept");
+  const std::string outside = Root() + "/outside";
+  Write(outside + "/kept.act", "kept");
   Load("Valley Line");
-  fs::create_directory_symlink(outside, program_.WorkingPath("activities") + "/link");
-  program_.Remove(program_.WorkingPath("paths"));
-  fs::create_directory_symlink(outside, program_.WorkingPath("paths"));
+  fs::create_directory_symlink(outside, WorkingPath("activities") + "/link");
+  Remove(WorkingPath("paths"));
+  fs::create_directory_symlink(outside, WorkingPath("paths"));
   Load("Hill Line");
-  EXPECT_EQ(program_.Tree(outside.string()), (std::map<std::string, std::string>{{"kept.act", "kept"}}));
-  EXPECT_FALSE(fs::is_symlink(program_.WorkingPath("paths")));
+  EXPECT_EQ(Tree(outside), (NamedTexts{{"kept.act", "kept"}}));
+  EXPECT_FALSE(fs::is_symlink(WorkingPath("paths")));
 }
 
 TEST_F(LoadTest, OddNamesOfRoutesAndFilesWork) {
   const std::string zip = "M\xC3\xBChle & S\xC3\xB6hne v1.2", name = "M\xC3\xBChle = [S\xC3\xBC\x64] 100%";
-  program_.StoreRoute(zip, name,
-                      {{.name = "R/W\xC3\x89/\xC3\x84 b.s", .data = "odd", .utf8Flag = true},
-                       {.name = "R/World/w.w", .data = "w"},
-                       {.name = "C:\\R\\Shapes\\drive.s", .data = "drive"}});
+  StoreRoute(zip, name,
+             {{.name = "R/W\xC3\x89/\xC3\x84 b.s", .data = "odd", .utf8Flag = true},
+              Entry("R/World/w.w", "w"),
+              Entry("C:\\R\\Shapes\\drive.s", "drive")});
   Load(name);
   EXPECT_EQ(Working("w\xC3\xA9\\\xC3\xA4 b.s") + Working("shapes\\drive.s"), "odddrive");
-  EXPECT_EQ(program_.Last("main")["lblRouteName"], name);
-  program_.Write(program_.GamePath("SAVES\\Quillon-route\\a.sav"), "saved");
+  EXPECT_EQ(MainTexts({"lblRouteName"}), name);
+  Write(Saves("a.sav"), "saved");
   Load("Hill Line");
-  EXPECT_EQ(program_.Names(Store("Saves", zip)), Strings{"a.sav"});
+  EXPECT_EQ(Names(Store("Saves\\" + zip)), Strings{"a.sav"});
 }
 
 }  // namespace

@@ -1,121 +1,74 @@
 // What a load lays over the files of the route's archive: activities, consists, textures, extras, custom
 // files.
-#include "loading/Materialisation.h"
-
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-#include "headless/HeadlessFrontEnd.h"
-#include "loading/LoadScreen.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {
 namespace {
 
-namespace fs = std::filesystem;
-using Strings = std::vector<std::string>;
-
-class LayersTest : public testing::Test {
+class LayersTest : public ProgramTest {
  protected:
   LayersTest() {
-    EXPECT_EQ(program_.FirstRun(), 0);
-    Store({{.name = "Valley/World/w.w", .data = "world"}});
-    program_.StoreRoute("hill", "Hill Line", {{.name = "Hill/World/h.w", .data = "world"}});
+    EXPECT_EQ(FirstRun(), 0);
+    Store({Entry("Valley/World/w.w", "world")});
+    StoreRoute("hill", "Hill Line", {Entry("Hill/World/h.w", "world")});
   }
 
-  void Store(const std::vector<ZipEntry>& entries) const {
-    program_.StoreRoute("valley", "Valley Line", entries);
-  }
-  void Load(const std::string& name = "Valley Line") {
-    EXPECT_EQ(program_.Run("load", name), 0) << program_.Last("error");
-  }
-  /// Bytes of a file of the working route; empty when it is missing.
-  std::string Working(const std::string& name) const {
-    const std::string path = program_.WorkingPath(name);
-    return program_.Exists(path) ? program_.ReadBytes(path) : "";
-  }
-  void PutInApp(const std::string& name, const std::string& bytes) const {
-    program_.Write(program_.AppPath(name), bytes);
-  }
-  void PutInGame(const std::string& name, const std::string& bytes) const {
-    program_.Write(program_.GamePath(name), bytes);
-  }
+  void Store(const std::vector<ZipEntry>& entries) const { StoreRoute("valley", "Valley Line", entries); }
+  void Load(const std::string& name = "Valley Line") { EXPECT_EQ(Run("load", name), 0) << Last("error"); }
+  void PutInApp(const std::string& name, const std::string& bytes) const { Write(AppPath(name), bytes); }
+  void PutInGame(const std::string& name, const std::string& bytes) const { Write(GamePath(name), bytes); }
 
   const std::string defaults_ = "resources\\Do_Not_Delete!\\misc_info\\default_activities\\";
   const std::string own_ = "routes\\activities\\", custom_ = "routes\\custom\\valley\\";
   const std::string consists_ = "routes\\consists\\valley\\", gameConsists_ = "TRAINS\\CONSISTS\\";
-  TestProgram program_;
 };
 
 TEST_F(LayersTest, OwnActivitiesWinOverTheDefaults) {
   const Strings folders = {"activities\\", "paths\\", "services\\", "traffic\\"};
   for (const auto& folder : folders) {
     PutInApp(defaults_ + folder + "valley\\both.x", "default");
-    fs::permissions(program_.AppPath(defaults_ + folder + "valley\\both.x"), fs::perms(0444));
+    MakeReadOnly(AppPath(defaults_ + folder + "valley\\both.x"));
     PutInApp(defaults_ + folder + "valley\\default.x", "default");
     PutInApp(own_ + folder + "valley\\both.x", "own");
     PutInApp(own_ + folder + "valley\\sub\\inner.x", "own");
   }
-  Load();  // no default activity: the defaults stay away
-  for (const auto& folder : folders) {
-    EXPECT_EQ(Working(folder + "both.x") + Working(folder + "default.x"), "own") << folder;
-    EXPECT_EQ(Working(folder + "sub\\inner.x") + Working(folder + "inner.x"), "") << folder;
+  for (const std::string defaults : {"", "default"}) {
+    Load();  // first without a default activity: the defaults stay away
+    for (const auto& folder : folders) {
+      EXPECT_EQ(Working(folder + "both.x") + Working(folder + "default.x"), "own" + defaults) << folder;
+      EXPECT_EQ(Working(folder + "sub\\inner.x") + Working(folder + "inner.x"), "") << folder;
+    }
+    PutInApp(defaults_ + "activities\\valley\\one.ACT", "default");
   }
-  PutInApp(defaults_ + "activities\\valley\\one.ACT", "default");
-  Load();
-  for (const auto& folder : folders)
-    EXPECT_EQ(Working(folder + "both.x") + Working(folder + "default.x"), "owndefault") << folder;
 }
 
 TEST_F(LayersTest, ConsistsComeOnceAndStay) {
   for (const std::string name : {"New.con", "here.con", "moved.con", "notes.txt"})
     PutInApp(consists_ + name, "of the route");
-  fs::permissions(program_.AppPath(consists_ + "New.con"), fs::perms(0444));
+  MakeReadOnly(AppPath(consists_ + "New.con"));
   PutInGame(gameConsists_ + "HERE.con", "of the game");
   PutInGame(gameConsists_ + "QN-Backed-up-consists\\Moved.con", "moved");
   Load();
-  auto expected = program_.State(program_.GamePath(gameConsists_));
+  EXPECT_TRUE(IsShown("frmCustomConsist"));
+  auto expected = State(GamePath(gameConsists_));
   EXPECT_EQ(expected["New.con"], "file: of the route");  // the read-only mark is gone
   EXPECT_EQ(expected["HERE.con"], "file: of the game");
   EXPECT_EQ(expected.size(), 5u);
   PutInGame(gameConsists_ + "new.con", "changed");
   expected["New.con"] = "file: changed";
-  Load("Hill Line");
-  Load();
-  EXPECT_EQ(program_.State(program_.GamePath(gameConsists_)), expected);
-}
-
-TEST_F(LayersTest, OnlyACopiedConsistIsWorthANotice) {
-  RecordedOutput output;
-  HeadlessFrontEnd frontEnd(output, program_.options);
-  RunningProgram running(program_.App(), frontEnd);
-  SharedState& shared = running.Get().shared;
-  shared.TrainSimPath = program_.Game();
-  LoadScreen progress(running.Get());
-  const auto noticeAfterCopying = [&] {
-    shared.CustomConsistsAdded = false;
-    Materialisation(running.Get(), progress, program_.WorkingPath(""), "valley").CopyConsists();
-    return shared.CustomConsistsAdded;
-  };
-  EXPECT_FALSE(noticeAfterCopying());
-  PutInApp(consists_ + "default.con", "of the route");
-  EXPECT_FALSE(noticeAfterCopying());
-  PutInApp(consists_ + "new.con", "of the route");
-  EXPECT_TRUE(noticeAfterCopying());
-  EXPECT_FALSE(noticeAfterCopying());
+  for (const std::string route : {"Hill Line", "Valley Line"}) {
+    Load(route);
+    EXPECT_FALSE(IsShown("frmCustomConsist")) << "nothing was copied";
+  }
+  EXPECT_EQ(State(GamePath(gameConsists_)), expected);
 }
 
 TEST_F(LayersTest, TheCustomTreeIsMadeOnceAndWhole) {
   Load();
-  const auto tree = program_.State(program_.AppPath(custom_));
-  EXPECT_EQ(tree.size(), 21u);
-  for (const std::string folder :
-       {"ENVFILES/TEXTURES", "Extras", "LO_TILES", "TERRTEX/SNOW", "TEXTURES/WINTERSNOW"})
-    EXPECT_TRUE(tree.contains(folder)) << folder;
-  program_.Remove(program_.AppPath(custom_ + "TEXTURES"));
+  EXPECT_EQ(State(AppPath(custom_)).size(), 21u);
+  Remove(AppPath(custom_ + "TEXTURES"));
   Load();
-  EXPECT_FALSE(program_.Exists(program_.AppPath(custom_ + "TEXTURES")));
+  EXPECT_FALSE(Exists(AppPath(custom_ + "TEXTURES")));
 }
 
 TEST_F(LayersTest, LaterLayersWin) {
@@ -123,12 +76,11 @@ TEST_F(LayersTest, LaterLayersWin) {
   // Stuffed.
   const std::string track = "textures\\acleantrack1.ace", snow = "textures\\snow\\acleantrack1.ace";
   const std::string wall = "textures\\atracktunwall.ace";
-  std::vector<ZipEntry> entries = {{.name = "V\\World\\w.w", .data = "archive"},
-                                   {.name = "V\\Stuffed\\Shapes\\c.s", .data = "Stuffed"}};
+  std::vector<ZipEntry> entries = {Entry("V\\World\\w.w"), Entry("V\\Stuffed\\Shapes\\c.s", "Stuffed"),
+                                   Entry("V\\Custom\\Shapes\\b.s", "Custom"),
+                                   Entry("V\\Custom\\Shapes\\c.s", "Custom")};
   for (const auto& name : Strings{track, snow, wall, "shapes\\a.s"})
-    entries.push_back({.name = "V\\" + name, .data = "archive"});
-  for (const char* name : {"b.s", "c.s"})
-    entries.push_back({.name = std::string("V\\Custom\\Shapes\\") + name, .data = "Custom"});
+    entries.push_back(Entry("V\\" + name, "archive"));
   Store(entries);
   for (const auto& name : Strings{track, snow}) PutInGame("Routes\\USA1\\" + name, "track");
   for (const std::string name :
@@ -157,33 +109,29 @@ TEST_F(LayersTest, CustomAndStuffedAreSpreadOverTheRoute) {
                                   "textures\\autumn\\", "textures\\autumnsnow\\", "textures\\night\\",
                                   "textures\\snow\\",   "textures\\spring\\",     "textures\\springsnow\\",
                                   "textures\\winter\\", "textures\\wintersnow\\"};
-  std::vector<ZipEntry> entries = {{.name = "V/World/w.w", .data = "w"}};
-  std::map<std::string, std::string> spread;
+  std::vector<ZipEntry> entries = {Entry("V/World/w.w", "w")};
+  NamedTexts expected = Tree(WorkingPath(""));
   for (const std::string top : {"custom\\", "stuffed\\"}) {
-    const std::string x = top.substr(0, 1), start = "v\\" + top;
-    for (const std::string end : {".ace", ".s", ".sd", ".pal", ".wav", ".sms", ".txt"})
-      entries.push_back({.name = start + x + end, .data = "top"});
-    for (const std::string end : {".s", ".sd", ".pal"}) spread["shapes\\" + x + end] = "top";
-    for (const std::string end : {".wav", ".sms"}) spread["sound\\" + x + end] = "top";
+    const std::string x = top.substr(0, 1);
+    const auto add = [&](const std::string& name) { entries.push_back(Entry("v\\" + top + name, top)); };
+    for (const std::string end : {".ace", ".s", ".sd", ".pal", ".wav", ".sms", ".txt"}) add(x + end);
+    for (const std::string end : {".s", ".sd", ".pal"}) expected["shapes\\" + x + end] = top;
+    for (const std::string end : {".wav", ".sms"}) expected["sound\\" + x + end] = top;
     for (const auto& folder : textureFolders) {
-      entries.push_back({.name = start + folder + "in" + x + ".any", .data = "inner"});
-      spread[folder + "in" + x + ".any"] = "inner";
-      spread[folder + x + ".ace"] = "top";
+      add(folder + "in" + x + ".any");
+      expected[folder + "in" + x + ".any"] = expected[folder + x + ".ace"] = top;
     }
     for (const std::string name : {"shapes\\in.any", "sound\\in.any", "sound\\in.wav", "root\\in.dat"})
-      entries.push_back({.name = start + name, .data = top});
+      add(name);
   }
-  spread["shapes\\in.any"] = spread["sound\\in.wav"] = spread["in.dat"] = "stuffed\\";
-  const auto before = program_.Tree(program_.WorkingPath(""));
+  expected["shapes\\in.any"] = expected["sound\\in.wav"] = expected["in.dat"] = "stuffed\\";
   Store(entries);
   Load();
   // No list knows of what was spread: it stays when the route goes.
   Load("Hill Line");
-  auto expected = before;
-  expected.insert(spread.begin(), spread.end());
   expected["world\\h.w"] = "world";
   expected["activities\\hill.act"] = "activity of hill";
-  EXPECT_EQ(program_.Tree(program_.WorkingPath("")), expected);
+  EXPECT_EQ(Tree(WorkingPath("")), expected);
 }
 
 }  // namespace

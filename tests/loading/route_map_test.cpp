@@ -1,49 +1,28 @@
 #include "loading/RouteMap.h"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
 
-#include <cstdlib>
-
-#include "core/Files.h"
+#include "tests/world/HostFiles.h"
 #include "tests/world/ZipMaker.h"
 
 namespace quillon {
 namespace {
 
-using Strings = std::vector<std::string>;
-
-struct DeafMeter : CopyMeter {
-  void CopyFoundNothing(std::string_view) override {}
-  void CopyMoved(int) override {}
-};
-
 RouteMap MapOf(const Strings& storedNames) {
-  std::string file = testing::TempDir() + "quillon_XXXXXX";
-  ::close(::mkstemp(file.data()));
+  const TestFolder folder;
   std::vector<ZipEntry> entries;
   for (const auto& name : storedNames)
     entries.push_back({.name = name, .data = name.ends_with('/') ? "" : "x"});
-  MakeZip(file, entries);
-  const auto host = MakeHostFileSystem();
-  Random random(1);
-  DeafMeter meter;
-  Files files(*host, random, meter);
-  ArchiveReader archive(files);
-  archive.InputFile = file;
+  MakeZip(folder.Host("a.zip"), entries);
+  HostFiles host;
+  ArchiveReader archive(host.files);
+  archive.InputFile = folder.Path("a.zip");
   archive.ReadDirectory();
-  const RouteMap map = MapRoute(archive);
-  ::unlink(file.c_str());
-  return map;
+  return MapRoute(archive);
 }
 
-TEST(RouteRoot, FourPassesFindIt) {
-  struct Case {
-    Strings names;
-    std::string prefix;
-  };
-  const std::vector<Case> cases = {
-      {{"MyRoute/World/w.w", "MyRoute/x.trk"}, "myroute\\"},
+TEST(RouteMap, FourPassesFindTheRoot) {
+  const std::vector<std::pair<Strings, std::string>> cases = {
       {{"a/b/Tiles/t.t"}, "a\\b\\"},
       {{"A/World/w.w", "B/Tiles/t.t", "C/Tiles/t.t"}, "b\\"},         // tiles before world, the first of them
       {{"Tiles/t.t", "World/w.w", "Deep/x/TILES/t.t"}, "deep\\x\\"},  // an inner one before one at the top
@@ -55,13 +34,12 @@ TEST(RouteRoot, FourPassesFindIt) {
       {{"R/Tiles/", "S/World/w.w"}, "r\\"},
       {{"R/mytiles/t.t", "tiles.txt"}, ""},
       {{"/R/Tiles/t.t"}, "r\\"},
-      {{"x/y.s"}, ""},
       {{}, ""}};
   for (const auto& [names, prefix] : cases)
     EXPECT_EQ(MapOf(names).RouteRootPrefix, prefix) << testing::PrintToString(names);
 }
 
-TEST(RouteRoot, IsCutOffEveryNameThatHoldsIt) {
+TEST(RouteMap, CutsTheRootOffEveryNameThatHoldsIt) {
   // "xyab\f.s" and "x\ab\g.s" hold the prefix further behind: they are cut from their start all the same.
   const auto map = MapOf({"AB/Tiles/t.t", "Readme.txt", "XYab/f.s", "x/ab/g.s", "AB/Shapes/\x8E.S"});
   EXPECT_EQ(map.lstRouteStrippedPath,

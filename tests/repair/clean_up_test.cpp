@@ -1,166 +1,147 @@
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
-#include "core/Installation.h"
+// The clean-up: the working route made anew, and a catalogue with gaps mended.
 #include "core/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {
 namespace {
 
-namespace fs = std::filesystem;
-using Strings = std::vector<std::string>;
-
-const std::vector<ZipEntry> kValley = {{.name = "V/World/w.w", .data = "world"},
-                                       {.name = "V/forest.dat", .data = "forest of the route"}};
-
-class CleanUpTest : public testing::Test {
+class CleanUpTest : public ProgramTest {
  protected:
-  std::string Misc(const std::string& name) const {
-    return program_.AppPath("resources\\Do_Not_Delete!\\misc_info\\" + name);
+  std::string Misc(const std::string& name) const { return DataPath("misc_info\\" + name); }
+  void StoreValley() const {
+    StoreRoute("valley", "Valley Line",
+               {Entry("V/World/w.w", "world"), Entry("V/forest.dat", "forest of the route")});
   }
-  std::string List(const std::string& name) const {
-    return program_.ReadBytes(program_.AppPath("resources\\Do_Not_Delete!\\" + name));
-  }
-  std::map<std::string, std::string> Working() const { return program_.Tree(program_.WorkingPath("")); }
-  Strings Shown() const { return program_.Texts("show", "screen"); }
   void FirstRunWithValley() {
-    ASSERT_EQ(program_.FirstRun(), 0);
-    program_.StoreRoute("valley", "Valley Line", kValley);
-    ASSERT_EQ(program_.Run("load", "Valley Line"), 0);
+    ASSERT_EQ(FirstRun(), 0);
+    StoreValley();
+    ASSERT_EQ(Run("load", "Valley Line"), 0);
   }
-
-  TestProgram program_;
 };
 
 TEST_F(CleanUpTest, TheFirstRunMakesTheWorkingRoute) {
-  program_.Write(Misc("copyfiles.tsl"),
-                 "Routes\\USA1\\SHAPES\\USA1.s\r\n\r\nRoutes\\JAPAN2\\TERRTEX\\SNOW\\grass.ace\r\n"
-                 "TEMPLATE\\none.dat\r\nRoutes\\EUROPE1\\ssource.dat");
-  program_.Write(program_.GamePath("TEMPLATE\\sub\\never.dat"), "never");
-  program_.Write(program_.GamePath("GLOBAL\\SHAPES\\sub\\never.s"), "never");
-  EXPECT_EQ(program_.FirstRun(), 0);
-  EXPECT_EQ(Shown(), (Strings{"frmMain", "frmWelcome", "frmCleanUp"}));
-
-  const std::map<std::string, std::string> expected = {
+  Write(Misc("copyfiles.tsl"),
+        "Routes\\USA1\\SHAPES\\USA1.s\r\n\r\nRoutes\\JAPAN2\\TERRTEX\\SNOW\\grass.ace\r\n"
+        "TEMPLATE\\none.dat\r\nRoutes\\EUROPE1\\ssource.dat");
+  Write(GamePath("TEMPLATE\\sub\\never.dat"), "never");
+  Write(GamePath("GLOBAL\\SHAPES\\sub\\never.s"), "never");
+  EXPECT_EQ(FirstRun(), 0);
+  EXPECT_EQ(Texts("show", "screen"), (Strings{"frmMain", "frmWelcome", "frmCleanUp"}));
+  const NamedTexts expected = {
       {"forest.dat", "template forest"},    {"sigcfg.dat", "template signals"},
       {"shapes\\signal.s", "global shape"}, {"textures\\signal.ace", "global texture"},
       {"shapes\\usa1.s", "shape of USA1"},  {"terrtex\\snow\\grass.ace", "snow of Japan2"},
       {"ssource.dat", "sounds of Europe1"}};
-  EXPECT_EQ(Working(), expected);
-  EXPECT_TRUE(program_.Exists(program_.GamePath("Routes\\USA1\\SHAPES\\USA1.s")));
-  const auto state = program_.State(program_.WorkingPath(""));
+  EXPECT_EQ(Tree(WorkingPath("")), expected);
+  EXPECT_TRUE(Exists(GamePath("Routes\\USA1\\SHAPES\\USA1.s")));
+  const auto state = State(WorkingPath(""));
   EXPECT_EQ(state.size(), expected.size() + 25);
-  for (const std::string folder :
-       {"ACTIVITIES", "Extras", "LO_TILES", "TERRTEX/SNOW", "TEXTURES/WINTERSNOW", "WORLD"})
+  for (const std::string folder : {"ACTIVITIES", "Extras", "LO_TILES", "TEXTURES/WINTERSNOW", "WORLD"})
     EXPECT_TRUE(state.contains(folder)) << folder;
-  EXPECT_EQ(program_.Ini("routes.ini", "Current", "Loaded"), "No Data!");
-}
+  EXPECT_EQ(Loaded(), "No Data!");
 
-TEST_F(CleanUpTest, TellsWhatItDoes) {
-  program_.FirstRun();
-  EXPECT_EQ(program_.Captions("frmCleanUp"), (Strings{"Optimizing route space...", "Finished!"}));
-  EXPECT_EQ(program_.Texts("text", "text", "frmCleanUp"),
+  EXPECT_EQ(Captions("frmCleanUp"), (Strings{"Optimizing route space...", "Finished!"}));
+  EXPECT_EQ(Texts("text", "text", "frmCleanUp"),
             Strings{"Quillon is now setting up its default files.\r\nThis may take a few minutes..."});
-  EXPECT_EQ(program_.Last("bar")["value"], 5440);
-  EXPECT_EQ(program_.Last("bar")["maximum"], 5440);
-  EXPECT_EQ(program_.Last("colour")["colour"], 49152);
-  // A visit to the route manager lets one process clean up again.
-  program_.Write(program_.WorkingPath("junk.s"), "junk");
-  EXPECT_EQ(program_.Script("clean\nclean\n"), 0);
-  EXPECT_FALSE(program_.Exists(program_.WorkingPath("junk.s")));
-  EXPECT_EQ(program_.Last("bar")["maximum"], 5440);
+  EXPECT_TRUE(Last("bar")["value"] == 5440 && Last("bar")["maximum"] == 5440) << Last("bar");
+  EXPECT_EQ(Last("colour")["colour"], 49152);
 }
 
 TEST_F(CleanUpTest, RebuildsWhateverStandsThere) {
   FirstRunWithValley();
-  const fs::path outside = fs::path(program_.Root()) / "outside";
-  program_.Write(outside.string() + "/kept.s", "kept");
-  fs::create_directory_symlink(outside, program_.WorkingPath("Shapes") + "/link");
-  program_.Write(program_.WorkingPath("shapes\\junk\\fixed.s"), "junk");
-  fs::permissions(program_.WorkingPath("shapes\\junk\\fixed.s"), fs::perms(0444));
-  program_.Write(program_.WorkingPath("paths\\own.pat"), "lost");
-  program_.Write(program_.AppPath("routes\\Saves\\valley\\stale.sav"), "stale");
-  for (const std::string name : {"a.sav", "b.txt"})
-    program_.Write(program_.GamePath("SAVES\\Quillon-route\\" + name), name);
-  const auto store = program_.State(program_.AppPath("routes\\activities"));
+  const std::string outside = Root() + "/outside";
+  Write(outside + "/kept.s", "kept");
+  fs::create_directory_symlink(outside, WorkingPath("Shapes") + "/link");
+  Play("shapes\\junk\\fixed.s");
+  MakeReadOnly(WorkingPath("shapes\\junk\\fixed.s"));
+  Play("paths\\own.pat");
+  Write(AppPath("routes\\Saves\\valley\\stale.sav"), "stale");
+  for (const std::string name : {"a.sav", "b.txt"}) Write(GamePath("SAVES\\Quillon-route\\" + name), name);
+  const auto store = State(AppPath("routes\\activities"));
 
-  EXPECT_EQ(program_.Run("clean"), 0);
-  EXPECT_EQ(program_.Captions("frmCleanUp").back(), "Finished!");
-  const auto rebuilt = Working();
-  EXPECT_FALSE(rebuilt.contains("shapes\\junk\\fixed.s") || rebuilt.contains("world\\w.w"));
-  EXPECT_FALSE(rebuilt.contains("ts-bak-forest.dat") || rebuilt.contains("paths\\own.pat"));
-  EXPECT_EQ(rebuilt.at("forest.dat"), "template forest");
-  EXPECT_EQ(program_.ReadBytes(outside.string() + "/kept.s"), "kept");
-  EXPECT_EQ(program_.Names(program_.AppPath("routes\\Saves\\valley")), Strings{"a.sav"});
-  EXPECT_EQ(program_.State(program_.AppPath("routes\\activities")), store);
-  EXPECT_EQ(List("current.tsl"), program_.ReadBytes(Misc("current.tsl")));
-  EXPECT_EQ(List("default.tsl"), program_.ReadBytes(Misc("default.tsl")));
-  EXPECT_EQ(program_.Ini("routes.ini", "Current", "Loaded"), "No Data!");
-  EXPECT_EQ(program_.Names(program_.GamePath("Quillon_Extras\\EnvFiles")).size(),
-            program_.Names(Misc("env_defaults\\EnvFiles")).size() + 1);  // with the folder of its textures
+  EXPECT_EQ(Run("clean"), 0);
+  EXPECT_EQ(Captions("frmCleanUp").back(), "Finished!");
+  for (const std::string gone :
+       {"shapes\\junk\\fixed.s", "world\\w.w", "ts-bak-forest.dat", "paths\\own.pat"})
+    EXPECT_FALSE(Exists(WorkingPath(gone))) << gone;
+  EXPECT_EQ(Working("forest.dat"), "template forest");
+  EXPECT_EQ(ReadBytes(outside + "/kept.s"), "kept");
+  EXPECT_EQ(Names(AppPath("routes\\Saves\\valley")), Strings{"a.sav"});
+  EXPECT_EQ(State(AppPath("routes\\activities")), store);
+  for (const std::string list : {"current.tsl", "default.tsl"})
+    EXPECT_EQ(ReadBytes(DataPath(list)), ReadBytes(Misc(list))) << list;
+  EXPECT_EQ(Loaded(), "No Data!");
+  EXPECT_EQ(Names(GamePath("Quillon_Extras\\EnvFiles")).size(),
+            Names(Misc("env_defaults\\EnvFiles")).size() + 1);  // with the folder of its textures
 
-  EXPECT_EQ(program_.Run("load", "Valley Line"), 0);
-  EXPECT_EQ(program_.Names(program_.GamePath("SAVES\\Quillon-route")), Strings{"a.sav"});
+  EXPECT_EQ(Run("load", "Valley Line"), 0);
+  EXPECT_EQ(Names(GamePath("SAVES\\Quillon-route")), Strings{"a.sav"});
 }
 
 TEST_F(CleanUpTest, TheWelcomesSecondCleanUpOfAProcessOnlyFinishes) {
-  program_.options.welcomeOk = true;
-  program_.KeepSession();
-  EXPECT_EQ(program_.Run("start"), 0);
-  program_.StoreRoute("valley", "Valley Line", kValley);
-  EXPECT_EQ(program_.Run("pick", "Valley Line"), 0);
-  program_.Remove(program_.WorkingPath("Shapes"));
-  EXPECT_EQ(program_.Run("load"), 3);
-  EXPECT_EQ(program_.Captions("frmCleanUp"), (Strings{"Optimizing route space...", "Finished!"}));
-  EXPECT_FALSE(program_.Exists(program_.WorkingPath("Shapes")));
-  program_.EndSession();
-  EXPECT_EQ(program_.Run("start"), 0);
-  EXPECT_TRUE(program_.Exists(program_.WorkingPath("Shapes")));
+  options.welcomeOk = true;
+  KeepSession();
+  EXPECT_EQ(Run("start"), 0);
+  StoreValley();
+  EXPECT_EQ(Run("pick", "Valley Line"), 0);
+  Remove(WorkingPath("Shapes"));
+  EXPECT_EQ(Run("load"), 3);
+  EXPECT_EQ(Captions("frmCleanUp"), (Strings{"Optimizing route space...", "Finished!"}));
+  EXPECT_FALSE(Exists(WorkingPath("Shapes")));
+  KeepSession(false);
+  EXPECT_EQ(Run("start"), 0);
+  EXPECT_TRUE(Exists(WorkingPath("Shapes")));
+  // A visit to the route manager lets one process clean up again.
+  Play("junk.s");
+  EXPECT_EQ(Script("clean\nclean\n"), 0);
+  EXPECT_FALSE(Exists(WorkingPath("junk.s")));
+  EXPECT_EQ(Last("bar")["maximum"], 5440);
 }
 
 TEST_F(CleanUpTest, MissingMastersAreMissedBeforeTheFirstChange) {
   FirstRunWithValley();
   for (const std::string master : {"copyfiles.tsl", "current.tsl", "default.tsl"}) {
-    const std::string bytes = program_.ReadBytes(Misc(master));
-    program_.Remove(Misc(master));
-    const auto before = program_.State(program_.Root());
-    EXPECT_EQ(program_.Run("clean"), 1);
-    EXPECT_EQ(program_.LastError(), 53);
-    EXPECT_TRUE(EqualNoCase(program_.LastErrorPath(),
-                            program_.App() + "\\resources\\Do_Not_Delete!\\misc_info\\" + master));
-    EXPECT_EQ(program_.State(program_.Root()), before) << master;
-    program_.Write(Misc(master), bytes);
+    const std::string bytes = ReadBytes(Misc(master));
+    Remove(Misc(master));
+    const auto before = State(Root());
+    EXPECT_EQ(Run("clean"), 1);
+    EXPECT_EQ(LastError(), 53);
+    EXPECT_TRUE(EqualNoCase(LastErrorPath(), App() + "\\resources\\Do_Not_Delete!\\misc_info\\" + master));
+    EXPECT_EQ(State(Root()), before) << master;
+    Write(Misc(master), bytes);
   }
 }
 
 TEST_F(CleanUpTest, ACatalogueGapIsMendedByANewIntake) {
-  ASSERT_EQ(program_.FirstRun(), 0);
-  ASSERT_EQ(program_.AddRoute("valley.zip", "Valley Line"), 0);
-  program_.Remove(program_.AppPath("resources\\Do_Not_Delete!\\routes.ini"));
-  EXPECT_EQ(program_.Script("routes\nclean\nroutes\n"), 0);
-  EXPECT_EQ(program_.Texts("row"), (Strings{"There has been an error.  Please run Cleanup.", "Valley Line"}));
-  EXPECT_EQ(program_.Texts("row", "zip"), (Strings{"No Data!", "valley"}));
+  ASSERT_EQ(FirstRun(), 0);
+  ASSERT_EQ(AddRoute("valley.zip", "Valley Line"), 0);
+  Drop("hill.zip", {Entry("route.zip", ZipBytes(RouteEntries("Hill Line")))});
+  ASSERT_EQ(Run("add"), 0);
+  Remove(DataPath("routes.ini"));
+  EXPECT_EQ(Script("routes\nclean\nroutes\n"), 0);
+  const std::string lost = "There has been an error.  Please run Cleanup.";
+  EXPECT_EQ(Texts("row"), (Strings{lost, lost, "Hill Line", "Valley Line"}));
+  EXPECT_EQ(Texts("row", "zip"), (Strings{"No Data!", "No Data!", "Quillon-hill", "valley"}));
   // The steps run inside the intake, and then once more.
-  EXPECT_EQ(program_.Captions("frmCleanUp"),
+  EXPECT_EQ(Captions("frmCleanUp"),
             (Strings{"Optimizing route space...", "Optimizing route space...", "Finished!", "Finished!"}));
-  EXPECT_TRUE(
-      Contains(testing::PrintToString(program_.Captions("frmInitProg")), "Finished adding 1 new route."));
-  EXPECT_TRUE(program_.Names(program_.AppPath("downloaded_routes")).empty());
-  EXPECT_EQ(program_.Names(program_.AppPath("original_zips\\Installed")),
-            (Strings{"installed_info.html", "valley.zip"}));
-  EXPECT_EQ(program_.Run("load", "Valley Line"), 0);
+  EXPECT_EQ(Captions("frmInitProg").back(), "Finished adding 2 new routes.");
+  for (const std::string key : {"ALL:valley.qnz", "ALL:Quillon-hill.qnz"})
+    EXPECT_EQ(Ini("misc_info\\routereport.ini", "All installed", key), "") << key;
+  EXPECT_TRUE(Names(Download("")).empty());
+  EXPECT_EQ(Names(AppPath("original_zips\\Installed")),
+            (Strings{"hill.zip", "installed_info.html", "valley.zip"}));
+  EXPECT_EQ(Run("load", "Valley Line"), 0);
 }
 
 TEST_F(CleanUpTest, AGapWithoutOriginalsLeadsThroughTheIntakeAllTheSame) {
   FirstRunWithValley();
-  program_.Write(program_.WorkingPath("junk.s"), "junk");
-  program_.Remove(program_.AppPath("resources\\Do_Not_Delete!\\routes.ini"));
-  EXPECT_EQ(program_.Script("routes\nclean\nroutes\n"), 0);
-  EXPECT_EQ(program_.Captions("frmCleanUp").size(), 4u);
-  EXPECT_EQ(program_.Texts("row"), Strings(2, "There has been an error.  Please run Cleanup."));
-  EXPECT_FALSE(program_.Exists(program_.WorkingPath("junk.s")));
+  Play("junk.s");
+  Remove(DataPath("routes.ini"));
+  EXPECT_EQ(Script("routes\nclean\nroutes\n"), 0);
+  EXPECT_EQ(Captions("frmCleanUp").size(), 4u);
+  EXPECT_EQ(Texts("row"), Strings(2, "There has been an error.  Please run Cleanup."));
+  EXPECT_FALSE(Exists(WorkingPath("junk.s")));
 }
 
 }  // namespace

@@ -1,13 +1,10 @@
 // The program in a world of its own: a temporary folder with a small game, an application folder and a home.
 #pragma once
 
-#include <cstddef>
-#include <filesystem>
-#include <map>
+#include <gtest/gtest.h>
+
 #include <memory>
-#include <string>
-#include <string_view>
-#include <vector>
+#include <optional>
 
 #include "headless/CommandLine.h"
 #include "headless/Output.h"
@@ -45,8 +42,7 @@ class TestProgram {
   /// Runs the lines as a script, in one session.
   int Script(const std::string& lines);
   /// One session for the commands from now on, as a script has it.
-  void KeepSession();
-  void EndSession();
+  void KeepSession(bool kept = true);
   /// What the installer does, once more.
   void SetUpAgain(bool withGame);
   /// The first start, up to the working route: `start` with the welcome answered by OK.
@@ -58,83 +54,93 @@ class TestProgram {
   /// those of its file.
   void StoreRoute(const std::string& zip, const std::string& displayName,
                   const std::vector<ZipEntry>& entries) const;
+  /// Puts a zip into downloaded_routes.
+  void Drop(const std::string& zipName, const std::vector<ZipEntry>& entries,
+            const ZipShape& shape = {}) const;
 
   // What the last command told.
   const std::vector<Event>& All() const { return output_.events; }
   std::vector<Event> Events(std::string_view kind) const;
   /// One key of every event of a kind, texts only; `screen` when not empty.
-  std::vector<std::string> Texts(std::string_view kind, const char* key = "text",
-                                 std::string_view screen = {}) const;
-  std::vector<std::string> BoxTexts() const { return Texts("box"); }
-  std::vector<std::string> Captions(std::string_view screen = {}) const {
-    return Texts("caption", "text", screen);
-  }
+  Strings Texts(std::string_view kind, const char* key = "text", std::string_view screen = {}) const;
+  Strings BoxTexts() const { return Texts("box"); }
+  Strings Captions(std::string_view screen = {}) const { return Texts("caption", "text", screen); }
+  bool IsShown(std::string_view screen) const { return !Texts("show", "screen", screen).empty(); }
   /// The last event of a kind; an empty object without one.
   Event Last(std::string_view kind) const;
+  /// Keys of the last "main" event with a bar between them.
+  std::string MainTexts(const Strings& keys) const;
   /// The error that ended the command: its number, 0 without one.
-  int LastError() const;
-  std::string LastErrorPath() const;
+  int LastError() const { return Last("error").value("number", 0); }
+  std::string LastErrorPath() const { return Last("error").value("path", ""); }
 
   // Places.
-  std::string Root() const { return root_.string(); }
-  std::string App() const { return (root_ / "app").string(); }
-  std::string Game() const { return (root_ / "game").string(); }
+  const std::string& Root() const { return folder_.Root(); }
+  std::string App() const { return Root() + "/app"; }
+  std::string Game() const { return Root() + "/game"; }
   /// The user's home, and the process's current folder.
-  std::string Home() const { return (root_ / "home").string(); }
-  /// The host path of what lies below the application folder or the game; a missing thing gets the text's
-  /// spelling.
-  std::string AppPath(std::string_view below) const;
-  std::string GamePath(std::string_view below) const;
-  /// The same below the working route.
-  std::string WorkingPath(std::string_view below) const {
-    return GamePath("ROUTES\\Quillon-route\\" + std::string(below));
+  std::string Home() const { return Root() + "/home"; }
+  /// The host path of what lies below a place; a missing thing gets the text's spelling.
+  std::string AppPath(const std::string& below) const { return HostPath(App() + "\\" + below); }
+  std::string GamePath(const std::string& below) const { return HostPath(Game() + "\\" + below); }
+  std::string DataPath(const std::string& below) const {
+    return AppPath("resources\\Do_Not_Delete!\\" + below);
   }
-  std::string Download(std::string_view name) const {
-    return AppPath("downloaded_routes\\" + std::string(name));
+  std::string WorkingPath(const std::string& below) const {
+    return GamePath("ROUTES\\Quillon-route\\" + below);
   }
+  std::string Download(const std::string& zip) const { return AppPath("downloaded_routes\\" + zip); }
+  static std::string HostPath(std::string_view path);
 
   // Files, by host path or by the system's text.
   static bool Exists(std::string_view path);
   static std::string ReadBytes(std::string_view path);
-  /// A file of the game, or any text, as UTF-8.
-  static std::string ReadText(std::string_view path);
   /// Replaces the file; makes its folders.
   static void Write(std::string_view path, std::string_view bytes);
   static void Remove(std::string_view path);
   /// Names in a folder, sorted, in lower case; folders end in "\".
-  static std::vector<std::string> Names(std::string_view folder);
+  static Strings Names(std::string_view folder);
   /// All files below a folder: lower-case relative path with "\", and bytes.
-  static std::map<std::string, std::string> Tree(std::string_view folder);
+  static NamedTexts Tree(std::string_view folder);
   /// All below a folder as it stands: files with bytes and read-only mark, folders and links, by their
   /// spelling.
-  static std::map<std::string, std::string> State(std::string_view folder);
+  static NamedTexts State(std::string_view folder);
+  /// The entries of a zip: lower-case stored name with "\", and bytes.
+  static NamedTexts Unzipped(std::string_view path);
+  /// Puts a file into the working route; its bytes, empty when there is none.
+  void Play(const std::string& below, std::string_view bytes = "played") const {
+    Write(WorkingPath(below), bytes);
+  }
+  std::string Working(const std::string& below) const;
 
-  /// `file` below Do_Not_Delete!, such as "routes.ini" or "misc_info\routereport.ini"; kMissing without the
-  /// value.
-  std::string Ini(std::string_view file, std::string_view section, std::string_view key) const;
-  void SetIni(std::string_view file, std::string_view section, std::string_view key,
-              std::string_view value) const;
-  void DeleteSection(std::string_view file, std::string_view section) const;
-  /// The lines of a section as they stand in the file.
-  std::vector<std::string> IniLines(std::string_view file, std::string_view section) const;
+  // Profiles. `file` lies in Do_Not_Delete!, such as "routes.ini"; kMissing stands for no value.
+  using Key = std::optional<std::string_view>;
+  std::string Ini(const std::string& file, std::string_view section, std::string_view key) const;
+  void SetIni(const std::string& file, std::string_view section, Key key, Key value) const;
+  void DeleteSection(const std::string& file, std::string_view section) const {
+    SetIni(file, section, {}, {});
+  }
+  /// Of the section Current of routes.ini: keys with a bar between them, and what is loaded.
+  std::string Current(const Strings& keys) const;
+  std::string Loaded() const { return Current({"Loaded"}); }
   /// A value of the registry's stand-in, with its type in front, below HKEY_LOCAL_MACHINE.
   std::string RegistryValue(std::string_view key, std::string_view name) const;
 
-  /// Puts a zip into downloaded_routes.
-  void Drop(const std::string& zipName, const std::vector<ZipEntry>& entries,
-            const ZipShape& shape = {}) const;
-  /// The entries of a zip: lower-case stored name with "\", and bytes.
-  static std::map<std::string, std::string> Unzipped(std::string_view path);
-
  private:
   void MakeGame() const;
-  Session& Next();
 
-  std::filesystem::path root_, oldFolder_;
-  std::map<std::string, std::string> oldEnvironment_;
+  const TestFolder folder_;
+  const fs::path oldFolder_;
+  NamedTexts oldEnvironment_;
   RecordedOutput output_;
   std::unique_ptr<Session> session_;
   bool kept_ = false;
+};
+
+/// A test inside a program of its own.
+class ProgramTest : public testing::Test, protected TestProgram {
+ protected:
+  using TestProgram::Run;
 };
 
 /// An ordinary entry, and one that holds a track file.

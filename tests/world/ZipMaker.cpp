@@ -1,8 +1,8 @@
 #include "tests/world/ZipMaker.h"
 
+#include <libdeflate.h>
+
 #include <algorithm>
-#include <fstream>
-#include <stdexcept>
 
 namespace quillon {
 namespace {
@@ -12,15 +12,6 @@ constexpr int kNoon = 12 << 11, kDay = (2002 - 1980) << 9 | 3 << 5 | 2;
 
 void Append(std::string& out, std::uint64_t value, int bytes) {
   for (int i = 0; i < bytes; ++i) out += static_cast<char>(value >> (8 * i));
-}
-
-std::uint32_t Crc(const std::string& data) {
-  std::uint32_t crc = 0xFFFFFFFF;
-  for (const char c : data) {
-    crc ^= static_cast<unsigned char>(c);
-    for (int i = 0; i < 8; ++i) crc = crc >> 1 ^ (crc & 1 ? 0xEDB88320u : 0u);
-  }
-  return ~crc;
 }
 
 /// Deflate's form for data that is not compressed.
@@ -50,53 +41,34 @@ struct Written {
   const ZipEntry& entry;
   std::string name, packed;
   std::uint64_t size, offset;
-
-  bool Big() const { return size >= kIn64; }
 };
 
-/// What the local header and the directory have in common, from "version needed" to the name's length.
-void AppendFacts(std::string& out, const Written& file) {
+/// The entry with its data, or what the directory tells of it.
+void AppendEntry(std::string& out, const Written& file, bool inDirectory) {
   const ZipEntry& entry = file.entry;
+  const bool big = file.size >= kIn64;
   const int method = entry.toldMethod ? entry.toldMethod : entry.deflated ? 8 : 0;
-  Append(out, file.Big() ? 45 : 20, 2);
+  out += inDirectory ? "PK\1\2" : "PK\3\4";
+  if (inDirectory) Append(out, 45, 2);  // made by
+  Append(out, big ? 45 : 20, 2);
   Append(out, (entry.encrypted ? 1 : 0) | (entry.utf8Flag ? 1 << 11 : 0), 2);
   Append(out, static_cast<std::uint64_t>(method), 2);
   Append(out, kNoon, 2);
   Append(out, kDay, 2);
-  Append(out, Crc(entry.data) ^ (entry.badCrc ? 1 : 0), 4);
+  Append(out, libdeflate_crc32(0, entry.data.data(), entry.data.size()) ^ (entry.badCrc ? 1 : 0), 4);
   Append(out, file.packed.size(), 4);
-  Append(out, file.Big() ? kIn64 : file.size, 4);
+  Append(out, big ? kIn64 : file.size, 4);
   Append(out, file.name.size(), 2);
-}
-
-/// The extra field that holds a size of more than 32 bits.
-std::string Extra(const Written& file) {
-  std::string extra;
-  if (!file.Big()) return extra;
-  Append(extra, 1, 2);
-  Append(extra, 8, 2);
-  Append(extra, file.size, 8);
-  return extra;
-}
-
-void AppendLocal(std::string& out, const Written& file) {
-  const std::string extra = Extra(file);
-  out += "PK\3\4";
-  AppendFacts(out, file);
-  Append(out, extra.size(), 2);
-  out += file.name + extra + file.packed;
-}
-
-void AppendDirectoryEntry(std::string& out, const Written& file) {
-  const std::string extra = Extra(file);
-  out += "PK\1\2";
-  Append(out, 45, 2);  // made by
-  AppendFacts(out, file);
-  Append(out, extra.size(), 2);
-  Append(out, 0, 2 + 2 + 2);                        // comment, disk, internal attributes
-  Append(out, file.entry.folder ? 0x10 : 0x20, 4);  // external attributes
-  Append(out, file.offset, 4);
-  out += file.name + extra;
+  Append(out, big ? 2 + 2 + 8 : 0, 2);
+  if (inDirectory) {
+    Append(out, 0, 2 + 2 + 2);                   // comment, disk, internal attributes
+    Append(out, entry.folder ? 0x10 : 0x20, 4);  // external attributes
+    Append(out, file.offset, 4);
+  }
+  out += file.name;
+  if (big) Append(out, 1 | 8 << 16, 2 + 2);
+  if (big) Append(out, file.size, 8);
+  if (!inDirectory) out += file.packed;
 }
 
 }  // namespace
@@ -107,8 +79,8 @@ std::string ZipBytes(const std::vector<ZipEntry>& entries, const ZipShape& shape
   for (const auto& entry : entries) {
     const Written file{entry, entry.name + (entry.folder ? "/" : ""), Packed(entry),
                        entry.toldSize ? entry.toldSize : entry.data.size(), out.size() - base};
-    AppendLocal(out, file);
-    AppendDirectoryEntry(directory, file);
+    AppendEntry(out, file, false);
+    AppendEntry(directory, file, true);
   }
   const std::size_t start = out.size() - base;
   out += directory + "PK\5\6";
@@ -119,13 +91,6 @@ std::string ZipBytes(const std::vector<ZipEntry>& entries, const ZipShape& shape
   Append(out, start + static_cast<std::size_t>(shape.directoryShift), 4);
   Append(out, shape.comment.size(), 2);
   return out + shape.comment;
-}
-
-void WriteBytes(const std::string& hostPath, const std::string& bytes) {
-  std::ofstream file(hostPath, std::ios::binary | std::ios::trunc);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  if (!file) throw std::runtime_error("can't write " + hostPath);
 }
 
 }  // namespace quillon

@@ -6,19 +6,20 @@
 #include <string>
 #include <vector>
 
+#include "tests/world/TestFolder.h"
+
 namespace quillon {
 
 /// One entry. What is told about it need not be true.
 struct ZipEntry {
-  std::string name;        // stored byte for byte: "/" or "\", CP437, bytes that are no UTF-8, anything
-  std::string data;        // unpacked
-  bool folder = false;     // marked as a folder; a "/" is added to the name
-  bool deflated = false;   // method 8, in blocks that hold the data as they are
-  bool utf8Flag = false;   // tells that the name is UTF-8
-  bool encrypted = false;  // tells that a password is needed
-  bool badCrc = false;     // the checksum is another one
-  bool badData =
-      false;  // deflated data that can't be unpacked; stored data of other bytes than the checksum's
+  std::string name;              // stored byte for byte: "/" or "\", CP437, bytes that are no UTF-8, anything
+  std::string data;              // unpacked
+  bool folder = false;           // marked as a folder; a "/" is added to the name
+  bool deflated = false;         // method 8, in blocks that hold the data as they are
+  bool utf8Flag = false;         // tells that the name is UTF-8
+  bool encrypted = false;        // tells that a password is needed
+  bool badCrc = false;           // the checksum is another one
+  bool badData = false;          // deflated: can't be unpacked; stored: other bytes than the checksum's
   std::uint64_t toldSize = 0;    // the size told instead of the data's, when not 0
   std::uint16_t toldMethod = 0;  // the method told instead of the true one, when not 0
 };
@@ -33,11 +34,7 @@ struct ZipShape {
 
 std::string ZipBytes(const std::vector<ZipEntry>& entries, const ZipShape& shape = {});
 
-/// Writes `bytes` to a file, replacing it; its folder exists. For a truncated zip, or garbage, cut or make
-/// the bytes.
-void WriteBytes(const std::string& hostPath, const std::string& bytes);
-
-inline void MakeZip(const std::string& hostPath, const std::vector<ZipEntry>& entries,
+inline void MakeZip(const fs::path& hostPath, const std::vector<ZipEntry>& entries,
                     const ZipShape& shape = {}) {
   WriteBytes(hostPath, ZipBytes(entries, shape));
 }

@@ -1,0 +1,135 @@
+// What the screens cost, for bench/run: each mode is one command.
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+#include <cstdio>
+#include <string>
+
+#include "catalogue/MainScreen.h"
+#include "core/host/Console.h"
+#include "intake/InitProgScreen.h"
+#include "loading/LoadScreen.h"
+#include "screens/DesktopFrontEnd.h"
+
+namespace quillon {
+namespace {
+
+constexpr int kRows = 500;
+
+void WaitUntilPainted(QWidget& window) {
+  QElapsedTimer waited;
+  waited.start();
+  while (!window.windowHandle()->isExposed() && waited.elapsed() < 5000) QApplication::processEvents();
+  QApplication::processEvents();
+}
+
+/// An empty window of the main screen's size: what the toolkit itself takes.
+int Empty() {
+  QWidget window;
+  window.setFixedSize(700, 480);
+  window.show();
+  WaitUntilPainted(window);
+  return 0;
+}
+
+class Desktop {
+ public:
+  explicit Desktop(const std::string& app) : program_(app, frontEnd_) {
+    frontEnd_.Serve(program_);
+    program_.TakeLock();
+  }
+  void Start() { frontEnd_.Start(); }
+
+  DesktopFrontEnd& FrontEnd() { return frontEnd_; }
+  MainScreen& Main() { return dynamic_cast<MainScreen&>(*program_.Screens().Find("frmMain")); }
+  OpenScreens& Screens() { return program_.Screens(); }
+
+ private:
+  DesktopFrontEnd frontEnd_;
+  RunningProgram program_;
+};
+
+int Paint(const std::string& app) {
+  Desktop desktop(app);
+  desktop.Start();
+  WaitUntilPainted(*desktop.FrontEnd().View("frmMain"));
+  return 0;
+}
+
+/// Crosses rows of the open list with the pointer; prints milliseconds a row.
+int Rows(const std::string& app) {
+  Desktop desktop(app);
+  desktop.Start();
+  desktop.FrontEnd().Handle([&] { desktop.Main().btnRouteListClick(); });
+  auto* list = desktop.FrontEnd().View("frmMain")->findChild<HoverList*>("ListRoutes");
+  QElapsedTimer time;
+  time.start();
+  for (int row = 0; row < kRows; ++row) {
+    const QModelIndex index = list->model()->index(row, 0);
+    list->scrollTo(index);
+    const QPointF at = list->visualRect(index).center();
+    QMouseEvent move(QEvent::MouseMove, at, list->viewport()->mapToGlobal(at), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(list->viewport(), &move);
+    QApplication::processEvents();
+  }
+  std::printf("%.3f\n", static_cast<double>(time.nsecsElapsed()) / 1e6 / kRows);
+  return 0;
+}
+
+/// Loads the selected route; prints the longest time between two turns of the event loop, in milliseconds.
+int Load(const std::string& app) {
+  Desktop desktop(app);
+  desktop.Start();
+  desktop.FrontEnd().Handle([&] {
+    desktop.Screens().Show("frmMain");
+    auto& shared = desktop.FrontEnd().TheProgram().shared;
+    Catalogue catalogue(desktop.FrontEnd().TheProgram());
+    shared.LoadZip = catalogue.ReadCurrent("Zip", kNoData);
+    shared.LoadRouteName = catalogue.ReadCurrent("Temp", kNoData);
+    desktop.Screens().Show("frmLoad");
+  });
+  auto* load = dynamic_cast<LoadScreen*>(desktop.Screens().Find("frmLoad"));
+  const bool done = load != nullptr && load->btnOK.enabled;
+  std::printf("%lld\n", static_cast<long long>(desktop.FrontEnd().LongestGap()));
+  return done ? 0 : 1;
+}
+
+/// Takes the downloads in; prints the same.
+int Add(const std::string& app) {
+  Desktop desktop(app);
+  desktop.Start();
+  desktop.FrontEnd().Handle([&] {
+    // The screen after the intake is modal: it is answered as soon as it waits.
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+      auto* intake = dynamic_cast<InitProgScreen*>(desktop.Screens().Find("frmInitProg"));
+      if (intake != nullptr && intake->btnOK.enabled)
+        desktop.FrontEnd().Handle([&] { intake->btnOKClick(); });
+    });
+    answer.start(20);
+    desktop.Screens().Show("frmZipCheck");
+    desktop.Screens().Find("frmZipCheck")->Activate();
+  });
+  std::printf("%lld\n", static_cast<long long>(desktop.FrontEnd().LongestGap()));
+  return 0;
+}
+
+int Run(const std::string& mode, const std::string& app) {
+  if (mode == "empty") return Empty();
+  if (mode == "paint") return Paint(app);
+  if (mode == "rows") return Rows(app);
+  return mode == "add" ? Add(app) : Load(app);
+}
+
+}  // namespace
+}  // namespace quillon
+
+int main(int argc, char** argv) {
+  quillon::PrepareProcess(argc, argv);
+  QApplication application(argc, argv);
+  return argc > 1 ? quillon::Run(argv[1], argc > 2 ? argv[2] : "") : 2;
+}

@@ -1,0 +1,171 @@
+// The route manager, the options, dropped files, places and texts.
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QUrl>
+
+#include "catalogue/OptionsScreen.h"
+#include "core/Text.h"
+#include "intake/RoutesScreen.h"
+#include "screens/Fonts.h"
+#include "screens/Views.h"
+#include "tests/screens/ScreensTest.h"
+
+namespace quillon {
+namespace {
+
+class OtherScreensTest : public ScreensTest {
+ protected:
+  void DropFiles(const char* screen, const std::vector<std::string>& paths) {
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const auto& path : paths) urls << QUrl::fromLocalFile(QString::fromStdString(path));
+    data.setUrls(urls);
+    QDragEnterEvent enter({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&View(screen), &enter);
+    ASSERT_TRUE(enter.isAccepted());
+    QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&View(screen), &drop);
+  }
+};
+
+TEST_F(OtherScreensTest, ThePaneExplainsTheButtonUnderThePointer) {
+  Start();
+  Click("frmMain", "btnManage");
+  const auto& routes = ModelOf<RoutesScreen>("frmRoutes");
+  for (const char* button : {"btnClean", "btnPack", "btnOK"}) {
+    QEvent enter(QEvent::Enter);
+    QApplication::sendEvent(&ButtonOf("frmRoutes", button), &enter);
+  }
+  EXPECT_TRUE(routes.lblInstructHead.text.starts_with("Use Pack Route")) << "OK has no explanation";
+  EXPECT_TRUE(routes.lblInstructMid.text.ends_with("\r\n\r\nFor more info please click 'Help'."));
+}
+
+TEST_F(OtherScreensTest, AddRoutesBlinksUntilSomethingIsClicked) {
+  Start();
+  Click("frmMain", "btnManage");
+  auto& routes = ModelOf<RoutesScreen>("frmRoutes");
+  EXPECT_TRUE(WaitFor([&] { return routes.cmdAddRoutes.picture == "addover"; }, 2000));
+  AnswerBoxes("OK");
+  Click("frmRoutes", "btnCheckup");
+  EXPECT_EQ(routes.cmdAddRoutes.picture, "addoff");
+  EXPECT_FALSE(WaitFor([&] { return routes.cmdAddRoutes.picture == "addover"; }, 1200));
+}
+
+TEST_F(OtherScreensTest, PackRefusesWhatIsNoRoute) {
+  Start();
+  Click("frmMain", "btnManage");
+  auto& routes = ModelOf<RoutesScreen>("frmRoutes");
+  AnswerBoxes("OK");
+  const std::string deep = "|Not a full route!  Pick the actual route folder.";
+  const std::pair<std::string, std::string> cases[] = {
+      {"", ""},
+      {Home(), "Quillon|That is not a route!"},
+      {Game() + "/ROUTES", "Not a route...|You can not pack the whole routes folder!"},
+      {Game() + "\\routes\\USA1", "Not a custom route...|USA1 is not a custom route and can not be packed."},
+      {Game() + "/ROUTES/Quillon-route",
+       "Not a standard route...|This route is used internally by Quillon and can not be packed."},
+      {Game() + "/ROUTES/Mine/Tiles", "Quillon" + deep},
+      {Game() + "/Routes2/foo", "Quillon" + deep},
+  };
+  for (const auto& [folder, box] : cases) {
+    boxes_.clear();
+    frontEnd_.Handle([&] { routes.PackFolderPicked(folder); });
+    EXPECT_EQ(boxes_, box) << folder;
+  }
+}
+
+TEST_F(OtherScreensTest, PackAsksAboutARealRoute) {
+  Start();
+  Click("frmMain", "btnManage");
+  Write(GamePath("ROUTES\\My Route\\my.trk"), "");
+  QTimer::singleShot(0, [&] {
+    EXPECT_EQ(TextOf("frmPackConfirm", "lblRouteName"), "My Route");
+    QTest::keyClick(&View("frmPackConfirm"), Qt::Key_Escape);
+  });
+  frontEnd_.Handle(
+      [&] { ModelOf<RoutesScreen>("frmRoutes").PackFolderPicked(Game() + "/ROUTES/My Route/"); });
+  EXPECT_EQ(program_->Get().shared.PackNameField, "my route");
+  EXPECT_EQ(program_->Get().shared.PackParentField, LowerCase(Game()) + "\\routes");
+  EXPECT_FALSE(IsOpen("frmPackConfirm"));
+}
+
+TEST_F(OtherScreensTest, OptionsKeepWhatWasTyped) {
+  Start();
+  Click("frmMain", "btnOptions");
+  auto& field = Control<QLineEdit>("frmOptions", "txtTSPath");
+  field.selectAll();
+  QTest::keyClicks(&field, QString::fromStdString(Root() + "/nothing"));
+  EXPECT_EQ(TextOf("frmOptions", "lblHint"), "There is no such folder.");
+  AnswerBoxes("OK");
+  Click("frmOptions", "btnOK");
+  EXPECT_EQ(boxes_, "Quillon|Please select the correct Train Simulator folder!");
+  ASSERT_TRUE(IsOpen("frmOptions"));
+  field.selectAll();
+  QTest::keyClicks(&field, QString::fromStdString(Home() + "/"));
+  Click("frmOptions", "chkShortcut");
+  Click("frmOptions", "btnOK");
+  EXPECT_EQ(Ini("tsqn.ini", "TrainSim", "Path"), Home() + "/");
+  EXPECT_EQ(Ini("tsqn.ini", "Shortcut", "State"), "off");
+  EXPECT_TRUE(IsOpen("frmMain"));
+}
+
+TEST_F(OtherScreensTest, DroppedZipsGoToTheDownloads) {
+  Start();
+  Write(Home() + "/new route.ZIP", "a zip");
+  Write(Home() + "/notes.txt", "");
+  AnswerBoxes("OK");
+  DropFiles("frmMain", {Home() + "/new route.ZIP", Home() + "/notes.txt", Home()});
+  EXPECT_NE(boxes_.find("One zip file was put"), std::string::npos) << boxes_;
+  ASSERT_TRUE(Exists(Download("new route.ZIP"))) << boxes_;
+  EXPECT_EQ(ReadBytes(Download("new route.ZIP")), "a zip");
+  EXPECT_NE(boxes_.find("One zip file was put"), std::string::npos) << boxes_;
+  EXPECT_NE(boxes_.find("notes.txt is not a zip file."), std::string::npos) << boxes_;
+  Write(Home() + "/new route.ZIP", "another");
+  boxes_.clear();
+  DropFiles("frmMain", {Home() + "/new route.ZIP"});
+  EXPECT_EQ(ReadBytes(Download("new route.ZIP")), "a zip") << "nothing is replaced";
+  EXPECT_NE(boxes_.find("already"), std::string::npos) << boxes_;
+}
+
+TEST_F(OtherScreensTest, TheWindowComesBackWhereItWas) {
+  Start();
+  View("frmMain").move(40, 60);
+  const QPoint centre = View("frmMain").geometry().center();
+  Click("frmMain", "btnOptions");
+  EXPECT_LT((View("frmOptions").geometry().center() - centre).manhattanLength(), 8);
+  Click("frmOptions", "btnCancel");
+  EXPECT_LT((View("frmMain").geometry().center() - centre).manhattanLength(), 8);
+}
+
+/// Every text of every screen fits its place, also a fifth larger, as on a machine with another face.
+TEST_F(OtherScreensTest, NoTextIsCut) {
+  Start();
+  Program& program = program_->Get();
+  program.shared.PackNameField = "great western main line and its branches";
+  for (const char* screen :
+       {"frmMain", "frmOptions", "frmRoutes", "frmWelcome", "frmNoAct", "frmCleanUpNotice", "frmPackConfirm",
+        "frmCustomConsist", "frmZipCheck", "frmInitProg", "frmCleanUp"}) {
+    const auto model = MakeScreen(program, screen);
+    if (auto* routes = dynamic_cast<RoutesScreen*>(model.get())) routes->Explain("btnClean");
+    const auto view = MakeView(*model, frontEnd_);
+    view->Sync();
+    for (const QLabel* label : view->findChildren<QLabel*>()) {
+      const QRect room = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 2000),
+                                                           Qt::TextWordWrap, label->text());
+      EXPECT_LE(room.height(), label->height()) << screen << " " << label->objectName().toStdString();
+      EXPECT_LE(room.width(), label->width()) << screen << " " << label->objectName().toStdString();
+    }
+    const ScreenLayout layout(screen);
+    for (const PictureButton* button : view->findChildren<PictureButton*>()) {
+      const ControlLayout& place = layout.Of(button->objectName());
+      EXPECT_LE(QFontMetrics(FontOf(place)).horizontalAdvance(place.caption) * 1.2,
+                place.captionRect.width() + 0.0)
+          << screen << " " << place.caption.toStdString();
+      EXPECT_FALSE(button->accessibleName().isEmpty());
+    }
+  }
+}
+
+}  // namespace
+}  // namespace quillon
