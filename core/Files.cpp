@@ -9,6 +9,8 @@ namespace quillon {
 namespace {
 
 constexpr std::size_t kLongestAttributePath = 255;
+constexpr std::uint64_t kBlock = 4096, kMostBytes = ~std::uint64_t{0};
+constexpr std::uint64_t kKilobyte = 1u << 10, kMegabyte = 1u << 20;
 
 /// The first `count` characters, not bytes.
 std::string_view FirstCharacters(std::string_view text, std::size_t count) {
@@ -46,7 +48,19 @@ ErrorNumber NumberOf(FileCode code) {
 }
 
 void RaiseFileError(FileCode code, std::string_view path) {
-  if (code != FileCode::Ok) throw RunTimeError(NumberOf(code), std::string(path));
+  if (code == FileCode::Ok) return;
+  throw RunTimeError(NumberOf(code), std::string(path), code == FileCode::AccessDenied ? kNoPermission : "");
+}
+
+std::uint64_t RoomFor(std::uint64_t size) {
+  return size > kMostBytes - kBlock ? kMostBytes : (size + kBlock - 1) / kBlock * kBlock;
+}
+
+/// A folder is refused like a file without permission.
+void Files::RaiseAboutFile(FileCode code, std::string_view path, const char* denied) {
+  if (code != FileCode::AccessDenied) return RaiseFileError(code, path);
+  throw RunTimeError(NumberOf(code), std::string(path),
+                     IsPathAFolder(path) ? "a folder stands where a file is wanted" : denied);
 }
 
 bool Files::FileExists(std::string_view path) {
@@ -98,7 +112,7 @@ void Files::MakeFolders(std::string_view path) {
 
 void Files::Kill(std::string_view path) {
   if (!HasWildcard(path)) {
-    RaiseFileError(host_.Delete(path), path);
+    RaiseAboutFile(host_.Delete(path), path);
     return;
   }
   const auto names = ListFiles(path);
@@ -115,7 +129,7 @@ void Files::KillIfThere(std::string_view path) {
   std::uint32_t attributes = 0;
   if (host_.GetAttributes(path, attributes) != FileCode::Ok) return;
   if ((attributes & kReadOnly) != 0) SetAttributes(path, kArchive);
-  RaiseFileError(host_.Delete(path), path);
+  RaiseAboutFile(host_.Delete(path), path);
 }
 
 void Files::Rename(std::string_view from, std::string_view to) {
@@ -125,32 +139,43 @@ void Files::Rename(std::string_view from, std::string_view to) {
 
 void Files::FileCopy(std::string_view from, std::string_view to) {
   const FileCode code = host_.Copy(from, to);
-  const bool aboutSource = code == FileCode::FileNotFound || (code != FileCode::Ok && !FileExists(from));
-  RaiseFileError(code, aboutSource ? from : to);
+  if (code == FileCode::Ok) return;
+  ReadAll(from, 0);  // raises when the source is to blame
+  RaiseAboutFile(code, to);
 }
 
 std::string Files::ReadAll(std::string_view path, std::uint64_t limit) {
   std::string bytes;
-  RaiseFileError(host_.Read(path, bytes, limit), path);
+  RaiseAboutFile(host_.Read(path, bytes, limit), path, kNoPermissionToRead);
   return bytes;
 }
 
 void Files::WriteAll(std::string_view path, std::string_view bytes) {
-  RaiseFileError(host_.Replace(path, bytes), path);
+  RaiseAboutFile(host_.Replace(path, bytes), path);
 }
 
 std::uint64_t Files::Size(std::string_view path) {
   std::uint64_t size = 0;
-  RaiseFileError(host_.GetSize(path, size), path);
+  RaiseAboutFile(host_.GetSize(path, size), path, kNoPermissionToRead);
   return size;
 }
 
 void Files::RequireRoom(std::string_view path, std::uint64_t bytes) {
   const std::uint64_t free = host_.FreeSpace(path);
-  if (bytes > free)
-    throw RunTimeError(
-        ErrorNumber::DiskFull, std::string(path),
-        std::to_string(bytes >> 20) + " MB are needed, " + std::to_string(free >> 20) + " MB are free");
+  if (bytes <= free) return;
+  const std::uint64_t unit = bytes < 10 * kMegabyte ? kKilobyte : kMegabyte;
+  const std::string name = unit == kKilobyte ? " KB" : " MB";
+  const std::uint64_t needed = bytes / unit + (bytes % unit != 0);
+  throw RunTimeError(
+      ErrorNumber::DiskFull, std::string(path),
+      std::to_string(needed) + name + " are needed, " + std::to_string(free / unit) + name + " are free");
+}
+
+void Files::RequireWritable(std::string_view path) {
+  std::uint32_t attributes = 0;
+  if (host_.GetAttributes(path, attributes) != FileCode::Ok) return;
+  const bool writable = (attributes & kFolder) != 0 ? host_.MayWrite(path) : (attributes & kReadOnly) == 0;
+  if (!writable) RaiseFileError(FileCode::AccessDenied, path);
 }
 
 void Files::TryCopy(std::string_view from, std::string_view to) { host_.Copy(from, to); }

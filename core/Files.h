@@ -17,8 +17,14 @@ namespace quillon {
 /// The classic number that stands for a failure.
 ErrorNumber NumberOf(FileCode code);
 
-/// Throws the RunTimeError that stands for `code`; nothing for Ok.
+/// Throws the RunTimeError that stands for `code` after an attempt to change something; nothing for Ok.
 void RaiseFileError(FileCode code, std::string_view path);
+
+/// Room to be left beside the files that are counted: for lists, folders, and what is put away.
+inline constexpr std::uint64_t kRoomReserve = 4u << 20;
+
+/// What a file of `size` bytes takes of a disk: whole blocks of 4 KB. Never overflows.
+std::uint64_t RoomFor(std::uint64_t size);
 
 /// Who sees what CopyAllFiles tells of itself, whoever called it.
 class CopyMeter {
@@ -65,6 +71,9 @@ class Files {
   std::uint64_t Size(std::string_view path);
   /// Raises error 61 when fewer than `bytes` are free where `path` lies.
   void RequireRoom(std::string_view path, std::uint64_t bytes);
+  /// Raises error 75 when the file or folder is there and can't be changed. A folder is changed by making and
+  /// removing names in it.
+  void RequireWritable(std::string_view path);
 
   /// Copies, and does not mind a failure.
   void TryCopy(std::string_view from, std::string_view to);
@@ -88,6 +97,7 @@ class Files {
 
  private:
   int DelTreeOf(const std::string& folder);
+  void RaiseAboutFile(FileCode code, std::string_view path, const char* denied = kNoPermission);
 
   FileSystem& host_;
   Random& random_;

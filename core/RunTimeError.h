@@ -27,6 +27,10 @@ enum class ErrorNumber {
 /// The classic text of `number`, such as "File not found".
 const char* ErrorText(ErrorNumber number);
 
+// The reasons of errors that come from a missing permission.
+inline constexpr const char* kNoPermission = "it is read-only or there is no permission to change it";
+inline constexpr const char* kNoPermissionToRead = "there is no permission to read it";
+
 /// A failure that nothing on the way handles: the programs' mains report it and end.
 class RunTimeError : public std::exception {
  public:

@@ -15,6 +15,7 @@ namespace quillon {
 void AddRoutes::Run() {
   const FileSystem::Pass pass(state_.program.files.Host());
   cancelCheckpoint_();
+  RouteRebuilding(state_).FinishLeftOvers();
   if (NothingToAdd()) return;
   RequireMasters();
   RefuseEqualNames();

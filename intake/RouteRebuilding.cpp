@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
 
 namespace quillon {
 namespace {
@@ -17,8 +18,9 @@ constexpr std::array<std::string_view, 15> kSubArchives = {
 // Terrain that the game makes again, and backups, stay out of what is rebuilt.
 constexpr std::array<std::string_view, 3> kLeftOut = {"_e.raw", "_n.raw", ".bk"};
 
-// Tells a work folder of ours from a user's route.
+// Tells a work folder of ours from a user's route; holds the path of the download that it is for.
 const char* const kOwnerMark = "\\quillon-work-folder";
+constexpr std::uint64_t kLongestMark = 4096;
 
 bool IsLeftOut(std::string_view path) {
   return std::any_of(kLeftOut.begin(), kLeftOut.end(),
@@ -31,6 +33,45 @@ ArchiveReader RouteRebuilding::SilentReader() {
   ArchiveReader reader(state_.program.files, [] {});
   reader.OnProgress = [this](const ArchiveReader&) { state_.progress.Yield(); };
   return reader;
+}
+
+void RouteRebuilding::FinishLeftOvers() {
+  Files& files = state_.program.files;
+  state_.program.Step("Finishing what an earlier intake has left");
+  const std::string routes = state_.program.BelowGame("\\routes\\");
+  std::vector<FoundFile> found;
+  files.Host().Find(routes + "Quillon-*", found);
+  for (const auto& entry : found) {
+    const std::string folder = routes + entry.name;
+    const std::string zip = entry.folder() && !entry.link ? ZipOfLeftOver(folder) : "";
+    if (zip.empty()) continue;
+    if (!files.FileExists(state_.Download(zip))) {
+      KeepIfWhole(state_.program.app.DownloadedRoutes() + "\\" + zip + ".tmp", "Quillon-" + zip);
+      KeepIfWhole(folder + "\\Quillon-" + zip + ".zip", zip);
+    }
+    files.DelTree(folder);
+  }
+}
+
+/// The zip name that a work folder was for; empty when the folder is not ours. A route may hold a file called
+/// like the mark.
+std::string RouteRebuilding::ZipOfLeftOver(const std::string& folder) {
+  const std::string downloads = state_.program.app.DownloadedRoutes() + "\\";
+  const bool isWorkingRoute = EqualNoCase(folder, state_.program.BelowGame(kWorkingRoute));
+  if (isWorkingRoute || !state_.program.files.FileExists(folder + kOwnerMark)) return {};
+  const std::string download = state_.program.files.ReadAll(folder + kOwnerMark, kLongestMark);
+  if (!download.starts_with(downloads)) return {};
+  const std::string zip = CutAtLastDot(download.substr(downloads.size()));
+  return IsUsableStem(zip) && FileNameOf(folder).starts_with("Quillon-" + zip) ? zip : "";
+}
+
+void RouteRebuilding::KeepIfWhole(const std::string& left, const std::string& zip) {
+  Files& files = state_.program.files;
+  ArchiveReader reader = SilentReader();
+  reader.InputFile = left;
+  reader.ReadDirectory();
+  if (reader.EntryCount() > 0 && !files.FileExists(state_.Download(zip)))
+    files.Rename(left, state_.Download(zip));
 }
 
 void RouteRebuilding::RebuildInnerZips() {
@@ -61,6 +102,8 @@ void RouteRebuilding::Rebuild(const std::string& zip) {
   state_.progress.Caption("Restructuring " + zip + "...");
   WriteRebuilt(zip);
   SpecialZip = false;
+  // Before the mark goes with the rest: what a crash leaves then is empty.
+  state_.program.files.KillIfThere(InnerZipPath());
   state_.program.files.DelTree(workFolder_);
   // Longer by the bare prefix, which no later pass finds a file for.
   state_.ListofRouteZips.emplace_back("Quillon-");
@@ -90,7 +133,7 @@ void RouteRebuilding::MakeWorkFolder(const std::string& zip) {
     workFolder_ = wanted + "~" + std::to_string(i);
   files.DelTree(workFolder_);
   files.MakeFolders(workFolder_);
-  files.WriteAll(workFolder_ + kOwnerMark, "");
+  files.WriteAll(workFolder_ + kOwnerMark, state_.Download(zip));
 }
 
 void RouteRebuilding::OpenInnerZip() {

@@ -14,6 +14,9 @@ class RouteRebuilding {
   explicit RouteRebuilding(IntakeState& state)
       : state_(state), outer_(state.Reader()), inner_(SilentReader()) {}
 
+  /// Brings what an intake that died while it rebuilt has left to an end: a whole new zip gets the place of
+  /// the download that is gone already, and the work folders go.
+  void FinishLeftOvers();
   /// Rebuilds each zip of ListofRouteZips that holds an inner zip as `Quillon-<zip>.zip` in
   /// `downloaded_routes`.
   void RebuildInnerZips();
@@ -33,6 +36,8 @@ class RouteRebuilding {
   void WriteRebuilt(const std::string& zip);
   void Repack(const std::string& zip);
   bool HasTilesFolder();
+  std::string ZipOfLeftOver(const std::string& folder);
+  void KeepIfWhole(const std::string& left, const std::string& zip);
   void MakeWorkFolder(const std::string& zip);
   std::string InnerZipPath() const { return workFolder_ + "\\" + InsideZip; }
 

@@ -1,5 +1,8 @@
 #include "loading/LoadPreflight.h"
 
+#include <algorithm>
+
+#include "catalogue/Catalogue.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 #include "loading/Materialisation.h"
@@ -11,9 +14,9 @@ void LoadPreflight::Run() {
   ReadLists();
   RefuseImpossiblePaths();
   RefuseTakenBackups();
-  RefuseReadOnlyTargets();
+  RefuseReadOnlyBackups();
   RequireRoom();
-  RequireWritableFolders();
+  RequireWritablePlaces();
 }
 
 void LoadPreflight::RequireFolders() {
@@ -85,51 +88,64 @@ void LoadPreflight::RefuseTakenBackups() {
   }
 }
 
-/// The load clears no attributes of a backup that has lost its place, nor of the track textures.
-void LoadPreflight::RefuseReadOnlyTargets() {
-  const auto refuseReadOnly = [this](const std::string& path) {
-    std::uint32_t attributes = 0;
-    if (files_.Host().GetAttributes(path, attributes) == FileCode::Ok && (attributes & kReadOnly) != 0)
-      throw RunTimeError(ErrorNumber::PathFileAccessError, path, "it is read-only");
-  };
-  for (const auto& backup : lostBackups_) refuseReadOnly(backup);
-  for (const auto& [source, target] : TrackTextures(program_, WorkingRoute))
-    if (files_.FileExists(source) && StandsAfterwards(target)) refuseReadOnly(target);
+/// The load clears no attributes of a backup that has lost its place.
+void LoadPreflight::RefuseReadOnlyBackups() {
+  for (const auto& backup : lostBackups_) files_.RequireWritable(backup);
 }
 
 void LoadPreflight::RequireRoom() {
-  std::uint64_t needed = 0, freed = 0;
+  std::uint64_t needed = kRoomReserve, freed = 0;
   for (const int entry : map_.entries)
-    needed = SaturatedSum(needed, archive_.Entries()[static_cast<std::size_t>(entry)].size);
+    needed = SaturatedSum(needed, RoomFor(archive_.Entries()[static_cast<std::size_t>(entry)].size));
   // Only worth adding up when it is tight.
   if (needed <= files_.Host().FreeSpace(WorkingRoute)) return;
   for (const auto& path : loadedFiles_) {
     std::uint64_t size = 0;
-    if (files_.Host().GetSize(path, size) == FileCode::Ok) freed += size;
+    if (files_.Host().GetSize(path, size) == FileCode::Ok) freed += RoomFor(size);
   }
   files_.RequireRoom(WorkingRoute, needed > freed ? needed - freed : 0);
 }
 
-/// Where the load deletes, renames or makes something, it needs the right to.
-void LoadPreflight::RequireWritableFolders() {
-  std::unordered_set<std::string> folders = {WorkingRoute,
-                                             program_.BelowGame(kSaves),
-                                             program_.BelowGame(kWorkingSaves),
-                                             CutBackslash(program_.app.Saves("")),
-                                             CutBackslash(program_.app.Activities("")),
-                                             CutBackslash(program_.app.Paths("")),
-                                             CutBackslash(program_.app.Services("")),
-                                             CutBackslash(program_.app.Traffic(""))};
-  const auto addFolderOf = [&](const std::string& path) { folders.insert(CutBackslash(FolderOf(path))); };
+/// Where the load deletes, renames, makes or writes something, it needs the right to.
+void LoadPreflight::RequireWritablePlaces() {
+  std::unordered_set<std::string> places = {WorkingRoute, program_.BelowGame(kSaves),
+                                            program_.BelowGame(kWorkingSaves)};
+  // Emptied, or written to, whatever the route brings.
+  for (const std::string folder : {"\\ACTIVITIES", "\\PATHS", "\\SERVICES", "\\TRAFFIC", "\\TILES",
+                                   "\\LO_TILES", "\\TEXTURES", "\\TEXTURES\\SNOW"})
+    places.insert(WorkingRoute + folder);
+  for (auto& place : StoresAndLists()) places.insert(std::move(place));
+  if (BringsNewConsist()) places.insert(CutBackslash(program_.BelowGame(kGameConsists)));
+  const auto addFolderOf = [&](const std::string& path) { places.insert(CutBackslash(FolderOf(path))); };
   for (const auto& path : loadedFiles_) addFolderOf(path);
   for (const auto& path : coveredFiles_) addFolderOf(path);
   std::unordered_set<std::string_view> routeFolders;
   for (const auto& path : map_.lstRouteStrippedPath)
     if (routeFolders.insert(FolderOf(path)).second) addFolderOf(WorkingRoute + "\\" + path);
-  for (const auto& folder : folders)
-    if (files_.IsPathAFolder(folder) && !files_.Host().MayWrite(folder))
-      throw RunTimeError(ErrorNumber::PathFileAccessError, folder,
-                         "there is no permission to change this folder");
+  for (const auto& place : places) files_.RequireWritable(place);
+}
+
+/// The stores' own folders, those of the previous route in them, and the records of what is loaded: a write
+/// to routes.ini that fails is not told.
+std::vector<std::string> LoadPreflight::StoresAndLists() {
+  const Installation& app = program_.app;
+  std::vector<std::string> places = {CutBackslash(FolderOf(app.RoutesIni())), app.RoutesIni(),
+                                     app.CurrentList(), app.DefaultList()};
+  if (!files_.FileExists(app.Custom(program_.shared.LoadZip))) places.push_back(CutBackslash(app.Custom("")));
+  const std::string previous = Catalogue(program_).Loaded();
+  const bool isPutAway = files_.FileExists(app.RouteFile(previous));
+  for (const auto store : {&Installation::Saves, &Installation::Activities, &Installation::Paths,
+                           &Installation::Services, &Installation::Traffic}) {
+    places.push_back(CutBackslash((app.*store)("")));
+    if (isPutAway) places.push_back((app.*store)(previous));
+  }
+  return places;
+}
+
+bool LoadPreflight::BringsNewConsist() {
+  const auto names = files_.ListFiles(program_.app.Consists(program_.shared.LoadZip) + "\\*.con");
+  return std::any_of(names.begin(), names.end(),
+                     [this](const std::string& name) { return IsNewConsist(program_, name); });
 }
 
 }  // namespace quillon

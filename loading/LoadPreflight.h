@@ -24,9 +24,11 @@ class LoadPreflight {
  private:
   void RequireFolders();
   void ReadLists();
-  void RefuseReadOnlyTargets();
+  void RefuseReadOnlyBackups();
   void RequireRoom();
-  void RequireWritableFolders();
+  void RequireWritablePlaces();
+  std::vector<std::string> StoresAndLists();
+  bool BringsNewConsist();
   void RefuseImpossiblePaths();
   void RefuseTakenBackups();
   bool StandsAfterwards(const std::string& path);

@@ -65,31 +65,31 @@ void Materialisation::CopyOwnActivities(const std::string& source, const std::st
   files_.CopyAllFiles(source, destination, "*.*");
 }
 
+bool IsNewConsist(const Program& program, const std::string& name) {
+  return !program.files.FileExists(program.BelowGame(kGameConsists) + name) &&
+         !program.files.FileExists(program.BelowGame(kBackedUpConsists) + name);
+}
+
 void Materialisation::CopyConsists() {
   const std::string source = program_.app.Consists(LoadZip) + "\\";
   for (const auto& name : files_.ListFiles(source + "*.con")) {
-    const std::string target = program_.BelowGame(kGameConsists) + name;
-    if (files_.FileExists(target) || files_.FileExists(program_.BelowGame(kBackedUpConsists) + name))
-      continue;
+    if (!IsNewConsist(program_, name)) continue;
     program_.shared.CustomConsistsAdded = true;
     files_.SetAttributes(source + name, kArchive);
-    files_.FileCopy(source + name, target);
+    files_.FileCopy(source + name, program_.BelowGame(kGameConsists) + name);
   }
 }
 
-std::vector<std::pair<std::string, std::string>> TrackTextures(const Program& program,
-                                                               const std::string& workingRoute) {
-  std::vector<std::pair<std::string, std::string>> copies;
+void Materialisation::CopyTrackTextures() {
   for (const std::string folder : {"\\Textures\\", "\\Textures\\Snow\\"})
     for (const std::string name : {"ACleanTrack1.ace", "ACleanTrack2.ace", "ACleanTrackBase.ace",
-                                   "ATrackTunFloor.ace", "ATrackTunWall.ace"})
-      copies.emplace_back(program.BelowGame("\\Routes\\USA1") + folder + name, workingRoute + folder + name);
-  return copies;
-}
-
-void Materialisation::CopyTrackTextures() {
-  for (const auto& [source, target] : TrackTextures(program_, WorkingRoute))
-    if (files_.FileExists(source)) files_.FileCopy(source, target);
+                                   "ATrackTunFloor.ace", "ATrackTunWall.ace"}) {
+      const std::string source = program_.BelowGame("\\Routes\\USA1") + folder + name;
+      if (!files_.FileExists(source)) continue;
+      // Games from a disc are read-only, and so are the copies of their files.
+      files_.SetAttributes(InRoute(folder + name), kArchive);
+      files_.FileCopy(source, InRoute(folder + name));
+    }
 }
 
 void Materialisation::CopyExtras() {

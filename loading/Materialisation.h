@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "core/Program.h"
 #include "core/Progress.h"
@@ -52,8 +51,7 @@ class Materialisation {
 /// The name under which a covered default file is kept; `strippedPath` is its path below the route.
 std::string BackupPath(std::string_view workingRoute, std::string_view strippedPath);
 
-/// Source and target of each track texture that a load copies.
-std::vector<std::pair<std::string, std::string>> TrackTextures(const Program& program,
-                                                               const std::string& workingRoute);
+/// True for a consist that the game has neither in use nor set aside: only such are copied.
+bool IsNewConsist(const Program& program, const std::string& name);
 
 }  // namespace quillon

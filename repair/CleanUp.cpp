@@ -1,5 +1,6 @@
 #include "repair/CleanUp.h"
 
+#include <algorithm>
 #include <array>
 
 #include "catalogue/Saves.h"
@@ -8,7 +9,8 @@
 namespace quillon {
 namespace {
 
-constexpr int kBarMaximum = 5440;  // whatever copyfiles.tsl holds
+constexpr int kBarMaximum = 5440;                 // whatever copyfiles.tsl holds
+constexpr std::uint64_t kAmpleRoom = 2ull << 30;  // more than a whole game comes to
 
 /// Where a default file goes: the game's folder in front of it becomes the working route.
 std::string DestinationOf(const std::string& line) {
@@ -25,6 +27,8 @@ void CleanUp::Run() {
   const FileSystem::Pass pass(files_.Host());
   program_.shared.ReturnToCleanUp = false;
   RequireSources();
+  RequireWritablePlaces();
+  RequireRoom();
   RemoveWorkingRoute();
   MakeFolders();
   progress_.Maximum(kBarMaximum);
@@ -46,6 +50,60 @@ void CleanUp::RequireSources() {
   for (const auto& file :
        {program_.app.CopyFilesList(), masters + "\\current.tsl", masters + "\\default.tsl"})
     if (!files_.FileExists(file)) throw RunTimeError(ErrorNumber::FileNotFound, file);
+}
+
+void CleanUp::RequireWritablePlaces() {
+  const Installation& app = program_.app;
+  std::vector<std::string> places = {program_.BelowGame("\\ROUTES"), CutBackslash(FolderOf(app.RoutesIni())),
+                                     app.RoutesIni(), app.CurrentList(), app.DefaultList()};
+  if (const std::string loaded = catalogue_.Loaded(); loaded != kNoData)
+    for (auto& place : {CutBackslash(app.Saves("")), app.Saves(loaded), program_.BelowGame(kWorkingSaves)})
+      places.push_back(place);
+  for (const auto& place : places) files_.RequireWritable(place);
+  const std::string route = program_.BelowGame(kWorkingRoute);
+  roomIsTight_ = files_.Host().FreeSpace(route) < kAmpleRoom;
+  // A link goes as itself, and a file is refused when the folders are made.
+  std::vector<FoundFile> self;
+  if (files_.Host().Find(route, self) == FileCode::Ok && self.front().folder() && !self.front().link)
+    RequireRemovable(route);
+}
+
+/// An empty folder goes without being changed.
+void CleanUp::RequireRemovable(const std::string& folder) {
+  std::vector<FoundFile> found;
+  RaiseFileError(files_.Host().Find(folder + "\\*.*", found), folder);
+  if (std::any_of(found.begin(), found.end(), [](const FoundFile& entry) { return !entry.dots(); }))
+    files_.RequireWritable(folder);
+  for (const auto& entry : found) {
+    if (entry.dots() || entry.link) continue;
+    const std::string path = folder + "\\" + entry.name;
+    if (entry.folder())
+      RequireRemovable(path);
+    else if (roomIsTight_)
+      roomFreed_ += RoomFor(files_.Size(path));
+  }
+}
+
+void CleanUp::RequireRoom() {
+  if (!roomIsTight_) return;
+  const std::uint64_t needed = RoomNeeded() + kRoomReserve;
+  files_.RequireRoom(program_.BelowGame(kWorkingRoute), needed > roomFreed_ ? needed - roomFreed_ : 0);
+}
+
+/// Copies that fail in silence count, too.
+std::uint64_t CleanUp::RoomNeeded() {
+  std::uint64_t needed = 0;
+  const auto add = [&](const std::string& path) {
+    std::uint64_t size = 0;
+    if (files_.Host().GetSize(path, size) == FileCode::Ok) needed += RoomFor(size);
+  };
+  for (const auto& folder :
+       {program_.BelowGame("\\TEMPLATE\\"), program_.BelowGame("\\Global\\Shapes\\"),
+        program_.BelowGame("\\Global\\Textures\\"), program_.BelowGame(kWorkingSaves) + "\\"})
+    for (const auto& name : files_.ListFiles(folder + "*.*")) add(folder + name);
+  for (const auto& line : Lines(files_.ReadAll(program_.app.CopyFilesList())))
+    if (!line.empty()) add(program_.shared.TrainSimPath + "\\" + line);
+  return needed;
 }
 
 void CleanUp::RemoveWorkingRoute() {

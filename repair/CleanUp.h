@@ -16,6 +16,10 @@ class CleanUp {
 
  private:
   void RequireSources();
+  void RequireWritablePlaces();
+  void RequireRemovable(const std::string& folder);
+  void RequireRoom();
+  std::uint64_t RoomNeeded();
   void RemoveWorkingRoute();
   void MakeFolders();
   void CopyGameFolders();
@@ -27,6 +31,8 @@ class CleanUp {
   Files& files_;
   Progress& progress_;
   Catalogue catalogue_;
+  bool roomIsTight_ = false;
+  std::uint64_t roomFreed_ = 0;  // bytes that the working route gives back; only counted when room is tight
 };
 
 }  // namespace quillon

@@ -13,19 +13,23 @@ std::string ErrorLine(const Program& program, const RunTimeError& error) {
 
 std::string Advice(const RunTimeError& error) {
   const std::string path = UpperCase(error.path());
-  if (error.number() == static_cast<int>(ErrorNumber::DiskFull))
-    return "Make room on the disk and try again.";
-  if (Contains(path, "MISC_INFO") || Contains(path, "QNNOIMAGE"))
+  const auto is = [&](ErrorNumber number) { return error.number() == static_cast<int>(number); };
+  const bool missing = is(ErrorNumber::FileNotFound) || is(ErrorNumber::PathNotFound);
+  if (is(ErrorNumber::DiskFull)) return "Make room on the disk and try again.";
+  if (error.reason() == kNoPermission || error.reason() == kNoPermissionToRead)
+    return "Take the read-only mark off it, or get the right to change it and its folder, and try again.";
+  if (missing && (Contains(path, "MISC_INFO") || Contains(path, "QNNOIMAGE")))
     return "A delivered file is missing: run 'quillon setup' to lay it again.";
+  // A load may have stopped halfway.
+  if (path.ends_with(".QNZ") && (missing || is(ErrorNumber::InvalidFileFormat)))
+    return "Run Clean in the route manager ('quillon clean') first, and then add the route's zip again.";
   if (Contains(path, "\\DOWNLOADED_ROUTES\\") || Contains(path, "\\ROUTE_PICS\\") ||
       Contains(path, "\\ROUTE_INFO\\"))
     return "Take that zip out of downloaded_routes and add the others; its original may be mended or "
            "downloaded again.";
   if (Contains(path, "QUILLON-ROUTE"))
     return "Close Train Simulator and try again; Clean in the route manager ('quillon clean') rebuilds the "
-           "working "
-           "route.";
-  if (path.ends_with(".QNZ")) return "The route file is damaged: add its zip again.";
+           "working route.";
   return "Mend what is said above and try again.";
 }
 

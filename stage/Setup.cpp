@@ -19,10 +19,12 @@ void LayTree(Files& files, const std::string& source, const std::string& target)
   for (const auto& entry : found) {
     if (entry.dots()) continue;
     const std::string from = source + "\\" + entry.name, to = target + "\\" + entry.name;
-    if (entry.folder())
+    if (entry.folder()) {
       LayTree(files, from, to);
-    else if (!files.FileExists(to))
+    } else if (!files.FileExists(to)) {
       files.FileCopy(from, to);
+      files.SetAttributes(to, kArchive);  // packages may deliver read-only files
+    }
   }
 }
 

@@ -71,6 +71,14 @@ std::vector<ArchiveWriter::Item> ArchiveWriter::LiveItems() const {
   return live;
 }
 
+std::unique_ptr<ZipFile> ArchiveWriter::Opened(const std::string& path) {
+  try {
+    return std::make_unique<ZipFile>(files_.Host().HostPath(path));
+  } catch (const Damage& damage) {
+    throw RunTimeError(ErrorNumber::InvalidFileFormat, path, damage.reason);
+  }
+}
+
 void ArchiveWriter::Zip() {
   const std::vector<Item> items = LiveItems();
   bytesDone_ = bytesToDo_ = 0;
@@ -97,7 +105,7 @@ void ArchiveWriter::Zip() {
   for (const auto& item : items) {
     if (item.index >= 0) {
       auto& archive = archives[item.path];
-      if (!archive) archive = std::make_unique<ZipFile>(files_.Host().HostPath(item.path));
+      if (!archive) archive = Opened(item.path);
       const auto index = static_cast<std::size_t>(item.index);
       builder.AddFrom(item.storedName, archive->Handle(), index, archive->Entries()[index].method);
     } else if (item.size > kPackWholeLimit) {

@@ -62,6 +62,7 @@ class ArchiveWriter {
   void Add(Item item);
   std::string StoredName(std::string_view path) const;
   std::vector<Item> LiveItems() const;
+  std::unique_ptr<ZipFile> Opened(const std::string& path);
 
   Files& files_;
   std::string baseFolder_;

@@ -18,6 +18,15 @@ constexpr auto kIdleInterval = std::chrono::milliseconds(40);
 
 unsigned WorkerCount() { return std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads); }
 
+void StartWorkers(std::vector<std::thread>& threads, unsigned count, const std::function<void()>& work) {
+  threads.reserve(count);
+  try {
+    while (threads.size() < count) threads.emplace_back(work);
+  } catch (const std::exception&) {
+    // Those that run do it all. None of them may be left behind by an exception.
+  }
+}
+
 ExtractPool::ExtractPool(std::string archiveHostPath, std::string archivePath,
                          const std::vector<ArchiveEntry>& entries, unsigned threads,
                          std::function<void(const ExtractJob&, const Damage&)> damaged,
@@ -27,8 +36,8 @@ ExtractPool::ExtractPool(std::string archiveHostPath, std::string archivePath,
       entries_(entries),
       damaged_(std::move(damaged)),
       idle_(std::move(idle)) {
-  if (threads == 0) ownZip_ = std::make_unique<ZipFile>(archiveHostPath_, entries_);
-  for (unsigned i = 0; i < threads; ++i) threads_.emplace_back([this] { Work(); });
+  StartWorkers(threads_, threads, [this] { Work(); });
+  if (threads_.empty()) ownZip_ = std::make_unique<ZipFile>(archiveHostPath_, entries_);
 }
 
 ExtractPool::~ExtractPool() {
@@ -99,24 +108,31 @@ void ExtractPool::Work() {
     ++busy_;
     lock.unlock();
     std::exception_ptr failure;
-    std::unique_ptr<Damage> damage;
     try {
       if (!zip) zip = std::make_unique<ZipFile>(archiveHostPath_, entries_);
       Do(*zip, job);
-    } catch (const Damage& found) {
-      damage = std::make_unique<Damage>(found);
     } catch (...) {
       failure = std::current_exception();
     }
     lock.lock();
     --busy_;
-    if (damage) damages_.emplace_back(job, *damage);
-    if (failure && !failure_) {
-      failure_ = failure;
-      jobs_.clear();
-    }
+    if (failure) Record(job, failure);
     // The caller sleeps until half of a full queue is done, or all of it.
     if (waiting_ && (failure_ || jobs_.size() <= kQueueLength / 2)) jobDone_.notify_one();
+  }
+}
+
+/// Damage is told of and passed over; all else ends the work.
+void ExtractPool::Record(const ExtractJob& job, const std::exception_ptr& outcome) {
+  try {
+    try {
+      std::rethrow_exception(outcome);
+    } catch (const Damage& damage) {
+      damages_.emplace_back(job, damage);
+    }
+  } catch (...) {
+    if (!failure_) failure_ = std::current_exception();
+    jobs_.clear();
   }
 }
 

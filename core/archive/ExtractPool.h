@@ -26,7 +26,7 @@ struct ExtractJob {
 /// Worker threads over one archive. A job's file is complete or, after a failure, absent.
 class ExtractPool {
  public:
-  /// `archive` and `entries` outlive the pool. `threads` may be 0: then Put does the work itself. `damaged`
+  /// `archive` and `entries` outlive the pool. Without `threads` Put does the work itself. `damaged`
   /// hears of entries that can't be unpacked, on the caller's thread; `idle` is called while the caller
   /// waits.
   ExtractPool(std::string archiveHostPath, std::string archivePath, const std::vector<ArchiveEntry>& entries,
@@ -45,6 +45,7 @@ class ExtractPool {
  private:
   bool QueueIsFull();
   void Work();
+  void Record(const ExtractJob& job, const std::exception_ptr& outcome);
   void Do(ZipFile& zip, const ExtractJob& job);
   void WaitFor(const std::function<bool()>& ready);
   void TellDamages(std::unique_lock<std::mutex>& lock);
@@ -68,5 +69,8 @@ class ExtractPool {
 
 /// Worker threads that suit this machine.
 unsigned WorkerCount();
+
+/// Starts `count` threads, or as many as the machine gives; perhaps none. `threads` is empty.
+void StartWorkers(std::vector<std::thread>& threads, unsigned count, const std::function<void()>& work);
 
 }  // namespace quillon

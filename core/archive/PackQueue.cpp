@@ -4,9 +4,11 @@
 
 #include <chrono>
 #include <memory>
+#include <new>
 #include <utility>
 
 #include "core/RunTimeError.h"
+#include "core/archive/ExtractPool.h"
 #include "core/host/RawFile.h"
 
 namespace quillon {
@@ -21,6 +23,13 @@ struct FreeCompressor {
   void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
 };
 
+libdeflate_compressor* Compressor() {
+  thread_local const std::unique_ptr<libdeflate_compressor, FreeCompressor> instance(
+      libdeflate_alloc_compressor(kLevel));
+  if (!instance) throw std::bad_alloc();
+  return instance.get();
+}
+
 std::string ReadWhole(const PackQueue::Source& source) {
   const RawInput file(source.hostPath);
   if (!file.IsOpen()) throw RunTimeError(ErrorNumber::PathFileAccessError, source.path, "it can't be opened");
@@ -29,7 +38,8 @@ std::string ReadWhole(const PackQueue::Source& source) {
   return bytes;
 }
 
-PackedFile Pack(libdeflate_compressor* compressor, const PackQueue::Source& source) {
+PackedFile Pack(const PackQueue::Source& source) {
+  libdeflate_compressor* const compressor = Compressor();
   const std::string bytes = ReadWhole(source);
   PackedFile packed;
   packed.size = bytes.size();
@@ -45,7 +55,7 @@ PackedFile Pack(libdeflate_compressor* compressor, const PackQueue::Source& sour
 
 PackQueue::PackQueue(std::vector<Source> sources, unsigned threads, std::function<void()> idle)
     : sources_(std::move(sources)), idle_(std::move(idle)), slots_(sources_.size()) {
-  for (unsigned i = 0; i < threads; ++i) threads_.emplace_back([this] { Work(); });
+  StartWorkers(threads_, threads, [this] { Work(); });
 }
 
 PackQueue::~PackQueue() {
@@ -58,8 +68,6 @@ PackQueue::~PackQueue() {
 }
 
 void PackQueue::Work() {
-  const std::unique_ptr<libdeflate_compressor, FreeCompressor> compressor(
-      libdeflate_alloc_compressor(kLevel));
   std::unique_lock lock(mutex_);
   for (;;) {
     // The file that is waited for is always packed, however much lies ahead.
@@ -73,7 +81,7 @@ void PackQueue::Work() {
     lock.unlock();
     Slot slot;
     try {
-      slot.packed = Pack(compressor.get(), sources_[mine]);
+      slot.packed = Pack(sources_[mine]);
     } catch (...) {
       slot.failure = std::current_exception();
     }
@@ -85,6 +93,7 @@ void PackQueue::Work() {
 }
 
 PackedFile PackQueue::Take(std::size_t index) {
+  if (threads_.empty()) return Pack(sources_[index]);
   std::unique_lock lock(mutex_);
   while (!slots_[index].ready) {
     if (ready_.wait_for(lock, kIdleInterval) == std::cv_status::timeout) {

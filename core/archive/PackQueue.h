@@ -28,6 +28,7 @@ class PackQueue {
     std::uint64_t size = 0;
   };
 
+  /// Without `threads` Take does the work itself.
   PackQueue(std::vector<Source> sources, unsigned threads, std::function<void()> idle);
   ~PackQueue();
 

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "core/Files.h"
+#include "core/archive/ZipFile.h"
 
 namespace quillon {
 namespace {
@@ -87,8 +88,10 @@ ZipBuilder::ZipBuilder(std::string hostPath, std::string path)
   zip_error_t error;
   zip_error_init(&error);
   zip_source_t* target = zip_source_function_create(WriteOutput, output_.get(), &error);
-  zip_ = zip_open_from_source(target, ZIP_CREATE | ZIP_TRUNCATE, &error);
-  if (zip_ == nullptr) Fail();
+  if (target != nullptr) zip_ = zip_open_from_source(target, ZIP_CREATE | ZIP_TRUNCATE, &error);
+  if (zip_ != nullptr) return;
+  RequireMemory(&error);
+  Fail();
 }
 
 ZipBuilder::~ZipBuilder() {
@@ -98,6 +101,7 @@ ZipBuilder::~ZipBuilder() {
 void ZipBuilder::Fail() {
   if (failure_) std::rethrow_exception(failure_);
   RaiseFileError(output_->code, path_);
+  if (zip_ != nullptr) RequireMemory(zip_get_error(zip_));
   throw RunTimeError(ErrorNumber::DeviceIoError, path_,
                      zip_ ? zip_strerror(zip_) : "the archive can't be made");
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 #include <utility>
 
 #include "core/archive/ArchiveNames.h"
@@ -23,6 +24,7 @@ struct FreeDecompressor {
 libdeflate_decompressor* Decompressor() {
   thread_local const std::unique_ptr<libdeflate_decompressor, FreeDecompressor> instance(
       libdeflate_alloc_decompressor());
+  if (!instance) throw std::bad_alloc();
   return instance.get();
 }
 
@@ -44,6 +46,11 @@ std::size_t CharacterCount(std::string_view utf8) {
   throw Damage{"the data of " + entry.name + " are damaged"};
 }
 
+[[noreturn]] void Broken(const ArchiveEntry& entry, const zip_error_t* error) {
+  RequireMemory(error);
+  Broken(entry);
+}
+
 /// A buffer only grows: filling it anew for each entry would cost as much as unpacking.
 void MakeRoom(std::string& buffer, std::uint64_t size) {
   if (buffer.size() < size) buffer.resize(size);
@@ -53,12 +60,16 @@ void ReadExactly(zip_file_t* file, const ArchiveEntry& entry, char* bytes, std::
   std::uint64_t done = 0;
   while (done < size) {
     const auto count = zip_fread(file, bytes + done, size - done);
-    if (count <= 0) Broken(entry);
+    if (count <= 0) Broken(entry, zip_file_get_error(file));
     done += static_cast<std::size_t>(count);
   }
 }
 
 }  // namespace
+
+void RequireMemory(const zip_error_t* error) {
+  if (zip_error_code_zip(error) == ZIP_ER_MEMORY) throw std::bad_alloc();
+}
 
 ZipFile::ZipFile(std::string hostPath) : hostPath_(std::move(hostPath)), entries_(ownEntries_) {
   Open();
@@ -73,13 +84,14 @@ ZipFile::ZipFile(std::string hostPath, const std::vector<ArchiveEntry>& knownEnt
 void ZipFile::Open() {
   zip_error_t error;
   zip_error_init(&error);
+  const std::unique_ptr<zip_error_t, decltype(&zip_error_fini)> freed(&error, &zip_error_fini);
   // The source belongs to the archive once that is open.
   zip_source_t* source = zip_source_file_create(hostPath_.c_str(), StubBytes(hostPath_), -1, &error);
   if (source != nullptr) zip_.reset(zip_open_from_source(source, ZIP_RDONLY, &error));
   if (source != nullptr && !zip_) zip_source_free(source);
-  const std::string text = zip_error_strerror(&error);
-  zip_error_fini(&error);
-  if (!zip_) throw Damage{"it can't be read as a zip archive (" + text + ")"};
+  if (zip_) return;
+  RequireMemory(&error);
+  throw Damage{std::string("it can't be read as a zip archive (") + zip_error_strerror(&error) + ")"};
 }
 
 void ZipFile::ReadEntries() {
@@ -88,8 +100,10 @@ void ZipFile::ReadEntries() {
   for (zip_int64_t i = 0; i < count; ++i) {
     zip_stat_t stat;
     const auto index = static_cast<zip_uint64_t>(i);
-    if (zip_stat_index(zip_.get(), index, ZIP_FL_ENC_STRICT, &stat) != 0 || stat.name == nullptr)
+    if (zip_stat_index(zip_.get(), index, ZIP_FL_ENC_STRICT, &stat) != 0 || stat.name == nullptr) {
+      RequireMemory(zip_get_error(zip_.get()));
       throw Damage{"its directory is broken"};
+    }
     ArchiveEntry entry;
     entry.name = NormalStoredName(stat.name);
     // Decoding turns control characters, zeros among them, into pictures: look at the bytes, too.
@@ -114,7 +128,7 @@ void ZipFile::Unpack(std::size_t index, const Sink& sink) {
   const bool whole = entry.size <= kWholeLimit && entry.packedSize <= kWholeLimit + kWholeLimit / 8 &&
                      (entry.method == ZIP_CM_STORE || entry.method == ZIP_CM_DEFLATE);
   const EntryFile file(zip_fopen_index(zip_.get(), index, whole ? ZIP_FL_COMPRESSED : 0));
-  if (!file) Broken(entry);
+  if (!file) Broken(entry, zip_get_error(zip_.get()));
   whole ? UnpackWhole(entry, file.get(), sink) : UnpackStream(entry, file.get(), sink);
 }
 
@@ -139,7 +153,7 @@ void ZipFile::UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Si
   std::uint32_t crc = 0;
   for (;;) {
     const auto count = zip_fread(file, unpacked_.data(), kPiece);
-    if (count < 0) Broken(entry);
+    if (count < 0) Broken(entry, zip_file_get_error(file));
     if (count == 0) break;
     const std::string_view piece(unpacked_.data(), static_cast<std::size_t>(count));
     done += piece.size();

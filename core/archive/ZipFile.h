@@ -29,6 +29,9 @@ struct Damage {
   std::string reason;
 };
 
+/// Throws std::bad_alloc when that is what `error` means: no archive is to blame for it.
+void RequireMemory(const zip_error_t* error);
+
 /// A zip on the disk. Not for two threads at once; several objects may read one file.
 class ZipFile {
  public:

@@ -8,7 +8,8 @@
 namespace quillon {
 
 std::vector<std::string> PrepareProcess(int argc, char** argv) {
-  std::signal(SIGPIPE, SIG_IGN);
+  // A reader that goes away, and a file that grows too large, end no work halfway: they come as errors.
+  for (const int number : {SIGPIPE, SIGXFSZ}) std::signal(number, SIG_IGN);
   // Without it libc looks at the time zone's file for every stamp in an archive.
   ::setenv("TZ", ":/etc/localtime", 0);
   return {argv + 1, argv + argc};
