@@ -2,6 +2,7 @@
 // buttons.
 #pragma once
 
+#include "core/Controls.h"
 #include "core/Screen.h"
 
 namespace quillon {
@@ -57,7 +58,10 @@ class CleanUpNoticeScreen : public Screen {
 /// frmCustomMessage: what the route's script has to say.
 class CustomMessageScreen : public Screen {
  public:
-  explicit CustomMessageScreen(Program& program) : Screen(program, "frmCustomMessage") {}
+  explicit CustomMessageScreen(Program& program)
+      : Screen(program, "frmCustomMessage"), lblMessage{program.shared.CustomMessage} {}
+
+  Label lblMessage;
 
   void Activate() override { program_.shared.CustomMessagePending = false; }
   void btnOKClick() { program_.stage.Unload(Name()); }

@@ -66,6 +66,7 @@ class Installation {
   std::string ReportIni() const { return MiscInfo() + "\\routereport.ini"; }
   std::string CopyFilesList() const { return MiscInfo() + "\\copyfiles.tsl"; }
   std::string FileList() const { return MiscInfo() + "\\filelist.tsl"; }
+  std::string SnowMakerList() const { return MiscInfo() + "\\snowmaker.tsl"; }
   std::string FilesList() const { return MiscInfo() + "\\files.tsl"; }
   std::string StuffList() const { return MiscInfo() + "\\trains\\stuff.tsl"; }
   std::string HelpFile() const { return app_ + "\\resources\\files\\help.hlp"; }

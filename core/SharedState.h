@@ -36,6 +36,8 @@ struct SharedState {
 
   /// The load copied a consist; its script has a message.
   bool CustomConsistsAdded = false, CustomMessagePending = false;
+  /// That message: the caption of frmCustomMessage.lblMessage.
+  std::string CustomMessage;
 
   /// Hidden fields that a caller fills before it shows the screen: frmLoad.lblRouteName, and txtTSPath of
   /// frmRoutes and frmOptions.

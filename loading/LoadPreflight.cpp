@@ -94,16 +94,18 @@ void LoadPreflight::RefuseReadOnlyBackups() {
 }
 
 void LoadPreflight::RequireRoom() {
-  std::uint64_t needed = kRoomReserve, freed = 0;
+  std::uint64_t needed = 0, freed = 0;
   for (const int entry : map_.entries)
     needed = SaturatedSum(needed, RoomFor(archive_.Entries()[static_cast<std::size_t>(entry)].size));
+  // What is put away is written before anything is freed.
+  files_.RequireRoom(program_.app.Routes(), kRoomReserve);
   // Only worth adding up when it is tight.
-  if (needed <= files_.Host().FreeSpace(WorkingRoute)) return;
+  if (SaturatedSum(needed, kRoomReserve) <= files_.Host().FreeSpace(WorkingRoute)) return;
   for (const auto& path : loadedFiles_) {
     std::uint64_t size = 0;
     if (files_.Host().GetSize(path, size) == FileCode::Ok) freed += RoomFor(size);
   }
-  files_.RequireRoom(WorkingRoute, needed > freed ? needed - freed : 0);
+  files_.RequireRoom(WorkingRoute, SaturatedSum(needed > freed ? needed - freed : 0, kRoomReserve));
 }
 
 /// Where the load deletes, renames, makes or writes something, it needs the right to.
@@ -130,7 +132,8 @@ void LoadPreflight::RequireWritablePlaces() {
 std::vector<std::string> LoadPreflight::StoresAndLists() {
   const Installation& app = program_.app;
   std::vector<std::string> places = {CutBackslash(FolderOf(app.RoutesIni())), app.RoutesIni(),
-                                     app.CurrentList(), app.DefaultList()};
+                                     app.CurrentList(), app.DefaultList(),
+                                     CutBackslash(FolderOf(app.TerrainCache("")))};
   if (!files_.FileExists(app.Custom(program_.shared.LoadZip))) places.push_back(CutBackslash(app.Custom("")));
   const std::string previous = Catalogue(program_).Loaded();
   const bool isPutAway = files_.FileExists(app.RouteFile(previous));

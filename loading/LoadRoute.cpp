@@ -1,6 +1,7 @@
 #include "loading/LoadRoute.h"
 
 #include "catalogue/CustomFolders.h"
+#include "loading/CustomScript.h"
 #include "loading/LoadPreflight.h"
 #include "loading/Materialisation.h"
 #include "loading/PreviousRoute.h"
@@ -43,6 +44,7 @@ void LoadRoute::Run() {
   PlaceRoute();
   CopySavesBack();
   LayOverTheRest();
+  RunCustomScript();
   RecordLoad();
   Finish();
 }
@@ -88,10 +90,14 @@ void LoadRoute::RemovePreviousFiles() {
 }
 
 void LoadRoute::ExchangeTerrain() {
-  program_.Step("Exchanging the terrain files");
+  TerrainCache cache(program_, progress_, texts_, WorkingRoute);
+  program_.Step("Gathering the terrain files of the previous route");
+  cache.Gather(catalogue_.Loaded());
   texts_.SetTerrainInfo({}, false);
   texts_.ShowRoute();
-  TerrainCache(program_, WorkingRoute).Clear();
+  program_.Step("Exchanging the terrain files");
+  cache.Clear();
+  cache.Restore(LoadZip);
   progress_.Caption("Initializing parameters...");
 }
 
@@ -127,7 +133,12 @@ void LoadRoute::LayOverTheRest() {
   material.CopyExtras();
   material.CopyCustomFiles();
   material.SpreadCustomAndStuffed();
+}
+
+void LoadRoute::RunCustomScript() {
   progress_.Caption("Processing custom instructions...");
+  program_.Step("Running the route's custom script");
+  CustomScript(program_, WorkingRoute).Run(LoadZip);
 }
 
 void LoadRoute::RecordLoad() {

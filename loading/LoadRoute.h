@@ -8,21 +8,10 @@
 #include "core/Program.h"
 #include "core/Progress.h"
 #include "core/archive/ArchiveReader.h"
+#include "loading/LoadTexts.h"
 #include "loading/RouteMap.h"
 
 namespace quillon {
-
-/// The four texts of the load's screen.
-class LoadTexts {
- public:
-  virtual ~LoadTexts() = default;
-  virtual void SetFirstMessage(std::string_view text) = 0;
-  /// The route's name and the size message, together.
-  virtual void ShowRoute() = 0;
-  virtual void SetTerrainInfo(std::string_view text, bool visible) = 0;
-  /// Hides the others.
-  virtual void ShowResult(std::string_view text) = 0;
-};
 
 /// One load, from top to bottom. It can't be cancelled and undoes nothing; the two lists on disk and the
 /// order of its steps make it safe to repeat. `[Current]` "Loaded" is written last.
@@ -44,6 +33,7 @@ class LoadRoute {
   void PlaceRoute();
   void CopySavesBack();
   void LayOverTheRest();
+  void RunCustomScript();
   void RecordLoad();
   void Finish();
 

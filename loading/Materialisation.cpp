@@ -24,6 +24,7 @@ void Materialisation::PlaceRouteFiles(ArchiveReader& archive, const RouteMap& ma
 
   ListFile defaultList(files_, program_.app.DefaultList());
   archive.OnProgress = [&](const ArchiveReader& running) {
+    progress_.Detail(running.FilesDone(), placements.size(), "files");
     progress_.Detail(running.BytesDone(), running.BytesToDo(), "bytes");
     progress_.Yield();
   };

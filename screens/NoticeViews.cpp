@@ -77,7 +77,7 @@ frmCustomConsist::frmCustomConsist(CustomConsistScreen& model, Desk& desk) : Not
 }
 
 frmCustomMessage::frmCustomMessage(CustomMessageScreen& model, Desk& desk) : NoticeView(model, desk) {
-  AddText("lblMessage", "");
+  Bind("lblMessage", model.lblMessage);
   Buttons("btnOK", "Go on.", [&model] { model.btnOKClick(); });
 }
 

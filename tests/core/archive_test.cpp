@@ -1,9 +1,12 @@
 // Archives: what is listed, selected, unpacked, packed and carried over, and what is refused.
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <algorithm>
 #include <cstring>
 #include <random>
+#include <system_error>
+#include <thread>
 
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
@@ -289,6 +292,45 @@ TEST_F(ArchiveTest, CarriesEntriesFromArchiveToArchive) {
                                {"small.dat", small},
                                {"loose.txt", "loose"}};
   EXPECT_TRUE(TestProgram::Unzipped(Path("new.tmp")) == expected);
+}
+
+TEST_F(ArchiveTest, WorksWithoutThreadsWhenTheMachineGivesNone) {
+  std::vector<ZipEntry> entries;
+  NamedTexts expected;
+  for (unsigned i = 0; i < 6; ++i) {
+    entries.push_back({.name = std::to_string(i), .data = Noise(1u << 20, i), .badCrc = i == 4});
+    if (i != 4) expected[entries.back().name] = entries.back().data;
+  }
+  Make(entries);
+  // No thread gets a stack of this size.
+  pthread_attr_t usual, large;
+  pthread_attr_init(&large);
+  ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
+  ASSERT_EQ(pthread_attr_setstacksize(&large, std::size_t{1} << 60), 0);
+  ASSERT_EQ(pthread_setattr_default_np(&large), 0);
+  EXPECT_THROW(std::thread([] {}).join(), std::system_error);
+
+  Open().Extract();
+  EXPECT_EQ(faults_, 1);
+  EXPECT_TRUE(Out() == expected);
+  ArchiveWriter writer(files);
+  writer.ArchiveFile = Path("new.tmp");
+  writer.PrepareRebuild(Path("out\\"));
+  writer.AddFiles(Path("out\\*.*"));
+  writer.Zip();
+  EXPECT_TRUE(TestProgram::Unzipped(Path("new.tmp")) == expected);
+  pthread_setattr_default_np(&usual);
+}
+
+TEST_F(ArchiveTest, AnArchiveThatWasSpoiledMeanwhileIsAnErrorOfItsOwn) {
+  Make({Entry("a.txt", "text")});
+  const ArchiveReader source = Open();
+  Put("a.zip", "no zip any more");
+  ArchiveWriter writer(files);
+  writer.ArchiveFile = Path("new.tmp");
+  writer.AddEntry(source, 0, "a.txt");
+  EXPECT_EQ(ErrorOf([&] { writer.Zip(); }), std::pair(321, Path("a.zip")));
+  EXPECT_FALSE(OnDisk("new.tmp"));
 }
 
 TEST_F(ArchiveTest, AFailedZipLeavesNoFile) {

@@ -116,6 +116,57 @@ TEST_F(FilesTest, KillDeletesAllFilesThatMatch) {
   EXPECT_FALSE(OnDisk("e.t"));
 }
 
+TEST_F(FilesTest, RefusalsSayWhatStandsInTheWay) {
+  const auto told = [&](const std::function<void()>& action) {
+    try {
+      action();
+    } catch (const RunTimeError& error) {
+      return std::to_string(error.number()) + " " + error.path() + ": " + error.reason();
+    }
+    return std::string("nothing");
+  };
+  Put("kept", "old");
+  Put("new");
+  Put("folder/in");
+  MakeReadOnly(Host("kept"));
+  const std::string kept = "75 " + Path("kept") + ": " + kNoPermission;
+  const std::string folder = "75 " + Path("folder") + ": a folder stands where a file is wanted";
+  EXPECT_EQ(told([&] { files.Kill(Path("kept")); }), kept);
+  EXPECT_EQ(told([&] { files.FileCopy(Path("new"), Path("kept")); }), kept);
+  EXPECT_EQ(told([&] { files.WriteAll(Path("kept"), "new"); }), kept);
+  EXPECT_EQ(told([&] { files.RequireWritable(Path("kept")); }), kept);
+  EXPECT_EQ(told([&] { files.FileCopy(Path("new"), Path("folder")); }), folder);
+  EXPECT_EQ(told([&] { files.FileCopy(Path("folder"), Path("new")); }), folder);  // the source is to blame
+  EXPECT_EQ(told([&] { files.FileCopy(Path("none"), Path("new")); }), "53 " + Path("none") + ": ");
+  for (const char* name : {"new", "folder", "none"})
+    EXPECT_EQ(told([&] { files.RequireWritable(Path(name)); }), "nothing");
+  const WithoutPrivileges user(Root());
+  const ShutFolder shut(Host("folder"));
+  EXPECT_EQ(told([&] { files.RequireWritable(Path("folder")); }),
+            "75 " + Path("folder") + ": " + kNoPermission);
+  fs::permissions(Host("new"), fs::perms(0200));
+  EXPECT_EQ(told([&] { files.FileCopy(Path("new"), Path("copy")); }),
+            "75 " + Path("new") + ": " + kNoPermissionToRead);
+}
+
+TEST_F(FilesTest, RoomIsCountedInBlocksAndToldInReadableUnits) {
+  EXPECT_EQ(RoomFor(0), 0u);
+  EXPECT_EQ(RoomFor(1), 4096u);
+  EXPECT_EQ(RoomFor(4096), 4096u);
+  EXPECT_EQ(RoomFor(~std::uint64_t{0}), ~std::uint64_t{0});
+  const auto told = [&](std::uint64_t bytes) {
+    try {
+      files.RequireRoom("/proc\\new", bytes);  // where nothing is ever free
+    } catch (const RunTimeError& error) {
+      return error.reason();
+    }
+    return std::string();
+  };
+  EXPECT_EQ(told(0), "");
+  EXPECT_EQ(told(5000), "5 KB are needed, 0 KB are free");
+  EXPECT_EQ(told((10u << 20) + 1), "11 MB are needed, 0 MB are free");
+}
+
 TEST_F(FilesTest, WalkMeetsEachFileBelow) {
   for (const char* name : {"tree/b", "tree/A/x", "tree/A/deep/y", "tree/c/z", "outside/never"}) Put(name);
   fs::create_directory_symlink(Host("outside"), Host("tree/link"));

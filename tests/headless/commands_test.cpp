@@ -3,6 +3,9 @@
 
 #include "core/Text.h"
 #include "headless/HeadlessFrontEnd.h"
+#include "stage/Advice.h"
+#include "stage/RunningProgram.h"
+#include "stage/Setup.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {
@@ -103,6 +106,36 @@ TEST_F(CommandsTest, TheRestKeepsTheContractToo) {
   EXPECT_TRUE(LastErrorPath().ends_with("\\misc_info\\tsnone.jpg"));
   Remove(DataPath("misc_info"));
   EXPECT_EQ(Run("start"), 1);
+}
+
+TEST_F(CommandsTest, AdviceFitsTheError) {
+  using enum ErrorNumber;
+  const std::string zip = "/app\\downloaded_routes\\a.zip", list = "/app\\x\\misc_info\\copyfiles.tsl",
+                    route = "/app\\routes\\Quillon-route.qnz";
+  const auto advises = [](const RunTimeError& error, std::string_view words) {
+    EXPECT_TRUE(Contains(Advice(error), words)) << error.path() << ": " << Advice(error);
+  };
+  for (const auto& path : {zip, list, route})
+    for (const char* reason : {kNoPermission, kNoPermissionToRead})
+      advises(RunTimeError(PathFileAccessError, path, reason), "read-only");
+  for (const auto number : {FileNotFound, PathNotFound}) advises(RunTimeError(number, list), "quillon setup");
+  advises(RunTimeError(FileAlreadyExists, list), "said above");
+  advises(RunTimeError(InvalidFileFormat, zip), "out of downloaded_routes");
+  for (const auto number : {InvalidFileFormat, FileNotFound})
+    advises(RunTimeError(number, route), "quillon clean') first, and then add");
+  advises(RunTimeError(FileAlreadyExists, "/game\\ROUTES\\Quillon-route\\a.s"), "quillon clean') rebuilds");
+  advises(RunTimeError(DiskFull, zip), "Make room");
+}
+
+TEST_F(CommandsTest, AReadOnlyDeliveryIsLaidWritable) {
+  const std::string file = "Do_Not_Delete!\\misc_info\\own.tsl";
+  Write(Root() + "/delivered/resources\\" + file, "text");
+  MakeReadOnly(HostPath(Root() + "/delivered/resources\\" + file));
+  RecordedOutput output;
+  HeadlessFrontEnd frontEnd(output, options);
+  RunningProgram program(App(), frontEnd);
+  SetUp(program.Get(), Root() + "/delivered", {});
+  EXPECT_EQ(State(DataPath("misc_info"))["own.tsl"], "file: text");
 }
 
 TEST_F(CommandsTest, ACancelledWelcomeRefusesWhatNeedsTheWorkingRoute) {

@@ -15,8 +15,10 @@ constexpr const char* kNothing = "/dev/null";
 /// A running `quillon`, its standard output in a pipe.
 class Process {
  public:
-  explicit Process(const Strings& words, const std::string& input = kNothing) {
-    std::string command = "echo $$; exec '" QUILLON_PROGRAM "'";
+  /// `before` is run by the shell first.
+  explicit Process(const Strings& words, const std::string& input = kNothing,
+                   const std::string& before = "true") {
+    std::string command = before + "; echo $$; exec '" QUILLON_PROGRAM "'";
     for (const auto& word : words) command += " '" + word + "'";
     output_ = ::popen((command + " <'" + input + "' 2>/dev/null").c_str(), "r");
     std::string line;
@@ -59,8 +61,9 @@ class ProcessTest : public ProgramTest {
     return words;
   }
   /// The exit status of a run whose every line is an event, the last one the end.
-  int Run(const Strings& command, const std::string& input = kNothing) const {
-    Process process(Words(command), input);
+  int Run(const Strings& command, const std::string& input = kNothing,
+          const std::string& before = "true") const {
+    Process process(Words(command), input, before);
     std::string last;
     for (std::string line; process.Line(line); last = line)
       EXPECT_TRUE(line.starts_with("{\"event\":") && Event::accept(line)) << line;
@@ -106,6 +109,15 @@ TEST_F(ProcessTest, AReaderThatLeavesEndsNothing) {
   StoreRoute("valley", "Valley Line", {Entry("V/World/w.w", "world")});
   EXPECT_EQ(Process(Words({"load", "Valley Line"})).End(), 0);
   EXPECT_EQ(Loaded(), "valley");
+}
+
+TEST_F(ProcessTest, ALimitOfFileSizesIsAnErrorLikeAnyOther) {
+  ASSERT_EQ(FirstRun(), 0);
+  StoreRoute("valley", "Valley Line",
+             {{.name = "V/World/w.w", .data = std::string(3'000'000, 'w'), .deflated = true}});
+  EXPECT_EQ(Run({"load", "Valley Line"}, kNothing, "ulimit -f 2000"), 1);
+  EXPECT_FALSE(Exists(WorkingPath("World\\w.w")));
+  EXPECT_EQ(Run({"load", "Valley Line"}), 0);
 }
 
 TEST_F(ProcessTest, AKilledLoadIsMendedByTheNext) {

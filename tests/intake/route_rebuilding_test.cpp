@@ -12,6 +12,13 @@ class RouteRebuildingTest : public IntakeTest {
     outer.push_back({.name = innerName, .data = ZipBytes(inner), .deflated = true});
     Drop(zip, outer);
   }
+  /// A work folder as an intake leaves it that dies while it rebuilds `zip`.
+  std::string LeaveWorkFolder(const std::string& zip, const std::string& download) {
+    const std::string folder = GamePath("ROUTES\\Quillon-" + zip);
+    Write(folder + "\\quillon-work-folder", download);
+    Write(folder + "\\sub\\inner.zip", "inner");
+    return folder;
+  }
   std::string RouteFile(const std::string& zip) const { return AppPath("routes\\" + zip + ".qnz"); }
 
   const std::vector<ZipEntry> small_ = {Entry("x/tiles/a.t"), Track("x/a.trk", "a")};
@@ -116,6 +123,31 @@ TEST_F(RouteRebuildingTest, ARebuiltNameThatIsTakenEndsTheIntake) {
   EXPECT_EQ(LastError(), 58);
   EXPECT_TRUE(LastErrorPath().ends_with("\\Quillon-a.zip")) << LastErrorPath();
   EXPECT_EQ(Fate("a"), "downloaded_routes Installed");
+}
+
+TEST_F(RouteRebuildingTest, WhatADeadIntakeHasLeftIsBroughtToAnEnd) {
+  const std::string downloads = App() + "\\downloaded_routes\\";
+  Strings gone, kept;
+  for (const std::string zip : {"done", "cut", "there", "repacked"})
+    gone.push_back(LeaveWorkFolder(zip, downloads + zip + ".zip"));
+  Write(downloads + "done.tmp", ZipBytes(small_));
+  Write(downloads + "cut.tmp", ZipBytes(small_).substr(0, 60));
+  Write(downloads + "there.tmp", ZipBytes(small_));
+  DropNested("there.zip", "inner.zip", {Track("x/a.trk", "There"), Entry("x/tiles/a.t")});
+  Write(gone.back() + "\\Quillon-repacked.zip", ZipBytes(small_));
+  kept.push_back(LeaveWorkFolder("other", Root() + "/other\\downloaded_routes\\other.zip"));
+  kept.push_back(LeaveWorkFolder("route", downloads + "route.zip"));
+  kept.push_back(LeaveWorkFolder("mine", downloads + "x.zip"));
+  Write(downloads + "x.tmp", ZipBytes(small_));
+
+  EXPECT_EQ(Run("add"), 0) << Last("error");
+  for (const auto& folder : gone) EXPECT_FALSE(Exists(folder)) << folder;
+  for (const auto& folder : kept) EXPECT_TRUE(Exists(folder + "\\sub\\inner.zip")) << folder;
+  EXPECT_EQ(Fate("Quillon-done"), "ADD ALL qnz");
+  EXPECT_EQ(Fate("repacked"), "Installed ADD ALL qnz");
+  EXPECT_EQ(NameOf("Quillon-there"), "There");
+  EXPECT_EQ(Fate("Quillon-cut") + Fate("Quillon-x"), "");
+  EXPECT_EQ(Names(Download("")), (Strings{"cut.tmp", "x.tmp"}));
 }
 
 TEST_F(RouteRebuildingTest, PrefixedOriginalsAreTakenForRebuiltOnes) {

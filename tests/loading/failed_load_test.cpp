@@ -1,6 +1,7 @@
 // Loads that can't be carried out: what can be known beforehand changes nothing, what can't is never
 // committed.
 #include <functional>
+#include <optional>
 
 #include "core/Text.h"
 #include "tests/world/TestProgram.h"
@@ -119,8 +120,8 @@ TEST_F(FailedLoadTest, MissingListsAndFoldersChangeNothing) {
   ExpectRefusal([&] { Remove(WorkingPath("")); }, 76, InGame("Routes\\Quillon-route"));
 }
 
-// Nobody takes the mark off these two: neither off a backup whose place is taken, nor off a track texture.
-TEST_F(FailedLoadTest, AReadOnlyFileThatHasToGoChangesNothing) {
+// Nobody takes the mark off a backup whose place is taken, nor off the records.
+TEST_F(FailedLoadTest, AReadOnlyFileThatHasToChangeChangesNothing) {
   const auto takenBackup = [&] {
     Play("x.s");
     Play("ts-bak-x.s");
@@ -129,13 +130,35 @@ TEST_F(FailedLoadTest, AReadOnlyFileThatHasToGoChangesNothing) {
   };
   ExpectRefusal(takenBackup, 75, InWorking("ts-bak-x.s"));
   Write(DataPath("default.tsl"), "");
-  const std::string texture = "Textures\\ACleanTrack1.ace";
-  const auto trackTexture = [&] {
-    Write(GamePath("Routes\\USA1\\" + texture), "of the game");
-    Play(texture);
-    MakeReadOnly(WorkingPath(texture));
-  };
-  ExpectRefusal(trackTexture, 75, InWorking(texture));
+  for (const std::string record : {"routes.ini", "current.tsl", "default.tsl"}) {
+    ExpectRefusal([&] { MakeReadOnly(DataPath(record)); }, 75,
+                  App() + "\\resources\\Do_Not_Delete!\\" + record);
+    fs::permissions(DataPath(record), fs::perms(0644));
+  }
+}
+
+TEST_F(FailedLoadTest, AFolderWithoutPermissionChangesNothing) {
+  const std::string consists = "TRAINS\\CONSISTS", consist = "routes\\consists\\storm\\new.con";
+  Strings folders = {"routes\\custom", "resources\\Do_Not_Delete!", "routes\\Saves\\valley"};
+  for (const std::string kind : {"activities", "paths", "services", "traffic"})
+    folders.push_back("routes\\activities\\" + kind + "\\valley");
+  for (const auto& folder : folders) fs::create_directories(AppPath(folder));
+  Write(AppPath(consist), "consist");
+  const WithoutPrivileges user(Root());
+  for (const auto& folder : folders) {
+    std::optional<ShutFolder> shut;
+    ExpectRefusal([&] { shut.emplace(AppPath(folder)); }, 75, App() + "\\" + folder);
+  }
+  for (const std::string folder : {"ACTIVITIES", "TEXTURES\\SNOW", "SHAPES"}) {
+    std::optional<ShutFolder> shut;
+    ExpectRefusal([&] { shut.emplace(WorkingPath(folder)); }, 75, InWorking(folder));
+  }
+  std::optional<ShutFolder> shut;
+  ExpectRefusal([&] { shut.emplace(GamePath(consists)); }, 75, InGame(consists));
+  shut.reset();
+  Write(GamePath(consists + "\\new.con"), "the game has it");
+  shut.emplace(GamePath(consists));
+  EXPECT_EQ(Run("load", "Storm"), 0) << Last("error");
 }
 
 TEST_F(FailedLoadTest, DamagedDataAreNeverCommittedAndTheNextLoadMendsAll) {

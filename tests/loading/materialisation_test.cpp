@@ -104,6 +104,17 @@ TEST_F(LayersTest, LaterLayersWin) {
     for (const auto& name : names) EXPECT_EQ(Working(name), bytes) << name;
 }
 
+TEST_F(LayersTest, TheTrackTexturesOfAReadOnlyGameAreCopiedAtEachLoad) {
+  const std::string texture = "textures\\snow\\acleantrack2.ace", source = "Routes\\USA1\\" + texture;
+  for (const std::string text : {"first", "second"}) {
+    Remove(GamePath(source));
+    PutInGame(source, text);
+    MakeReadOnly(GamePath(source));
+    Load();
+    EXPECT_EQ(Working(texture), text);
+  }
+}
+
 TEST_F(LayersTest, CustomAndStuffedAreSpreadOverTheRoute) {
   const Strings textureFolders = {"terrtex\\",          "terrtex\\snow\\",        "textures\\",
                                   "textures\\autumn\\", "textures\\autumnsnow\\", "textures\\night\\",

@@ -112,6 +112,34 @@ TEST_F(CleanUpTest, MissingMastersAreMissedBeforeTheFirstChange) {
   }
 }
 
+TEST_F(CleanUpTest, WhatCantBeChangedIsMissedBeforeTheFirstChange) {
+  FirstRunWithValley();
+  Play("terrtex\\snow\\full.ace");
+  fs::create_directories(AppPath("routes\\Saves\\valley"));
+  const auto expectRefusal = [this](const std::string& path) {
+    const auto before = State(Root());
+    EXPECT_EQ(Run("clean"), 1) << path;
+    EXPECT_EQ(LastError(), 75);
+    EXPECT_TRUE(EqualNoCase(LastErrorPath(), path)) << LastErrorPath() << " is not " << path;
+    EXPECT_EQ(State(Root()), before) << path;
+  };
+  for (const std::string record : {"routes.ini", "current.tsl", "default.tsl"}) {
+    MakeReadOnly(DataPath(record));
+    expectRefusal(App() + "\\resources\\Do_Not_Delete!\\" + record);
+    fs::permissions(DataPath(record), fs::perms(0644));
+  }
+  const WithoutPrivileges user(Root());
+  for (const auto& folder :
+       {Game() + "\\ROUTES\\Quillon-route\\TERRTEX\\SNOW", Game() + "\\ROUTES\\Quillon-route",
+        Game() + "\\ROUTES", Game() + "\\Saves\\Quillon-route", App() + "\\routes\\Saves",
+        App() + "\\routes\\Saves\\valley", App() + "\\resources\\Do_Not_Delete!"}) {
+    const ShutFolder shut(HostPath(folder));
+    expectRefusal(folder);
+  }
+  fs::permissions(WorkingPath("Extras"), fs::perms(0555));  // empty: it can go
+  EXPECT_EQ(Run("clean"), 0) << Last("error");
+}
+
 TEST_F(CleanUpTest, ACatalogueGapIsMendedByANewIntake) {
   ASSERT_EQ(FirstRun(), 0);
   ASSERT_EQ(AddRoute("valley.zip", "Valley Line"), 0);

@@ -1,6 +1,8 @@
 // A temporary folder for a test, and plain looks at the disk that owe nothing to the product's file calls.
 #pragma once
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -27,6 +29,40 @@ inline void WriteBytes(const fs::path& file, std::string_view bytes) {
 }
 
 inline void MakeReadOnly(const fs::path& file) { fs::permissions(file, fs::perms(0444)); }
+
+/// While one lives the process is no superuser, whom no permission stops; all below `root` belongs to it.
+class WithoutPrivileges {
+ public:
+  explicit WithoutPrivileges(const fs::path& root) {
+    if (!changed_) return;
+    for (const auto& item : fs::recursive_directory_iterator(root))
+      if (::lchown(item.path().c_str(), kNobody, kNobody) != 0) throw std::runtime_error("can't give away");
+    if (::setresuid(kNobody, kNobody, 0) != 0) throw std::runtime_error("can't change the user");
+  }
+  ~WithoutPrivileges() {
+    if (changed_ && ::setresuid(0, 0, 0) != 0) std::abort();
+  }
+  WithoutPrivileges(const WithoutPrivileges&) = delete;
+  WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
+
+ private:
+  static constexpr uid_t kNobody = 65534;
+  const bool changed_ = ::geteuid() == 0;
+};
+
+/// While one lives nothing can be made in the folder, nor removed from it.
+class ShutFolder {
+ public:
+  explicit ShutFolder(fs::path folder) : folder_(std::move(folder)) {
+    fs::permissions(folder_, fs::perms(0555));
+  }
+  ~ShutFolder() { fs::permissions(folder_, fs::perms(0755)); }
+  ShutFolder(const ShutFolder&) = delete;
+  ShutFolder& operator=(const ShutFolder&) = delete;
+
+ private:
+  const fs::path folder_;
+};
 
 /// A folder of its own, which goes with the object; everybody may write in it.
 class TestFolder {

@@ -1,0 +1,153 @@
+#include "loading/CustomScript.h"
+
+#include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::string_view kSnowTexture = "\\Routes\\Europe2\\TerrTex\\Snow\\oegenfield3.ace";
+
+bool HasStar(std::string_view name) { return name.find('*') != name.npos; }
+
+}  // namespace
+
+// Tested one after another on every line.
+const std::array<CustomScript::Command, 9> CustomScript::kCommands = {{
+    {"copy", &CustomScript::Copy},
+    {"tscopy", &CustomScript::TSCopy},
+    {"!heavysnow", &CustomScript::HeavySnow},
+    {"setattr", &CustomScript::SetAttr},
+    {"removefromqn", &CustomScript::RemoveFromQN},
+    {"del ", &CustomScript::Del},
+    {"rename", &CustomScript::Rename},
+    {"deldir", &CustomScript::DelDir},
+    {"msg", &CustomScript::Msg},
+}};
+
+/// The script is named after the route as its track file has it: a stranger's text must not lead out of the
+/// folder.
+std::string CustomScript::PathOf(const std::string& zip) const {
+  const std::string ScriptName = program_.ini.ReadIni(zip, "Script", kNoData, program_.app.ScriptsIni());
+  if (!IsUsableStem(ScriptName)) return {};
+  return program_.app.MiscInfo() + "\\custom_scripts\\" + ScriptName + "\\custom.cst";
+}
+
+void CustomScript::Run(const std::string& zip) {
+  script_ = PathOf(zip);
+  if (script_.empty() || !files_.FileExists(script_)) return;
+  ScriptMessage.clear();
+  number_ = 0;
+  const std::string text = files_.ReadAll(script_);
+  for (const auto& line : Lines(text)) {
+    ++number_;
+    RunLine(line);
+    program_.watcher.Yield();
+  }
+}
+
+void CustomScript::RunLine(std::string_view line) {
+  line_ = line;
+  for (const auto& command : kCommands)
+    if (LowerCase(line.substr(0, command.prefix.size())) == command.prefix) (this->*command.act)();
+}
+
+void CustomScript::Fatal(std::string_view lacking) const {
+  throw RunTimeError(
+      ErrorNumber::InvalidProcedureCall, script_,
+      "line " + std::to_string(number_) + " has no " + std::string(lacking) + ": " + std::string(line_));
+}
+
+/// From the first backslash to the first comma.
+std::string CustomScript::Folder() {
+  const auto backslash = line_.find('\\'), comma = line_.find(',');
+  if (backslash == line_.npos) Fatal("\"\\\"");
+  if (comma == line_.npos || comma < backslash) Fatal("\",\" behind the folder");
+  return Trim(line_.substr(backslash, comma - backslash));
+}
+
+CustomScript::Arguments CustomScript::Parse() {
+  Arguments arguments{.Folder = Folder()};
+  const auto comma = line_.find(','), mark = line_.find('!');
+  if (mark == line_.npos || mark < comma) Fatal("\"!\" behind the comma");
+  arguments.Name = Trim(line_.substr(comma + 1, mark - comma - 1));
+  arguments.Last = Trim(line_.substr(mark + 1));
+  return arguments;
+}
+
+void CustomScript::Append(const std::string& list, const std::string& line) {
+  ListFile(files_, list, true).Add(line);
+}
+
+void CustomScript::CopyFrom(const std::string& root) {
+  const auto [source, destination, file] = Parse();
+  if (HasStar(file)) return;
+  const std::string target = WorkingRoute + destination;
+  files_.MakeFolderIfMissing(target.substr(0, target.size() - 1));
+  Append(program_.app.CurrentList(), target + file);
+  const std::string covered = target + "\\" + file,
+                    backup = target + "\\" + std::string(kBackupPrefix) + file;
+  if (files_.FileExists(covered) && !files_.FileExists(backup)) {
+    files_.SetAttributes(covered, kArchive);
+    // The line first: a backup that no list names would never come back.
+    Append(program_.app.DefaultList(), target + std::string(kBackupPrefix) + file);
+    files_.Rename(covered, backup);
+  }
+  files_.CopyAllFiles(root + source, target, file);
+}
+
+void CustomScript::HeavySnow() {
+  const std::string snow = WorkingRoute + "\\TerrTex\\snow\\";
+  const std::string names = files_.ReadAll(program_.app.SnowMakerList());
+  for (const auto& name : Lines(names)) {
+    const std::string texture = snow + std::string(name),
+                      backup = snow + std::string(kBackupPrefix) + std::string(name);
+    if (files_.FileExists(texture) && !files_.FileExists(backup)) {
+      files_.SetAttributes(texture, kArchive);
+      Append(program_.app.DefaultList(), backup);
+      files_.Rename(texture, backup);
+    }
+    files_.FileCopy(program_.BelowGame(kSnowTexture), texture);
+  }
+}
+
+void CustomScript::SetAttr() {
+  const auto arguments = Parse();
+  const std::string path = WorkingRoute + arguments.Folder + arguments.Name;
+  if (!HasStar(arguments.Name) && files_.FileExists(path)) files_.SetAttributes(path, kArchive);
+}
+
+void CustomScript::DeleteBelow(const std::string& root) {
+  const auto arguments = Parse();
+  const std::string path = root + arguments.Folder + arguments.Name;
+  if (!HasStar(arguments.Name) && files_.FileExists(path)) files_.KillReadOnly(path);
+}
+
+void CustomScript::Rename() {
+  const auto [folder, from, to] = Parse();
+  const std::string path = WorkingRoute + folder + from;
+  if (HasStar(to) || !files_.FileExists(path)) return;
+  files_.SetAttributes(path, kArchive);
+  files_.Rename(path, WorkingRoute + folder + to);
+}
+
+void CustomScript::DelDir() {
+  const std::string folder = WorkingRoute + Folder();
+  if (files_.IsPathAFolder(folder)) files_.DelTree(folder);
+}
+
+void CustomScript::Msg() {
+  const auto startsWith = [this](std::string_view word) {
+    return LowerCase(line_.substr(0, word.size())) == word;
+  };
+  if (startsWith("msgstart")) return;
+  if (startsWith("msg++")) {
+    ScriptMessage += "\r\n" + std::string(line_.substr(5));
+  } else if (startsWith("msgend")) {
+    program_.shared.CustomMessage = ScriptMessage;
+    program_.shared.CustomMessagePending = true;
+    program_.watcher.LabelChanged("frmCustomMessage", "lblMessage", Label{ScriptMessage});
+  }
+}
+
+}  // namespace quillon

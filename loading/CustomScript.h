@@ -1,0 +1,60 @@
+// The line script that a route may have, run at the end of its load.
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "core/Program.h"
+
+namespace quillon {
+
+class CustomScript {
+ public:
+  CustomScript(Program& program, std::string workingRoute)
+      : program_(program), files_(program.files), WorkingRoute(std::move(workingRoute)) {}
+
+  /// Runs the script that belongs to the route `zip`; nothing without one. A line that a command can't take
+  /// apart is error 5, which names the script and the line.
+  void Run(const std::string& zip);
+
+ private:
+  struct Arguments {
+    std::string Folder, Name, Last;
+  };
+  struct Command {
+    std::string_view prefix;  // lower case
+    void (CustomScript::*act)();
+  };
+  static const std::array<Command, 9> kCommands;
+
+  std::string PathOf(const std::string& zip) const;
+  void RunLine(std::string_view line);
+  std::string Folder();
+  Arguments Parse();
+  [[noreturn]] void Fatal(std::string_view lacking) const;
+
+  // The commands.
+  void Copy() { CopyFrom(WorkingRoute); }
+  void TSCopy() { CopyFrom(program_.shared.TrainSimPath); }
+  void CopyFrom(const std::string& root);
+  void HeavySnow();
+  void SetAttr();
+  void RemoveFromQN() { DeleteBelow(program_.app.App()); }
+  void Del() { DeleteBelow(WorkingRoute); }
+  void DeleteBelow(const std::string& root);
+  void Rename();
+  void DelDir();
+  void Msg();
+
+  void Append(const std::string& list, const std::string& line);
+
+  Program& program_;
+  Files& files_;
+  const std::string WorkingRoute;
+  std::string script_, ScriptMessage;
+  std::string_view line_;
+  int number_ = 0;
+};
+
+}  // namespace quillon
