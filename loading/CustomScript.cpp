@@ -38,6 +38,8 @@ void CustomScript::Run(const std::string& zip) {
   if (script_.empty() || !files_.FileExists(script_)) return;
   ScriptMessage.clear();
   number_ = 0;
+  currentList_.reset();
+  defaultList_.reset();
   const std::string text = files_.ReadAll(script_);
   for (const auto& line : Lines(text)) {
     ++number_;
@@ -75,8 +77,9 @@ CustomScript::Arguments CustomScript::Parse() {
   return arguments;
 }
 
-void CustomScript::Append(const std::string& list, const std::string& line) {
-  ListFile(files_, list, true).Add(line);
+void CustomScript::Append(std::unique_ptr<ListFile>& list, const std::string& path, const std::string& line) {
+  if (!list) list = std::make_unique<ListFile>(files_, path, true);
+  list->Add(line);
 }
 
 void CustomScript::CopyFrom(const std::string& root) {
@@ -84,13 +87,13 @@ void CustomScript::CopyFrom(const std::string& root) {
   if (HasStar(file)) return;
   const std::string target = WorkingRoute + destination;
   files_.MakeFolderIfMissing(target.substr(0, target.size() - 1));
-  Append(program_.app.CurrentList(), target + file);
+  Append(currentList_, program_.app.CurrentList(), target + file);
   const std::string covered = target + "\\" + file,
                     backup = target + "\\" + std::string(kBackupPrefix) + file;
   if (files_.FileExists(covered) && !files_.FileExists(backup)) {
     files_.SetAttributes(covered, kArchive);
     // The line first: a backup that no list names would never come back.
-    Append(program_.app.DefaultList(), target + std::string(kBackupPrefix) + file);
+    Append(defaultList_, program_.app.DefaultList(), target + std::string(kBackupPrefix) + file);
     files_.Rename(covered, backup);
   }
   files_.CopyAllFiles(root + source, target, file);
@@ -104,7 +107,7 @@ void CustomScript::HeavySnow() {
                       backup = snow + std::string(kBackupPrefix) + std::string(name);
     if (files_.FileExists(texture) && !files_.FileExists(backup)) {
       files_.SetAttributes(texture, kArchive);
-      Append(program_.app.DefaultList(), backup);
+      Append(defaultList_, program_.app.DefaultList(), backup);
       files_.Rename(texture, backup);
     }
     files_.FileCopy(program_.BelowGame(kSnowTexture), texture);

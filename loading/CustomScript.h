@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -47,12 +48,14 @@ class CustomScript {
   void DelDir();
   void Msg();
 
-  void Append(const std::string& list, const std::string& line);
+  /// A line of current.tsl or default.tsl; each list stays open for the next one.
+  void Append(std::unique_ptr<ListFile>& list, const std::string& path, const std::string& line);
 
   Program& program_;
   Files& files_;
   const std::string WorkingRoute;
   std::string script_, ScriptMessage;
+  std::unique_ptr<ListFile> currentList_, defaultList_;
   std::string_view line_;
   int number_ = 0;
 };

@@ -80,7 +80,7 @@ void CleanUp::RequireRemovable(const std::string& folder) {
     if (entry.folder())
       RequireRemovable(path);
     else if (roomIsTight_)
-      roomFreed_ += RoomFor(files_.Size(path));
+      roomFreed_ += RoomOf(path);
   }
 }
 
@@ -90,19 +90,21 @@ void CleanUp::RequireRoom() {
   files_.RequireRoom(program_.BelowGame(kWorkingRoute), needed > roomFreed_ ? needed - roomFreed_ : 0);
 }
 
+/// Of a file; 0 when there is none.
+std::uint64_t CleanUp::RoomOf(const std::string& path) {
+  std::uint64_t size = 0;
+  return files_.Host().GetSize(path, size) == FileCode::Ok ? RoomFor(size) : 0;
+}
+
 /// Copies that fail in silence count, too.
 std::uint64_t CleanUp::RoomNeeded() {
   std::uint64_t needed = 0;
-  const auto add = [&](const std::string& path) {
-    std::uint64_t size = 0;
-    if (files_.Host().GetSize(path, size) == FileCode::Ok) needed += RoomFor(size);
-  };
   for (const auto& folder :
        {program_.BelowGame("\\TEMPLATE\\"), program_.BelowGame("\\Global\\Shapes\\"),
         program_.BelowGame("\\Global\\Textures\\"), program_.BelowGame(kWorkingSaves) + "\\"})
-    for (const auto& name : files_.ListFiles(folder + "*.*")) add(folder + name);
+    for (const auto& name : files_.ListFiles(folder + "*.*")) needed += RoomOf(folder + name);
   for (const auto& line : Lines(files_.ReadAll(program_.app.CopyFilesList())))
-    if (!line.empty()) add(program_.shared.TrainSimPath + "\\" + line);
+    if (!line.empty()) needed += RoomOf(program_.shared.TrainSimPath + "\\" + line);
   return needed;
 }
 

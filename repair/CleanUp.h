@@ -19,6 +19,7 @@ class CleanUp {
   void RequireWritablePlaces();
   void RequireRemovable(const std::string& folder);
   void RequireRoom();
+  std::uint64_t RoomOf(const std::string& path);
   std::uint64_t RoomNeeded();
   void RemoveWorkingRoute();
   void MakeFolders();

@@ -134,7 +134,7 @@ TEST_F(CommandsTest, AReadOnlyDeliveryIsLaidWritable) {
   RecordedOutput output;
   HeadlessFrontEnd frontEnd(output, options);
   RunningProgram program(App(), frontEnd);
-  SetUp(program.Get(), Root() + "/delivered", {});
+  quillon::SetUp(program.Get(), Root() + "/delivered", {});
   EXPECT_EQ(State(DataPath("misc_info"))["own.tsl"], "file: text");
 }
 
