@@ -86,7 +86,8 @@ Catalogue::RouteList Catalogue::BuildList() const {
     if (zip == loaded) row += kLoadedMark;
     rows.emplace_back(UpperCase(row), std::move(row));
   }
-  std::stable_sort(rows.begin(), rows.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+  std::stable_sort(rows.begin(), rows.end(),
+                   [](const auto& a, const auto& b) { return ComesBefore(a.first, b.first); });
   for (auto& row : rows) list.rows.push_back(std::move(row.second));
   return list;
 }

@@ -68,8 +68,7 @@ bool Files::FileExists(std::string_view path) {
     std::uint32_t attributes = 0;
     return host_.GetAttributes(path, attributes) == FileCode::Ok;
   }
-  std::vector<FoundFile> found;
-  return host_.Find(path, found) == FileCode::Ok;
+  return host_.Matches(path);
 }
 
 bool Files::IsPathAFolder(std::string_view path) {

@@ -68,7 +68,9 @@ class Installation {
   std::string FileList() const { return MiscInfo() + "\\filelist.tsl"; }
   std::string SnowMakerList() const { return MiscInfo() + "\\snowmaker.tsl"; }
   std::string FilesList() const { return MiscInfo() + "\\files.tsl"; }
-  std::string StuffList() const { return MiscInfo() + "\\trains\\stuff.tsl"; }
+  std::string TrainRecords() const { return MiscInfo() + "\\trains"; }
+  std::string TrainRecord(std::string_view file) const { return TrainRecords() + "\\" + std::string(file); }
+  std::string StuffList() const { return TrainRecord("stuff.tsl"); }
   std::string HelpFile() const { return app_ + "\\resources\\files\\help.hlp"; }
 
  private:
@@ -192,8 +194,11 @@ inline constexpr std::array<std::string_view, 6> kDefaultRoutes = {
     "\\Routes\\Japan2",  "\\Routes\\USA1",    "\\Routes\\USA2",
 };
 
-/// Whoever ships the program puts the address of its support page here.
-inline constexpr std::string_view kSupportPage = "https://quillon.example/support";
+// Whoever ships the program puts its own words and addresses here.
+inline constexpr std::string_view kApplicationTitle = "Quillon",
+                                  kLegalText = "Free to use, without any warranty.",
+                                  kSupportPage = "https://quillon.example/support",
+                                  kMakersPage = "https://quillon.example";
 
 // Places below `TS`, the Train Simulator folder.
 inline constexpr std::string_view kTrainExe = "\\train.exe";

@@ -28,6 +28,8 @@ class ProfileStore {
   void DeleteIniKey(std::string_view section, std::string_view key, std::string_view file) {
     platform_.WriteString(section, key, {}, file);
   }
+  /// For passes that write many values; the caller holds it as long.
+  ProfileFunctions::Batch Batch() { return ProfileFunctions::Batch(platform_); }
   void DeleteIniSection(std::string_view section, std::string_view file) {
     platform_.WriteString(section, {}, {}, file);
   }

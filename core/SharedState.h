@@ -28,8 +28,8 @@ struct SharedState {
   bool RebuildAfterCleanUp = false, ReturnToCleanUp = false;
   /// Clean-up has run: its screen only shows the finish.
   bool CleanUpDone = false;
-  /// Trains are to be tested by the Checkup.
-  bool CheckTrains = false;
+  /// Trains are to be tested by the Checkup; its report is to be opened then, and written when frmRoutes comes up.
+  bool CheckTrains = false, ShowReportWhenDone = false, BuildReportOnReturn = false;
   /// The clean-up finishes a Make permanent of the route with this display name.
   bool MakingPermanent = false;
   std::string RemovedRouteName;

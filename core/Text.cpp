@@ -126,6 +126,16 @@ std::string ProperCase(std::string_view text) {
 
 bool EqualNoCase(std::string_view a, std::string_view b) { return UpperCase(a) == UpperCase(b); }
 
+bool ComesBefore(std::string_view a, std::string_view b) {
+  // What needs two units comes in front of U+E000.
+  const auto weight = [](char c) {
+    const int byte = static_cast<unsigned char>(c);
+    return byte < 0xEE ? byte : byte < 0xF0 ? byte + 16 : byte - 2;
+  };
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                      [&](char x, char y) { return weight(x) < weight(y); });
+}
+
 std::string Trim(std::string_view text) {
   const auto first = text.find_first_not_of(' ');
   if (first == text.npos) return {};

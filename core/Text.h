@@ -19,6 +19,9 @@ std::string ProperCase(std::string_view text);
 /// True when the two differ in case at most.
 bool EqualNoCase(std::string_view a, std::string_view b);
 
+/// Whether `a` comes first in the order of UTF-16 code units.
+bool ComesBefore(std::string_view a, std::string_view b);
+
 /// `text` without the blanks at both ends. Only blanks count, no tabs.
 std::string Trim(std::string_view text);
 

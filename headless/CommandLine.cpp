@@ -73,6 +73,8 @@ class Definition {
                     ->add_option("name", c.argument, "The route; else the selected one");
     Add("add", "Adds all downloaded routes")->add_flag("--no-report", noReport_, "Writes no report");
     Add("clean", "Rebuilds the working route");
+    Add("checkup", "Checks all trains, consists, services and activities");
+    Add("report", "Opens the last Checkup's report");
     auto* options = Add("options", "Changes the settings");
     options->add_option("--game", c.game, "The Train Simulator folder")->type_name("DIR");
     options->add_option("--shortcut", shortcut_, "The shortcut on the desktop")

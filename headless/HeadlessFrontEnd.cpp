@@ -2,6 +2,7 @@
 
 #include "catalogue/MainScreen.h"
 #include "catalogue/Notices.h"
+#include "checkup/CheckupScreens.h"
 #include "core/host/Desktop.h"
 #include "intake/InitProgScreen.h"
 #include "loading/LoadScreen.h"
@@ -117,6 +118,8 @@ void HeadlessFrontEnd::PressButtons(Screen& screen) {
     options_.noActLoad ? noAct->btnLoadClick() : noAct->btnCancelClick();
   else if (auto* notice = dynamic_cast<CleanUpNoticeScreen*>(&screen))
     notice->btnOKClick();
+  else if (auto* checkup = dynamic_cast<ActivityCheckScreen*>(&screen))
+    checkup->btnOKClick();
   else if (auto* load = dynamic_cast<LoadScreen*>(&screen))
     load->btnOKClick();
   else if (auto* consist = dynamic_cast<CustomConsistScreen*>(&screen))

@@ -9,6 +9,7 @@
 
 #include "catalogue/MainScreen.h"
 #include "catalogue/OptionsScreen.h"
+#include "checkup/CheckupScreens.h"
 #include "core/Text.h"
 #include "core/host/Desktop.h"
 #include "intake/RoutesScreen.h"
@@ -44,6 +45,7 @@ const std::map<std::string, Session::Action, std::less<>>& Session::Actions() {
       {"load", &Session::Load},          {"add", &Session::Add},
       {"clean", &Session::Clean},        {"options", &Session::ChangeOptions},
       {"make-list", &Session::MakeList}, {"help", &Session::Help},
+      {"checkup", &Session::Checkup},    {"report", &Session::Report},
   };
   return actions;
 }
@@ -210,6 +212,28 @@ void Session::Add(const Command& command) {
 
 void Session::Clean(const Command&) {
   if (auto* routes = AtRoutes()) screens_.Do([routes] { routes->btnCleanClick(); });
+}
+
+ReportOptionsScreen* Session::AtReportOptions() {
+  if (auto* routes = AtRoutes()) screens_.Do([routes] { routes->btnCheckupClick(); });
+  return dynamic_cast<ReportOptionsScreen*>(screens_.Top());
+}
+
+void Session::Checkup(const Command&) {
+  if (auto* options = AtReportOptions())
+    screens_.Do([options] {
+      if (options->chkTrains == 0) options->chkTrainsClick();
+      options->btnOKClick();
+    });
+}
+
+/// Without a result the Checkup can't be refused: it runs first.
+void Session::Report(const Command&) {
+  if (auto* options = AtReportOptions())
+    screens_.Do([options] {
+      if (options->chkTrains == 1) options->chkTrainsClick();
+      options->btnOKClick();
+    });
 }
 
 void Session::ChangeOptions(const Command& command) {

@@ -13,6 +13,7 @@
 namespace quillon {
 
 class MainScreen;
+class ReportOptionsScreen;
 class RoutesScreen;
 
 /// The exit statuses.
@@ -36,6 +37,7 @@ class Session {
   bool StartUp();
   bool AtMain();
   RoutesScreen* AtRoutes();
+  ReportOptionsScreen* AtReportOptions();
   MainScreen& Main();
   int Status();
   void Report(const class RunTimeError& error);
@@ -51,6 +53,8 @@ class Session {
   void Load(const Command& command);
   void Add(const Command& command);
   void Clean(const Command& command);
+  void Checkup(const Command& command);
+  void Report(const Command& command);
   void ChangeOptions(const Command& command);
   void MakeList(const Command& command);
   void Help(const Command& command);

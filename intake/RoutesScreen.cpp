@@ -4,6 +4,7 @@
 #include <array>
 
 #include "catalogue/GameFolders.h"
+#include "checkup/CheckupReport.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -79,7 +80,8 @@ void RoutesScreen::Activate() {
   FlashAllowed_ = true;
   if (!TimerFlashOff.enabled) TimerFlashOn.enabled = true;
   btnOK.enabled = true;
-  PrepareGameFolders(program_);
+  if (!PrepareGameFolders(program_)) return;
+  if (program_.shared.BuildReportOnReturn) WriteCheckupReport(program_);
 }
 
 void RoutesScreen::Explain(std::string_view button) {
@@ -107,7 +109,8 @@ void RoutesScreen::btnCleanClick() {
 void RoutesScreen::btnCheckupClick() {
   FlashAllowed_ = false;
   StopFlashing();
-  program_.boxes.Tell("Checkup", "Checkup is not part of this version yet.");
+  program_.shared.BuildReportOnReturn = false;
+  program_.stage.Show("frmReportOptions");
 }
 
 std::string RoutesScreen::btnPackClick() {

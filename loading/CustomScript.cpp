@@ -38,6 +38,7 @@ void CustomScript::Run(const std::string& zip) {
   if (script_.empty() || !files_.FileExists(script_)) return;
   ScriptMessage.clear();
   number_ = 0;
+  lastTarget_.clear();
   currentList_.reset();
   defaultList_.reset();
   const std::string text = files_.ReadAll(script_);
@@ -86,7 +87,8 @@ void CustomScript::CopyFrom(const std::string& root) {
   const auto [source, destination, file] = Parse();
   if (HasStar(file)) return;
   const std::string target = WorkingRoute + destination;
-  files_.MakeFolderIfMissing(target.substr(0, target.size() - 1));
+  if (target != lastTarget_) files_.MakeFolderIfMissing(target.substr(0, target.size() - 1));
+  lastTarget_ = target;
   Append(currentList_, program_.app.CurrentList(), target + file);
   const std::string covered = target + "\\" + file,
                     backup = target + "\\" + std::string(kBackupPrefix) + file;
@@ -135,6 +137,7 @@ void CustomScript::Rename() {
 }
 
 void CustomScript::DelDir() {
+  lastTarget_.clear();
   const std::string folder = WorkingRoute + Folder();
   if (files_.IsPathAFolder(folder)) files_.DelTree(folder);
 }

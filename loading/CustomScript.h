@@ -56,6 +56,7 @@ class CustomScript {
   const std::string WorkingRoute;
   std::string script_, ScriptMessage;
   std::unique_ptr<ListFile> currentList_, defaultList_;
+  std::string lastTarget_;  // of a copy: its folder is there
   std::string_view line_;
   int number_ = 0;
 };

@@ -182,7 +182,9 @@ void DesktopFrontEnd::TurnEvents(QEventLoop::ProcessEventsFlags flags, int milli
   RethrowFailure();
 }
 
-void DesktopFrontEnd::ScreenShown(Screen& screen, bool modal) {
+void DesktopFrontEnd::ScreenShown(Screen& screen, bool asked) {
+  // The options of the Checkup stand over the route manager without being waited for.
+  const bool modal = asked || screen.Name() == "frmReportOptions" || screen.Name() == "frmZipCheck";
   auto& view = views_[screen.Name()];
   if (!view) {
     DrawBackgroundAhead(QString::fromStdString(screen.Name()));

@@ -6,6 +6,7 @@
 #include "screens/WorkViews.h"
 #include "screens/frmMain.h"
 #include "screens/frmOptions.h"
+#include "screens/frmReportOptions.h"
 #include "screens/frmRoutes.h"
 
 namespace quillon {
@@ -30,6 +31,8 @@ std::unique_ptr<ScreenView> MakeView(Screen& model, Desk& desk) {
       Make<frmWelcome, WelcomeScreen>(model, desk, view) || Make<frmNoAct, NoActScreen>(model, desk, view) ||
       Make<frmCleanUpNotice, CleanUpNoticeScreen>(model, desk, view) ||
       Make<frmPackConfirm, PackConfirmScreen>(model, desk, view) ||
+      Make<frmReportOptions, ReportOptionsScreen>(model, desk, view) ||
+      Make<frmActivityCheck, ActivityCheckScreen>(model, desk, view) ||
       Make<frmCustomConsist, CustomConsistScreen>(model, desk, view) ||
       Make<frmCustomMessage, CustomMessageScreen>(model, desk, view);
   if (!made) throw std::logic_error("no view shows " + model.Name());

@@ -40,4 +40,16 @@ frmCleanUp::frmCleanUp(CleanUpScreen& model, Desk& desk) : ProgressView(model, d
   Bind(model.TimerWait, [&model] { model.TimerWaitTick(); });
 }
 
+frmActivityCheck::frmActivityCheck(ActivityCheckScreen& model, Desk& desk)
+    : ProgressView(model, desk, "ProgressBar") {
+  setWindowTitle("Quillon is checking");
+  AddText("lblMessage",
+          "All consists, services and activities are being checked.\nThis may take a few minutes...");
+  PictureButton* ok =
+      Bind("btnOK", model.btnOK, "Back to the route manager.", [&model] { model.btnOKClick(); });
+  SetDefault(ok);
+  SetCancel(ok);
+  Bind(model.Timer1, [&model] { model.Timer1Tick(); });
+}
+
 }  // namespace quillon

@@ -1,6 +1,7 @@
 // The views of the screens behind which a pipeline runs.
 #pragma once
 
+#include "checkup/CheckupScreens.h"
 #include "intake/InitProgScreen.h"
 #include "intake/ZipTriage.h"
 #include "loading/LoadScreen.h"
@@ -27,6 +28,11 @@ class frmInitProg : public ProgressView {
 class frmCleanUp : public ProgressView {
  public:
   frmCleanUp(CleanUpScreen& model, Desk& desk);
+};
+
+class frmActivityCheck : public ProgressView {
+ public:
+  frmActivityCheck(ActivityCheckScreen& model, Desk& desk);
 };
 
 }  // namespace quillon

@@ -6,6 +6,7 @@
 #include "catalogue/MainScreen.h"
 #include "catalogue/Notices.h"
 #include "catalogue/OptionsScreen.h"
+#include "checkup/CheckupScreens.h"
 #include "intake/InitProgScreen.h"
 #include "intake/RoutesScreen.h"
 #include "intake/ZipTriage.h"
@@ -26,6 +27,8 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);
   if (name == "frmCleanUp") return std::make_unique<CleanUpScreen>(program);
   if (name == "frmPackConfirm") return std::make_unique<PackConfirmScreen>(program);
+  if (name == "frmReportOptions") return std::make_unique<ReportOptionsScreen>(program);
+  if (name == "frmActivityCheck") return std::make_unique<ActivityCheckScreen>(program);
   if (name == "frmCustomConsist") return std::make_unique<CustomConsistScreen>(program);
   if (name == "frmCustomMessage") return std::make_unique<CustomMessageScreen>(program);
   throw std::logic_error("no such screen: " + std::string(name));

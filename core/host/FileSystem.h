@@ -63,6 +63,12 @@ class FileSystem {
   /// without the folder.
   virtual FileCode Find(std::string_view pattern, std::vector<FoundFile>& found) = 0;
 
+  /// Whether Find would find anything; does not look at more than it needs.
+  virtual bool Matches(std::string_view pattern) {
+    std::vector<FoundFile> found;
+    return Find(pattern, found) == FileCode::Ok;
+  }
+
   /// FileNotFound or PathNotFound when nothing is there.
   virtual FileCode GetAttributes(std::string_view path, std::uint32_t& attributes) = 0;
   /// Of a file or folder the read-only mark; a link has none and is left as it is.

@@ -44,6 +44,7 @@ struct Target {
 class PosixFileSystem final : public FileSystem {
  public:
   FileCode Find(std::string_view pattern, std::vector<FoundFile>& found) override;
+  bool Matches(std::string_view pattern) override;
   FileCode GetAttributes(std::string_view path, std::uint32_t& attributes) override;
   FileCode SetAttributes(std::string_view path, std::uint32_t attributes) override;
   FileCode GetSize(std::string_view path, std::uint64_t& size) override;
@@ -142,6 +143,24 @@ FileCode PosixFileSystem::Find(std::string_view pattern, std::vector<FoundFile>&
     if (Inspect(host + "/" + file.name, file) == 0) found.push_back(std::move(file));
   }
   return found.empty() ? FileCode::FileNotFound : FileCode::Ok;
+}
+
+bool PosixFileSystem::Matches(std::string_view pattern) {
+  PathText text = TakeApart(pattern, true);
+  std::vector<FoundFile> found;
+  if (!text.wildcard || text.closed || text.names.empty()) return Find(pattern, found) == FileCode::Ok;
+  StartCall();
+  Wildcard wildcard(text.names.back());
+  text.names.pop_back();
+  std::string host;
+  FileCode code;
+  const auto folder = tree_.List(text, host, code);
+  if (folder == nullptr) return false;
+  if (!host.empty() && (wildcard.Matches(".") || wildcard.Matches(".."))) return true;
+  FoundFile file;
+  return std::any_of(folder->children.begin(), folder->children.end(), [&](const auto& child) {
+    return wildcard.Matches(child.first) && Inspect(host + "/" + child.second.name, file) == 0;
+  });
 }
 
 FileCode PosixFileSystem::GetAttributes(std::string_view path, std::uint32_t& attributes) {

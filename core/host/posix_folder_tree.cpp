@@ -76,16 +76,6 @@ void ReadNames(FolderNode& node, const std::string& host) {
 
 constexpr std::size_t kMostRemembered = 256;
 
-/// UTF-8 in the order of UTF-16 code units: what needs two units comes in front of U+E000.
-bool ComesBefore(const std::string& a, const std::string& b) {
-  const auto weight = [](char c) {
-    const int byte = static_cast<unsigned char>(c);
-    return byte < 0xEE ? byte : byte < 0xF0 ? byte + 16 : byte - 2;
-  };
-  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                      [&](char x, char y) { return weight(x) < weight(y); });
-}
-
 }  // namespace
 
 std::vector<std::string_view> MatchingNames(const FolderNode& folder, Wildcard& wildcard) {

@@ -41,6 +41,11 @@ void PictureButton::SetFlashing(bool flashing) {
   update();
 }
 
+void PictureButton::SetGrey(bool grey) {
+  grey_ = grey;
+  update();
+}
+
 void PictureButton::SetMnemonic(QChar letter) {
   mnemonicAt_ = static_cast<int>(layout_.caption.indexOf(letter, 0, Qt::CaseInsensitive));
   setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(letter.toUpper().unicode())));
@@ -48,6 +53,7 @@ void PictureButton::SetMnemonic(QChar letter) {
 
 QString PictureButton::State() const {
   const bool over = isEnabled() && (underMouse() || flashing_);
+  if (grey_ && isChecked()) return "grey";
   if (isCheckable()) return QString(isChecked() ? "on" : over ? "" : "off") + (over ? "over" : "");
   if (isDown()) return "down";
   return over ? "over" : "off";

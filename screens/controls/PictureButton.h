@@ -15,6 +15,8 @@ class PictureButton : public QAbstractButton {
 
   /// Shows the over picture without a pointer: the button flashes.
   void SetFlashing(bool flashing);
+  /// A tick that can't be taken away.
+  void SetGrey(bool grey);
   /// Pressed together with Alt, it clicks; underlined in the caption. Null for none.
   void SetMnemonic(QChar letter);
 
@@ -31,7 +33,7 @@ class PictureButton : public QAbstractButton {
   void PaintCaption(QPainter& painter) const;
 
   const ControlLayout& layout_;
-  bool flashing_ = false;
+  bool flashing_ = false, grey_ = false;
   int mnemonicAt_ = -1;
 };
 

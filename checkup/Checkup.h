@@ -1,0 +1,44 @@
+// The Checkup: every consist, service and activity, judged by the trains that are installed.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "checkup/ActivityVerification.h"
+#include "checkup/ConsistAnalysis.h"
+#include "checkup/FinalReport.h"
+#include "checkup/ItemScan.h"
+#include "checkup/ServiceVerification.h"
+#include "checkup/TrainDatabase.h"
+#include "core/Program.h"
+#include "core/Progress.h"
+
+namespace quillon {
+
+class Checkup {
+ public:
+  /// `stopTimer` ends the decoration of the bar: from then on it counts.
+  Checkup(Program& program, Progress& progress, std::function<void()> stopTimer);
+
+  /// `CheckTrains` of the shared state says whether there is anything to do. Consists are moved in the game;
+  /// services and activities are only read.
+  void Run();
+
+ private:
+  void ClearRecords();
+  bool InitCheckupPaths();
+  void CheckEverything();
+  void Finish();
+
+  Program& program_;
+  Progress& progress_;
+  const std::function<void()> stopTimer_;
+  TrainDatabase trains_;
+  ItemScan scan_;
+  FinalReport report_;
+  ConsistAnalysis consists_;
+  ServiceVerification services_;
+  ActivityVerification activities_;
+};
+
+}  // namespace quillon

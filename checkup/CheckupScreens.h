@@ -1,0 +1,54 @@
+// The models of frmReportOptions and frmActivityCheck.
+#pragma once
+
+#include "core/Controls.h"
+#include "core/Screen.h"
+
+namespace quillon {
+
+/// frmReportOptions: what the Checkup is to do.
+class ReportOptionsScreen : public Screen {
+ public:
+  explicit ReportOptionsScreen(Program& program) : Screen(program, "frmReportOptions") {}
+
+  /// 0 off, 1 on, 2 on and not to be changed.
+  int chkTrains = 1, chkView = 2;
+
+  void Activate() override;
+  /// A user's click on a box.
+  void chkTrainsClick() { SetTrains(chkTrains == 0 ? 1 : 0); }
+  void chkViewClick() { SetView(chkView == 0 ? 1 : 0); }
+  /// The words beside the boxes.
+  void Label1Click();
+  void Label2Click();
+  void btnOKClick();
+  void btnCancelClick();
+
+ private:
+  // A changed value fires the box's click handler.
+  void SetTrains(int value);
+  void SetView(int value);
+  void RunCheckup(bool show);
+  void CloseWithoutRun();
+};
+
+/// frmActivityCheck: a Checkup while it runs, and its end.
+class ActivityCheckScreen : public ProgressScreen {
+ public:
+  explicit ActivityCheckScreen(Program& program) : ProgressScreen(program, "frmActivityCheck") {}
+
+  Button btnOK{.enabled = false};
+  /// Decorative: moves the bar while the train database is built.
+  Timer Timer1{20, true};
+
+  /// Runs the Checkup to its end.
+  void Activate() override;
+  void Timer1Tick();
+  void btnOKClick();
+
+ private:
+  int CheckupCounter_ = 0;
+  bool ran_ = false;
+};
+
+}  // namespace quillon

@@ -1,0 +1,37 @@
+// Every service is judged by the consist that it calls for.
+#pragma once
+
+#include <string>
+#include <unordered_set>
+
+#include "checkup/ConsistAnalysis.h"
+#include "checkup/RouteFiles.h"
+
+namespace quillon {
+
+class ServiceVerification {
+ public:
+  ServiceVerification(Program& program, Progress& progress, const ConsistAnalysis& consists,
+                      FinalReport& report);
+
+  void VerifyServices(const std::vector<std::string>& lstServices);
+
+  /// Whether a service is good; `path` is that of its file.
+  bool IsGood(const std::string& path) const;
+
+ private:
+  void Verify(const std::string& path);
+  void TakeName(const GameText& text);
+  void TakeConsist(const GameText& text);
+  bool ConsistIsPresent(const std::string& lowerConsist) const;
+  void Record(const RouteFile& file, bool good);
+
+  Program& program_;
+  Progress& progress_;
+  const ConsistAnalysis& consists_;
+  FinalReport& report_;
+  std::unordered_set<std::string> VerifiedServices, VerifiedConsists;  // lower case
+  std::string name_, consist_;  // carried over to a service that has none
+};
+
+}  // namespace quillon

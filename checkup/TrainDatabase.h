@@ -1,0 +1,48 @@
+// Which engine and wagon files are installed, and in which train folders.
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "core/Program.h"
+
+namespace quillon {
+
+enum class TrainKind { Engine, Wagon };
+
+/// Built from file names alone. Names and folders are in lower case.
+class TrainDatabase {
+ public:
+  explicit TrainDatabase(Program& program) : program_(program) {}
+
+  /// Walks the train folders and records doubles; what was there before is forgotten.
+  void BuildTrainDatabase(const std::function<void()>& yield);
+
+  /// Whether that file lies in that very folder.
+  bool CheckItem(TrainKind kind, const std::string& file, const std::string& folder) const;
+  /// A folder that holds the file: the last double met, or the only one; "none" when it lies nowhere.
+  std::string FindAlternateFolder(TrainKind kind, const std::string& file) const;
+
+  int EngCount() const { return indexes_[0].count; }
+  int WagCount() const { return indexes_[1].count; }
+
+ private:
+  struct Index {
+    std::unordered_set<std::string> FileFolders;  // file, NUL, folder
+    std::unordered_map<std::string, std::string> folderOf;
+    std::string doubles;  // path of the file that records them
+    int count = 0;
+  };
+
+  void WalkTrainFolder(const std::string& name);
+  void Add(Index& index, const std::string& file, const std::string& folder);
+
+  Program& program_;
+  std::array<Index, 2> indexes_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,41 @@
+#include "screens/frmReportOptions.h"
+
+#include <QEvent>
+
+namespace quillon {
+
+frmReportOptions::frmReportOptions(ReportOptionsScreen& model, Desk& desk)
+    : ScreenView(model, desk), model_(model) {
+  ReportOptionsScreen& m = model_;
+  AddText("lblHead", "Checkup");
+  AddText("lblText",
+          "The Checkup looks through all the trains, consists, services and activities of Train Simulator "
+          "and finds "
+          "those that cannot work because something is missing.\n\nIt may take a few minutes. Faulty "
+          "consists are put "
+          "aside and come back as soon as their trains are installed.");
+  label1_ = AddText("Label1", "Check all trains, consists, services, activities");
+  label2_ = AddText("Label2", "Show the full report of the Checkup when finished");
+  chkTrains_ = BindTick("chkTrains", trains_, label1_->text(), [&m] { m.chkTrainsClick(); });
+  chkView_ = BindTick("chkView", view_, label2_->text(), [&m] { m.chkViewClick(); });
+  static const Button always;
+  SetDefault(Bind("btnOK", always, "Do what is ticked.", [&m] { m.btnOKClick(); }));
+  SetCancel(Bind("btnCancel", always, "Back to the route manager.", [&m] { m.btnCancelClick(); }));
+  for (QLabel* label : {label1_, label2_}) label->installEventFilter(this);
+}
+
+void frmReportOptions::Sync() {
+  trains_ = model_.chkTrains > 0;
+  view_ = model_.chkView > 0;
+  chkTrains_->SetGrey(model_.chkTrains == 2);
+  chkView_->SetGrey(model_.chkView == 2);
+  ScreenView::Sync();
+}
+
+bool frmReportOptions::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == label1_ && event->type() == QEvent::MouseButtonRelease) Do([this] { model_.Label1Click(); });
+  if (watched == label2_ && event->type() == QEvent::MouseButtonRelease) Do([this] { model_.Label2Click(); });
+  return ScreenView::eventFilter(watched, event);
+}
+
+}  // namespace quillon

@@ -1,0 +1,25 @@
+// The view of frmReportOptions.
+#pragma once
+
+#include "checkup/CheckupScreens.h"
+#include "screens/ScreenView.h"
+
+namespace quillon {
+
+class frmReportOptions : public ScreenView {
+ public:
+  frmReportOptions(ReportOptionsScreen& model, Desk& desk);
+
+  void Sync() override;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  ReportOptionsScreen& model_;
+  bool trains_ = true, view_ = true;
+  PictureButton *chkTrains_, *chkView_;
+  QLabel *label1_, *label2_;
+};
+
+}  // namespace quillon
