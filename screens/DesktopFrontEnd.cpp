@@ -20,7 +20,7 @@ namespace quillon {
 namespace {
 
 constexpr int kPictureCache = 64 << 10;  // kilobytes
-constexpr int kTurnInterval = 15;        // milliseconds of work between two turns of the event loop
+constexpr int kTurnInterval = 33;        // milliseconds of work between two turns of the event loop
 constexpr int kExposeTime = 1000;        // milliseconds that a window may take to come up
 
 QString Text(std::string_view text) {

@@ -12,7 +12,7 @@ class MainCycleTest : public ScreensTest {
  protected:
   /// The screen behind `ok` is modal: its button is clicked as soon as the work is done.
   void WhenFinished(const char* screen, const std::function<void()>& act) {
-    auto* timer = new QTimer(qApp);
+    auto* timer = new QTimer(&timers_);
     QObject::connect(timer, &QTimer::timeout, timer, [this, timer, screen, act] {
       if (!IsOpen(screen) || !ButtonOf(screen, "btnOK").isEnabled()) return;
       timer->deleteLater();
@@ -21,6 +21,9 @@ class MainCycleTest : public ScreensTest {
     });
     timer->start(10);
   }
+
+ private:
+  QObject timers_;
 };
 
 TEST_F(MainCycleTest, ByMouse) {
