@@ -5,6 +5,7 @@
 #include <QMessageBox>
 #include <QPixmapCache>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 #include <new>
 #include <utility>
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int kPictureCache = 64 << 10;  // kilobytes
 constexpr int kTurnInterval = 33;        // milliseconds of work between two turns of the event loop
+constexpr int kIdleTime = 300;           // milliseconds after which the user is taken to be looking
 constexpr int kExposeTime = 1000;        // milliseconds that a window may take to come up
 
 QString Text(std::string_view text) {
@@ -219,6 +221,8 @@ void DesktopFrontEnd::ScreenActivated(Screen& screen) {
     view->Sync();
     view->activateWindow();
   }
+  // The next screen is mostly the load's: its picture is ready when it is asked for.
+  if (screen.Name() == "frmMain") QTimer::singleShot(kIdleTime, [] { DrawBackgroundAhead("frmLoad"); });
 }
 
 void DesktopFrontEnd::ScreenUnloaded(const std::string& name) {

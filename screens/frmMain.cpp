@@ -13,8 +13,6 @@ frmMain::frmMain(MainScreen& model, Desk& desk) : ScreenView(model, desk), model
   imgRoute_ = AddText("imgRoute", {});
   imgRoute_->setAccessibleName("Preview of the route");
   lampLoaded_ = AddText("lampLoaded", {});
-  lampLoaded_->setPixmap(
-      Picture(LayoutOf("lampLoaded").picture, LayoutOf("lampLoaded").rect.size(), devicePixelRatioF()));
   Bind("lblRouteName", model.lblRouteName);
   Bind("lblLoaded", model.lblLoaded);
   Bind("lblRightClick", model.lblRightClick);
@@ -74,9 +72,16 @@ void frmMain::BindTimers() {
 
 void frmMain::Sync() {
   ScreenView::Sync();
-  lampLoaded_->setVisible(!model_.lblLoaded.text.empty());
+  ShowLamp();
   ShowHint();
   if (shown_ != model_.imgRoute) ShowPreview();
+}
+
+void frmMain::ShowLamp() {
+  const bool lit = !model_.lblLoaded.text.empty();
+  if (lit && lampLoaded_->pixmap().isNull())
+    lampLoaded_->setPixmap(Picture(LayoutOf("lampLoaded").picture, lampLoaded_->size(), devicePixelRatioF()));
+  lampLoaded_->setVisible(lit);
 }
 
 /// The picture fills its frame; what stands over is cut off evenly.

@@ -20,6 +20,7 @@ class frmMain : public ScreenView {
   void BindButtons();
   void BindLists();
   void BindTimers();
+  void ShowLamp();
   void ShowPreview();
   void ShowHint();
 

@@ -50,12 +50,16 @@ HoverList::HoverList(const ControlLayout& layout, const QString& name, QWidget* 
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollMode(ScrollPerItem);
   setAutoScroll(true);
+}
+
+/// Costs time, and most lists of a session are never seen.
+void HoverList::Dress() {
   setStyleSheet(QStringLiteral("QListView { background: %1; }"
                                "QScrollBar:vertical { background: #1A1A1A; width: 12px; border: none; }"
                                "QScrollBar::handle:vertical { background: #B8892B; min-height: 14px;"
                                " border-radius: 4px; margin: 1px 2px; }"
                                "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }")
-                    .arg(layout.background.name()));
+                    .arg(layout_.background.name()));
 }
 
 void HoverList::Sync(List& list) {
@@ -74,6 +78,7 @@ void HoverList::Sync(List& list) {
   top_ = list.top = verticalScrollBar()->value();
   setEnabled(list.enabled);
   if (isVisibleTo(parentWidget()) != list.visible) {
+    if (list.visible && styleSheet().isEmpty()) Dress();
     setVisible(list.visible);
     if (list.visible) raise();
     if (list.visible && list.enabled) setFocus();

@@ -34,6 +34,7 @@ class HoverList : public QListView {
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
+  void Dress();
   void Hover(QPoint position);
   void Call(const std::function<void()>& handler) const {
     if (handler) handler();
