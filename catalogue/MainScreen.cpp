@@ -160,7 +160,10 @@ bool MainScreen::AskAndAct() {
   const std::string question =
       PermanentMode ? RouteRemoval::PermanentQuestion(RightClickName)
                     : "Are you sure you want to completely remove " + RightClickName + " from Quillon?";
-  if (!program_.boxes.AskYesNo(title, question)) return false;
+  if (!program_.boxes.AskYesNo(title, question)) {
+    program_.Refuse();
+    return false;
+  }
   HideLists();
   const std::string selected = RightClickName;
   if (PermanentMode)

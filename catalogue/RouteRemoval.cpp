@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
 
 namespace quillon {
 namespace {
@@ -20,7 +21,8 @@ RouteRemoval::RouteRemoval(Program& program, std::string rightClickName)
 
 void RouteRemoval::RemoveRoute() {
   program_.Step("Removing " + Trim(RightClickName));
-  DeleteBelongings();
+  // A catalogue that someone edited may name what leads elsewhere, or all routes at once.
+  if (IsUsableStem(zip_)) DeleteBelongings();
   std::string& name = program_.shared.RemovedRouteName;
   name = catalogue_.NameOf(zip_, kNoData);
   if (!program_.shared.MakingPermanent)

@@ -73,6 +73,15 @@ class Definition {
                     ->add_option("name", c.argument, "The route; else the selected one");
     Add("add", "Adds all downloaded routes")->add_flag("--no-report", noReport_, "Writes no report");
     Add("clean", "Rebuilds the working route");
+    Add("pack", "Packs an installed route into a zip among the downloads")
+        ->add_option("folder", c.argument, "The route's folder")
+        ->required();
+    Add("remove", "Removes a route from Quillon")
+        ->add_option("name", c.argument, "The route's name")
+        ->required();
+    Add("permanent", "Makes the loaded route an ordinary route of the game")
+        ->add_option("name", c.argument, "The route's name")
+        ->required();
     Add("checkup", "Checks all trains, consists, services and activities");
     Add("report", "Opens the last Checkup's report");
     auto* options = Add("options", "Changes the settings");

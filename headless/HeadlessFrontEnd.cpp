@@ -7,6 +7,7 @@
 #include "intake/InitProgScreen.h"
 #include "loading/LoadScreen.h"
 #include "repair/CleanUpScreen.h"
+#include "repair/PackScreens.h"
 
 namespace quillon {
 namespace {
@@ -120,6 +121,10 @@ void HeadlessFrontEnd::PressButtons(Screen& screen) {
     notice->btnOKClick();
   else if (auto* checkup = dynamic_cast<ActivityCheckScreen*>(&screen))
     checkup->btnOKClick();
+  else if (auto* confirm = dynamic_cast<PackConfirmScreen*>(&screen))
+    confirm->btnOKClick();
+  else if (auto* pack = dynamic_cast<PackScreen*>(&screen))
+    pack->btnOKClick();
   else if (auto* load = dynamic_cast<LoadScreen*>(&screen))
     load->btnOKClick();
   else if (auto* consist = dynamic_cast<CustomConsistScreen*>(&screen))

@@ -39,13 +39,15 @@ Session::Session(const Options& options, Output& output)
 
 const std::map<std::string, Session::Action, std::less<>>& Session::Actions() {
   static const std::map<std::string, Action, std::less<>> actions = {
-      {"setup", &Session::Setup},        {"sample", &Session::Sample},
-      {"start", &Session::Start},        {"routes", &Session::Routes},
-      {"pick", &Session::Pick},          {"info", &Session::Info},
-      {"load", &Session::Load},          {"add", &Session::Add},
-      {"clean", &Session::Clean},        {"options", &Session::ChangeOptions},
-      {"make-list", &Session::MakeList}, {"help", &Session::Help},
-      {"checkup", &Session::Checkup},    {"report", &Session::Report},
+      {"setup", &Session::Setup},         {"sample", &Session::Sample},
+      {"start", &Session::Start},         {"routes", &Session::Routes},
+      {"pick", &Session::Pick},           {"info", &Session::Info},
+      {"load", &Session::Load},           {"add", &Session::Add},
+      {"clean", &Session::Clean},         {"options", &Session::ChangeOptions},
+      {"make-list", &Session::MakeList},  {"help", &Session::Help},
+      {"checkup", &Session::Checkup},     {"report", &Session::Report},
+      {"pack", &Session::Pack},           {"remove", &Session::Remove},
+      {"permanent", &Session::Permanent},
   };
   return actions;
 }
@@ -161,7 +163,8 @@ void Session::Routes(const Command&) {
   screens_.Do([this] { Main().CloseList(); });
 }
 
-bool Session::PickRow(const std::string& name) {
+/// Opens the list and brings the pointer to a row.
+bool Session::HoverRow(const std::string& name) {
   screens_.Do([this] { Main().btnRouteListClick(); });
   const auto& rows = Main().ListRoutes.rows;
   const std::string wanted = NameOfRow(name);
@@ -176,6 +179,11 @@ bool Session::PickRow(const std::string& name) {
   }
   const int row = static_cast<int>(at - rows.begin());
   screens_.Do([this, row] { Main().ListRoutesHover(row); });
+  return true;
+}
+
+bool Session::PickRow(const std::string& name) {
+  if (!HoverRow(name)) return false;
   screens_.Do([this] { Main().ListRoutesLeftPress(); });
   screens_.Do([this] { Main().TimerWaitTick(); });
   return true;
@@ -212,6 +220,36 @@ void Session::Add(const Command& command) {
 
 void Session::Clean(const Command&) {
   if (auto* routes = AtRoutes()) screens_.Do([routes] { routes->btnCleanClick(); });
+}
+
+void Session::Pack(const Command& command) {
+  if (auto* routes = AtRoutes())
+    screens_.Do([&] {
+      routes->btnPackClick();
+      routes->PackFolderPicked(AbsoluteHostPath(command.argument));
+    });
+}
+
+void Session::Remove(const Command& command) { ActOnRow(command.argument, false); }
+
+void Session::Permanent(const Command& command) { ActOnRow(command.argument, true); }
+
+/// The right press on a row, and row 1 of the menu that it opens.
+void Session::ActOnRow(const std::string& name, bool permanent) {
+  if (!HoverRow(name)) return;
+  screens_.Do([this] { Main().ListRoutesRightPress(); });
+  if (!Main().toolsList.visible || Main().PermanentMode != permanent) {
+    std::fprintf(stderr, "quillon: \"%s\" is %s\n", name.c_str(),
+                 permanent ? "not loaded: only the loaded route can be made permanent"
+                           : "loaded: load another route before you remove it");
+    screens_.Do([this] { Main().CloseList(); });
+    program_.Get().Refuse();
+    return;
+  }
+  screens_.Do([this] {
+    Main().toolsListHover(1);
+    Main().toolsListLeftPress();
+  });
 }
 
 ReportOptionsScreen* Session::AtReportOptions() {

@@ -42,7 +42,9 @@ class Session {
   int Status();
   void Report(const class RunTimeError& error);
   void RefuseRow(std::string_view name);
+  bool HoverRow(const std::string& name);
   bool PickRow(const std::string& name);
+  void ActOnRow(const std::string& name, bool permanent);
 
   void Setup(const Command& command);
   void Sample(const Command& command);
@@ -53,6 +55,9 @@ class Session {
   void Load(const Command& command);
   void Add(const Command& command);
   void Clean(const Command& command);
+  void Pack(const Command& command);
+  void Remove(const Command& command);
+  void Permanent(const Command& command);
   void Checkup(const Command& command);
   void Report(const Command& command);
   void ChangeOptions(const Command& command);

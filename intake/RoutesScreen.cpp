@@ -144,9 +144,13 @@ bool RoutesScreen::RefuseFolder(const std::string& ChosenFolder, const std::stri
     program_.boxes.Tell(refusal->title, refusal->message);
     return true;
   }
-  const bool deeper = below.front() != '\\' || below.find('\\', 1) != below.npos;
-  if (deeper) program_.boxes.Tell("Quillon", "Not a full route!  Pick the actual route folder.");
-  return deeper;
+  if (below.front() != '\\' || below.find('\\', 1) != below.npos) {
+    program_.boxes.Tell("Quillon", "Not a full route!  Pick the actual route folder.");
+    return true;
+  }
+  if (program_.files.IsPathAFolder(ChosenFolder)) return false;
+  program_.boxes.Tell("Quillon", "That is not a route!");
+  return true;
 }
 
 void RoutesScreen::btnOKClick() {

@@ -1,28 +1,41 @@
 // The models of the screens of Pack Route.
 #pragma once
 
+#include <string>
+
 #include "core/Controls.h"
 #include "core/Screen.h"
-#include "core/Text.h"
 
 namespace quillon {
 
 /// frmPackConfirm: asks before a route is packed.
 class PackConfirmScreen : public Screen {
  public:
-  explicit PackConfirmScreen(Program& program)
-      : Screen(program, "frmPackConfirm"), lblRouteName{ProperCase(program.shared.PackNameField)} {}
+  explicit PackConfirmScreen(Program& program);
 
   Label lblRouteName;
 
-  void btnOKClick() {
-    program_.stage.Unload(Name());
-    program_.boxes.Tell("Pack Route", "Pack Route is not part of this version yet.");
-  }
-  void btnCancelClick() {
-    program_.Refuse();
-    program_.stage.Unload(Name());
-  }
+  void btnOKClick();
+  void btnCancelClick();
+};
+
+/// frmPack: a route while it is packed, and the question about its folder.
+class PackScreen : public ProgressScreen {
+ public:
+  explicit PackScreen(Program& program);
+
+  Label lblRouteName;
+  Button btnOK{.enabled = false};
+
+  /// Packs the route to the end.
+  void Activate() override;
+  void btnOKClick();
+
+ private:
+  void RemoveRouteFolder();
+
+  const std::string txtRoutePath_, txtZipRoute_;
+  bool ran_ = false;
 };
 
 }  // namespace quillon

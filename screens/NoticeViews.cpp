@@ -58,7 +58,11 @@ frmCleanUpNotice::frmCleanUpNotice(CleanUpNoticeScreen& model, Desk& desk) : Not
 
 frmPackConfirm::frmPackConfirm(PackConfirmScreen& model, Desk& desk) : NoticeView(model, desk) {
   Bind("lblRouteName", model.lblRouteName);
-  AddText("lblText", "");
+  AddText("lblText",
+          "Do you want to pack this route into a zip file? The zip will be put into the folder "
+          "downloaded_routes, ready "
+          "to be added to Quillon.\n\nThis may take a few minutes. The route itself is not changed by the "
+          "packing.");
   Buttons(
       "btnOK", "Pack the route.", [&model] { model.btnOKClick(); }, "Don't pack the route.",
       [&model] { model.btnCancelClick(); });

@@ -30,6 +30,7 @@ std::unique_ptr<ScreenView> MakeView(Screen& model, Desk& desk) {
       Make<frmCleanUp, CleanUpScreen>(model, desk, view) ||
       Make<frmWelcome, WelcomeScreen>(model, desk, view) || Make<frmNoAct, NoActScreen>(model, desk, view) ||
       Make<frmCleanUpNotice, CleanUpNoticeScreen>(model, desk, view) ||
+      Make<frmPack, PackScreen>(model, desk, view) ||
       Make<frmPackConfirm, PackConfirmScreen>(model, desk, view) ||
       Make<frmReportOptions, ReportOptionsScreen>(model, desk, view) ||
       Make<frmActivityCheck, ActivityCheckScreen>(model, desk, view) ||

@@ -40,6 +40,14 @@ frmCleanUp::frmCleanUp(CleanUpScreen& model, Desk& desk) : ProgressView(model, d
   Bind(model.TimerWait, [&model] { model.TimerWaitTick(); });
 }
 
+frmPack::frmPack(PackScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarZip") {
+  setWindowTitle("Quillon is Working...");
+  Bind("lblRouteName", model.lblRouteName);
+  PictureButton* ok = Bind("btnOK", model.btnOK, "Done.", [&model] { model.btnOKClick(); });
+  SetDefault(ok);
+  SetCancel(ok);
+}
+
 frmActivityCheck::frmActivityCheck(ActivityCheckScreen& model, Desk& desk)
     : ProgressView(model, desk, "ProgressBar") {
   setWindowTitle("Quillon is checking");

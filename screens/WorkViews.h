@@ -6,6 +6,7 @@
 #include "intake/ZipTriage.h"
 #include "loading/LoadScreen.h"
 #include "repair/CleanUpScreen.h"
+#include "repair/PackScreens.h"
 #include "screens/ProgressView.h"
 
 namespace quillon {
@@ -28,6 +29,11 @@ class frmInitProg : public ProgressView {
 class frmCleanUp : public ProgressView {
  public:
   frmCleanUp(CleanUpScreen& model, Desk& desk);
+};
+
+class frmPack : public ProgressView {
+ public:
+  frmPack(PackScreen& model, Desk& desk);
 };
 
 class frmActivityCheck : public ProgressView {

@@ -26,6 +26,7 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmLoad") return std::make_unique<LoadScreen>(program);
   if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);
   if (name == "frmCleanUp") return std::make_unique<CleanUpScreen>(program);
+  if (name == "frmPack") return std::make_unique<PackScreen>(program);
   if (name == "frmPackConfirm") return std::make_unique<PackConfirmScreen>(program);
   if (name == "frmReportOptions") return std::make_unique<ReportOptionsScreen>(program);
   if (name == "frmActivityCheck") return std::make_unique<ActivityCheckScreen>(program);

@@ -1,0 +1,63 @@
+#include "repair/PackScreens.h"
+
+#include "core/Text.h"
+#include "repair/PackRoute.h"
+
+namespace quillon {
+
+PackConfirmScreen::PackConfirmScreen(Program& program)
+    : Screen(program, "frmPackConfirm"), lblRouteName{ProperCase(program.shared.PackNameField)} {}
+
+void PackConfirmScreen::btnOKClick() {
+  program_.stage.Unload(Name());
+  program_.stage.ShowModal("frmPack");
+}
+
+void PackConfirmScreen::btnCancelClick() {
+  program_.Refuse();
+  program_.stage.Unload(Name());
+}
+
+PackScreen::PackScreen(Program& program)
+    : ProgressScreen(program, "frmPack"),
+      txtRoutePath_(program.shared.PackParentField),
+      txtZipRoute_(program.shared.PackNameField) {}
+
+void PackScreen::Activate() {
+  if (ran_) return;
+  ran_ = true;
+  SetLabel("lblRouteName", lblRouteName, ProperCase(txtZipRoute_), true);
+  {
+    const Work work(*this);
+    PackRoute(program_, *this, txtRoutePath_, txtZipRoute_).Run();
+  }
+  btnOK.enabled = true;
+}
+
+void PackScreen::btnOKClick() {
+  if (program_.boxes.AskYesNo(
+          "Remove route folder?",
+          "Would you like to remove the " + txtZipRoute_ +
+              " folder from Train Simulator?\r\n\r\n"
+              "The folder is no longer needed for use with Quillon and removing it will \r\n"
+              "free up approximately 500MB of hard drive space.\r\n\r\n"
+              "Please note that if you remove this route you will lose any saved activities associated with "
+              "it."))
+    RemoveRouteFolder();
+  program_.stage.Unload(Name());
+}
+
+void PackScreen::RemoveRouteFolder() {
+  const std::string folder = txtRoutePath_ + "\\" + txtZipRoute_;
+  Caption("Deleting " + folder);
+  const Work work(*this);
+  program_.files.DelTree(program_.BelowGame("\\Saves\\") + txtZipRoute_);
+  program_.files.DelTree(folder);
+  if (program_.files.FileExists(folder))
+    program_.boxes.Tell("Remove route folder?",
+                        "Not all of " + folder +
+                            " could be removed.\r\nClose what uses its files and remove the "
+                            "folder by hand; its zip is complete.");
+}
+
+}  // namespace quillon
