@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "catalogue/DefaultFileScan.h"
 #include "catalogue/Saves.h"
 #include "core/Text.h"
 
@@ -27,6 +28,7 @@ void CleanUp::Run() {
   const FileSystem::Pass pass(files_.Host());
   program_.shared.ReturnToCleanUp = false;
   RequireSources();
+  FillEmptyLists();
   RequireWritablePlaces();
   RequireRoom();
   RemoveWorkingRoute();
@@ -50,6 +52,12 @@ void CleanUp::RequireSources() {
   for (const auto& file :
        {program_.app.CopyFilesList(), masters + "\\current.tsl", masters + "\\default.tsl"})
     if (!files_.FileExists(file)) throw RunTimeError(ErrorNumber::FileNotFound, file);
+}
+
+void CleanUp::FillEmptyLists() {
+  if (!program_.derivesLists || files_.Size(program_.app.CopyFilesList()) != 0) return;
+  progress_.Caption("Listing the default files of the game...");
+  DefaultFileScan(program_).DeriveLists();
 }
 
 void CleanUp::RequireWritablePlaces() {

@@ -16,6 +16,7 @@ class CleanUp {
 
  private:
   void RequireSources();
+  void FillEmptyLists();
   void RequireWritablePlaces();
   void RequireRemovable(const std::string& folder);
   void RequireRoom();

@@ -44,6 +44,11 @@ DesktopFrontEnd::DesktopFrontEnd() {
 
 DesktopFrontEnd::~DesktopFrontEnd() { FinishDrawing(); }
 
+void DesktopFrontEnd::Serve(RunningProgram& program) {
+  running_ = &program;
+  program.Get().derivesLists = true;
+}
+
 void DesktopFrontEnd::Start() {
   Handle([this] { running_->Screens().Show("frmMain"); });
 }

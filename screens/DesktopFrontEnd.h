@@ -22,7 +22,7 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   ~DesktopFrontEnd() override;
 
   /// The program that this front end serves; outlives the views. To be called before anything is shown.
-  void Serve(RunningProgram& program) { running_ = &program; }
+  void Serve(RunningProgram& program);
   /// Shows the first screen.
   void Start();
   /// Start, and serves the user until the last screen has gone. 0, or 1 after a run-time error, which the

@@ -2,6 +2,7 @@
 
 #include <libdeflate.h>
 
+#include <array>
 #include <chrono>
 #include <memory>
 #include <new>
@@ -23,11 +24,24 @@ struct FreeCompressor {
   void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
 };
 
+/// One a thread and level.
+template <int level>
 libdeflate_compressor* Compressor() {
   thread_local const std::unique_ptr<libdeflate_compressor, FreeCompressor> instance(
-      libdeflate_alloc_compressor(kLevel));
+      libdeflate_alloc_compressor(level));
   if (!instance) throw std::bad_alloc();
   return instance.get();
+}
+
+/// Whether the file is packed in itself: what gives nothing at three places is not worth the search elsewhere.
+bool GivesNothing(const std::string& bytes) {
+  constexpr std::size_t kProbe = 16u << 10, kLeast = kProbe - kProbe / 32;
+  if (bytes.size() < 3 * kProbe) return false;
+  std::array<char, kLeast> room;  // a probe that does not fit gives nothing
+  for (const std::size_t at : {std::size_t{0}, bytes.size() / 2, bytes.size() - kProbe})
+    if (libdeflate_deflate_compress(Compressor<1>(), bytes.data() + at, kProbe, room.data(), room.size()) != 0)
+      return false;
+  return true;
 }
 
 std::string ReadWhole(const PackQueue::Source& source) {
@@ -39,8 +53,8 @@ std::string ReadWhole(const PackQueue::Source& source) {
 }
 
 PackedFile Pack(const PackQueue::Source& source) {
-  libdeflate_compressor* const compressor = Compressor();
   const std::string bytes = ReadWhole(source);
+  libdeflate_compressor* const compressor = GivesNothing(bytes) ? Compressor<0>() : Compressor<kLevel>();
   PackedFile packed;
   packed.size = bytes.size();
   packed.crc = libdeflate_crc32(0, bytes.data(), bytes.size());

@@ -112,6 +112,22 @@ TEST_F(OtherScreensTest, OptionsKeepWhatWasTyped) {
   EXPECT_TRUE(IsOpen("frmMain"));
 }
 
+TEST_F(OtherScreensTest, AFirstCleanUpFillsTheEmptyLists) {
+  Write(DataPath("misc_info\\copyfiles.tsl"), "");
+  Write(DataPath("misc_info\\filelist.tsl"), "mine.s\r\n");
+  Start();
+  frontEnd_.Handle([&] {
+    QTimer answer;
+    QObject::connect(&answer, &QTimer::timeout, [&] {
+      if (IsOpen("frmCleanUp") && ButtonOf("frmCleanUp", "btnOK").isEnabled()) Click("frmCleanUp", "btnOK");
+    });
+    answer.start(20);
+    program_->Screens().ShowModal("frmCleanUp");
+  });
+  EXPECT_TRUE(Contains(ReadBytes(DataPath("misc_info\\copyfiles.tsl")), "Routes\\USA2\\"));
+  EXPECT_EQ(ReadBytes(DataPath("misc_info\\filelist.tsl")), "mine.s\r\n") << "what a user wrote stays";
+}
+
 TEST_F(OtherScreensTest, DroppedZipsGoToTheDownloads) {
   Start();
   Write(Home() + "/new route.ZIP", "a zip");
@@ -145,9 +161,9 @@ TEST_F(OtherScreensTest, NoTextIsCut) {
   Start();
   Program& program = program_->Get();
   program.shared.PackNameField = "great western main line and its branches";
-  for (const char* screen :
-       {"frmMain", "frmOptions", "frmRoutes", "frmWelcome", "frmNoAct", "frmCleanUpNotice", "frmPackConfirm",
-        "frmCustomConsist", "frmZipCheck", "frmInitProg", "frmCleanUp", "frmReportOptions", "frmActivityCheck"}) {
+  for (const char* screen : {"frmMain", "frmOptions", "frmRoutes", "frmWelcome", "frmNoAct",
+                             "frmCleanUpNotice", "frmPackConfirm", "frmCustomConsist", "frmZipCheck",
+                             "frmInitProg", "frmCleanUp", "frmReportOptions", "frmActivityCheck"}) {
     const auto model = MakeScreen(program, screen);
     if (auto* routes = dynamic_cast<RoutesScreen*>(model.get())) routes->Explain("btnClean");
     const auto view = MakeView(*model, frontEnd_);
