@@ -69,7 +69,9 @@ void ActivityVerification::VerifyOtherServices(const GameText& text, const Route
     // The name ends where the start time begins; the blank in front of the name makes up for the one behind
     // it.
     const auto blank = line.rfind(' ');
-    const std::string_view name = text.Text().substr(start, blank == line.npos ? 0 : blank + 1);
+    const std::size_t length =
+        blank == line.npos ? 0 : CharacterCount(std::string_view(line).substr(0, blank + 1));
+    const std::string_view name = FirstCharacters(text.Text().substr(start), length);
     if (!ServiceIsGood(file, WithoutQuotes(name))) break;
     from = end;
   }

@@ -9,7 +9,7 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
       progress_(progress),
       stopTimer_(std::move(stopTimer)),
       trains_(program),
-      scan_(trains_),
+      scan_(trains_, program.shared.LastVerifiedItem),
       report_(program),
       consists_(program, progress, scan_, report_),
       services_(program, progress, consists_, report_),
@@ -69,13 +69,13 @@ void Checkup::CheckEverything() {
   services_.VerifyServices(lists.lstServices);
   progress_.Caption("Verifying activities...");
   activities_.VerifyActivities(lists.lstAllActivities);
+  barMaximum_ = static_cast<int>(lists.lstAllActivities.size());
 }
 
 void Checkup::Finish() {
   stopTimer_();
   progress_.Colour(kGreen);
-  progress_.Maximum(100);
-  progress_.Value(100);
+  progress_.Value(barMaximum_);
   progress_.Caption("Finished!");
 }
 

@@ -31,6 +31,7 @@ class Checkup {
   void Finish();
 
   Program& program_;
+  int barMaximum_ = 100;
   Progress& progress_;
   const std::function<void()> stopTimer_;
   TrainDatabase trains_;

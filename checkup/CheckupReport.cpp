@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <ctime>
+#include <vector>
 
 #include "core/Text.h"
 #include "core/Version.h"
@@ -163,7 +164,7 @@ class ReportPage {
   void AddConsist(const std::string& record) {
     std::string line = ReplaceAll(ReplaceAll(record, "CON:", ""), " (MISSING!)",
                                   " <font size=-2 color=#000000>(MISSING!)</font>");
-    line.pop_back();  // the "=" of the empty value
+    if (!line.empty()) line.pop_back();  // the "=" of the empty value
     consists_.text +=
         std::string(kIndent) + "<font size =-1 color = \"Red\"><b>" + line + "</b></font><BR>\r\n";
     consists_.found = true;
@@ -178,8 +179,9 @@ class ReportPage {
                    "color = \"Red\"><b>");
     const std::string folder = Trim(ReplaceAll(value, "=", ""));
     const bool nowhere = folder == "none";
-    section.text += std::string(kEnd) + std::string(kIndent) + "<font size =-1 color = \"" +
-                    (nowhere ? "Red" : "Green") + "\"><b>" + Trim(line) + ".</b></font>";
+    section.text += std::string(kEnd) + std::string(kIndent) +
+                    (nowhere ? "<font size =-1 color = \"Red\"><b>" : "<font size=-1 color = \"Green\"><b>") +
+                    Trim(line) + ".</b></font>";
     if (nowhere)
       section.text += "<BR><BR>\r\n";
     else
@@ -193,6 +195,17 @@ class ReportPage {
   Section activities_, services_, consists_, locomotives_, wagons_;
   std::string PrevActivityRoute, PrevServiceRoute;
 };
+
+/// A lone LF ends no line.
+std::vector<std::string> RecordLines(std::string_view text) {
+  std::vector<std::string> lines;
+  while (!text.empty()) {
+    const auto end = std::min(text.find('\r'), text.size());
+    lines.emplace_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + (text.substr(end).starts_with("\r\n") ? 2 : 1), text.size()));
+  }
+  return lines;
+}
 
 std::string PageStart(const std::string& refresh, const std::string& title, const std::string& headline) {
   return "<html>\r\n<head>\r\n<meta name=\"GENERATOR\" content=\"" + std::string(kApplicationTitle) +
@@ -232,7 +245,7 @@ void WriteCheckupReport(Program& program) {
   }
   program.files.KillIfThere(ReportFile(program));
   ReportPage page;
-  for (const auto& line : Lines(program.files.ReadAll(result))) page.Take(line);
+  for (const auto& line : RecordLines(program.files.ReadAll(result))) page.Take(line);
   const std::string date = Now("%x"), time = Now("%X");
   program.files.WriteAll(ReportFile(program),
                          PageStart("", "Quillon Analysis Report " + date + " at " + time,

@@ -13,7 +13,12 @@ constexpr std::string_view kUsualComment = "comment(individual consist name usua
 }  // namespace
 
 ConsistAnalysis::ConsistAnalysis(Program& program, Progress& progress, ItemScan& scan, FinalReport& report)
-    : program_(program), files_(program.files), progress_(progress), scan_(scan), report_(report) {}
+    : program_(program),
+      files_(program.files),
+      progress_(progress),
+      scan_(scan),
+      report_(report),
+      LastConsistName(program.shared.LastConsistName) {}
 
 std::string ConsistAnalysis::PathOf(std::string_view file) const {
   return program_.BelowGame(kConsists) + std::string(file);
@@ -31,12 +36,12 @@ void ConsistAnalysis::LoadConsistList() {
   progress_.Maximum(static_cast<int>(files.size()));
   int value = 0;
   progress_.Value(value);
-  ListFile log(files_, program_.app.TrainRecord("conarray.log"), true);
+  log_.reset();
   for (const auto& file : files) {
     progress_.Value(++value);
     progress_.Detail(static_cast<std::uint64_t>(value), files.size(), "consists");
     program_.Step("Reading the consist " + file);
-    ReadConsistCfg(LowerCase(file), log);
+    ReadConsistCfg(LowerCase(file));
   }
 }
 
@@ -50,14 +55,15 @@ void ConsistAnalysis::BringBack() {
   }
 }
 
-void ConsistAnalysis::ReadConsistCfg(const std::string& file, ListFile& log) {
+void ConsistAnalysis::ReadConsistCfg(const std::string& file) {
   TakeConfigName(GameText(files_, PathOf(file)));
-  configName_ = ReplaceAll(configName_, "\"", "");
+  LastConsistName = ReplaceAll(LastConsistName, "\"", "");
   ConsistFileArray.push_back(file);
-  const std::string name = LowerCase(configName_), number = std::to_string(ConsistFileArray.size());
+  const std::string name = LowerCase(LastConsistName), number = std::to_string(ConsistFileArray.size());
   names_.insert(name);
-  log.Add("Added to ConsistFileArray(" + number + "): " + file + "\r\nAdded to ConsistCfg(" + number +
-          "): " + name + "\r\n");
+  if (!log_) log_ = std::make_unique<ListFile>(files_, program_.app.TrainRecord("conarray.log"), true);
+  log_->Add("Added to ConsistFileArray(" + number + "): " + file + "\r\nAdded to ConsistCfg(" + number +
+            "): " + name + "\r\n");
 }
 
 /// The last one of the file counts.
@@ -67,7 +73,8 @@ void ConsistAnalysis::TakeConfigName(const GameText& text) {
     auto end = text.FindCharacter('\r', start);
     if (end == GameText::kNone) end = text.FindCharacter('\n', start);
     if (end == GameText::kNone) end = text.FindCharacter('\t', start);
-    configName_ = Trim(ReplaceAll(text.Between(start, end, "\"TrainCfg (\" has no end"), kUsualComment, ""));
+    LastConsistName =
+        Trim(ReplaceAll(text.Between(start, end, "\"TrainCfg (\" has no end"), kUsualComment, ""));
     at = text.Find(kTrainCfg, end);
   }
 }

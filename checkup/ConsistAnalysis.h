@@ -2,6 +2,7 @@
 // back for every new look.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -30,7 +31,7 @@ class ConsistAnalysis {
 
  private:
   void BringBack();
-  void ReadConsistCfg(const std::string& file, ListFile& log);
+  void ReadConsistCfg(const std::string& file);
   void TakeConfigName(const GameText& text);
   void Verify(const std::string& file);
   void MoveAway(const std::string& file);
@@ -41,8 +42,9 @@ class ConsistAnalysis {
   ItemScan& scan_;
   FinalReport& report_;
   std::vector<std::string> ConsistFileArray;  // lower case, with extension
+  std::unique_ptr<ListFile> log_;             // conarray.log, made with the first consist
   std::unordered_set<std::string> names_;     // ConsistCfg, and the empty text at its index 0
-  std::string configName_;                    // carried over to a consist without one
+  std::string& LastConsistName;               // carried over to a consist without a name
 };
 
 }  // namespace quillon

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
 
 #include "core/Text.h"
 
@@ -15,17 +17,30 @@ struct ItemScan::Token {
 
 namespace {
 
-/// Where the name ends and the folder begins, counted from 1 and decided by the first double quote; 0 when
-/// there is neither a quote nor a blank.
-std::size_t SplitPosition(std::string_view item) {
+/// The end of the character that begins at `at`.
+std::size_t Behind(std::string_view text, std::size_t at) {
+  if (at < text.size()) ++at;
+  while (at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) ++at;
+  return at;
+}
+
+/// Name and folder as the first double quote parts them; they share a character. Empty when there is neither
+/// a quote nor a blank.
+std::optional<std::pair<std::string_view, std::string_view>> Split(std::string_view item) {
+  const auto parts = [&](std::size_t nameEnd, std::size_t folderStart) {
+    return std::pair(item.substr(0, nameEnd), item.substr(std::min(folderStart, item.size())));
+  };
   const auto quote = item.find('"');
   if (quote == item.npos) {
     const auto blank = item.find(' ');
-    return blank == item.npos ? 0 : blank + 1;
+    if (blank == item.npos) return {};
+    return parts(blank + 1, blank);
   }
-  if (quote >= 2) return quote;
-  const auto second = item.find('"', quote + 1);
-  return second == item.npos ? 1 : second + 2;
+  const std::size_t second = Behind(item, 0);
+  if (quote > second) return parts(quote, LessLast(item.substr(0, quote)).size());
+  const auto closing = item.find('"', quote + 1);
+  if (closing == item.npos) return parts(second, 0);
+  return parts(Behind(item, closing + 1), closing + 1);
 }
 
 }  // namespace
@@ -70,10 +85,10 @@ void ItemScan::ScanItem(const GameText& text, const Token& token, std::size_t at
   const std::string item = Trim(cut), lowerItem = LowerCase(item);
   if (IsKnownGood(lowerItem)) return;
 
-  const std::size_t split = SplitPosition(item);
-  if (split == 0) text.Fail(at, "a train needs a name and a folder");
-  const std::string file = LowerCase(WithoutQuotes(item.substr(0, split))) + token.extension;
-  const std::string folder = LowerCase(WithoutQuotes(item.substr(std::min(split - 1, item.size()))));
+  const auto parts = Split(item);
+  if (!parts) text.Fail(at, "a train needs a name and a folder");
+  const std::string file = LowerCase(WithoutQuotes(parts->first)) + token.extension;
+  const std::string folder = LowerCase(WithoutQuotes(parts->second));
   if (trains_.CheckItem(token.kind, file, folder)) {
     VerifiedItems.insert(lowerItem);
     LastVerifiedItem = lowerItem;

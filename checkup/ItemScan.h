@@ -20,7 +20,9 @@ struct TrainFault {
 
 class ItemScan {
  public:
-  explicit ItemScan(const TrainDatabase& trains) : trains_(trains) {}
+  /// Both outlive the scan; the second is lower case and lives on between runs.
+  ItemScan(const TrainDatabase& trains, std::string& lastVerifiedItem)
+      : trains_(trains), LastVerifiedItem(lastVerifiedItem) {}
 
   /// Forgets which items were found good.
   void BeginPass();
@@ -36,7 +38,7 @@ class ItemScan {
 
   const TrainDatabase& trains_;
   std::unordered_set<std::string> VerifiedItems;  // lower case
-  std::string LastVerifiedItem;                   // lower case; lives on between passes
+  std::string& LastVerifiedItem;
 };
 
 }  // namespace quillon

@@ -38,9 +38,8 @@ void TrainDatabase::WalkTrainFolder(const std::string& name) {
 }
 
 void TrainDatabase::Add(Index& index, const std::string& file, const std::string& folder) {
-  const auto [known, isNew] = index.folderOf.try_emplace(file, folder);
-  if (!isNew) {
-    known->second = folder;
+  if (!index.firstFolder.try_emplace(file, folder).second) {
+    index.lastDouble[file] = folder;
     program_.ini.WriteIni(file, "OtherFolder", "\"" + folder + "\"", index.doubles);
   }
   index.FileFolders.insert(Pair(file, folder));
@@ -52,9 +51,11 @@ bool TrainDatabase::CheckItem(TrainKind kind, const std::string& file, const std
 }
 
 std::string TrainDatabase::FindAlternateFolder(TrainKind kind, const std::string& file) const {
-  const auto& folderOf = indexes_[static_cast<std::size_t>(kind)].folderOf;
-  const auto known = folderOf.find(file);
-  return known == folderOf.end() ? "none" : known->second;
+  const Index& index = indexes_[static_cast<std::size_t>(kind)];
+  const auto last = index.lastDouble.find(file);
+  if (last != index.lastDouble.end() && last->second != "none") return last->second;
+  const auto first = index.firstFolder.find(file);
+  return first == index.firstFolder.end() ? "none" : first->second;
 }
 
 }  // namespace quillon

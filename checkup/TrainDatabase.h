@@ -33,7 +33,7 @@ class TrainDatabase {
  private:
   struct Index {
     std::unordered_set<std::string> FileFolders;  // file, NUL, folder
-    std::unordered_map<std::string, std::string> folderOf;
+    std::unordered_map<std::string, std::string> firstFolder, lastDouble;
     std::string doubles;  // path of the file that records them
     int count = 0;
   };

@@ -12,16 +12,6 @@ constexpr std::size_t kLongestAttributePath = 255;
 constexpr std::uint64_t kBlock = 4096, kMostBytes = ~std::uint64_t{0};
 constexpr std::uint64_t kKilobyte = 1u << 10, kMegabyte = 1u << 20;
 
-/// The first `count` characters, not bytes.
-std::string_view FirstCharacters(std::string_view text, std::size_t count) {
-  std::size_t at = 0;
-  for (; at < text.size(); ++at) {
-    const bool startsCharacter = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
-    if (startsCharacter && count-- == 0) break;
-  }
-  return text.substr(0, at);
-}
-
 /// "." and ".." would empty another folder than the one that is named.
 bool LeadsElsewhere(const std::string& path) {
   const std::string closed = path + "\\";

@@ -34,6 +34,10 @@ struct SharedState {
   bool MakingPermanent = false;
   std::string RemovedRouteName;
 
+  /// What one scan of the Checkup leaves to the next: the item last found good, in lower case, and the name of the
+  /// consist last read.
+  std::string LastVerifiedItem, LastConsistName;
+
   /// The load copied a consist; its script has a message.
   bool CustomConsistsAdded = false, CustomMessagePending = false;
   /// That message: the caption of frmCustomMessage.lblMessage.

@@ -43,6 +43,11 @@ std::string MapCase(std::string_view text, Map map) {
 /// The library gives the sharp s a capital that Unicode's simple mapping, and any disk, does not know.
 utf8proc_int32_t ToUpper(utf8proc_int32_t c) { return c == 0xDF ? c : utf8proc_toupper(c); }
 
+utf8proc_int32_t ToLower(utf8proc_int32_t c) {
+  const utf8proc_int32_t lower = utf8proc_tolower(c);
+  return lower == c || ToUpper(lower) == c ? lower : c;
+}
+
 constexpr char AsciiUpper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 32) : c; }
 constexpr char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; }
 
@@ -109,7 +114,7 @@ std::string UpperCase(std::string_view text) {
 }
 
 std::string LowerCase(std::string_view text) {
-  if (!IsAscii(text)) return MapCase(text, utf8proc_tolower);
+  if (!IsAscii(text)) return MapCase(text, ToLower);
   std::string out(text);
   std::transform(out.begin(), out.end(), out.begin(), AsciiLower);
   return out;
@@ -119,9 +124,23 @@ std::string ProperCase(std::string_view text) {
   bool inWord = false;
   return MapCase(text, [&](utf8proc_int32_t c) {
     const bool first = !inWord;
-    inWord = c != ' ' && c != '\t';
-    return first ? ToUpper(c) : utf8proc_tolower(c);
+    inWord = c != ' ' && c != 0 && (c < '\t' || c > '\r');
+    return first ? ToUpper(c) : ToLower(c);
   });
+}
+
+std::size_t CharacterCount(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(
+      text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
+}
+
+std::string_view FirstCharacters(std::string_view text, std::size_t count) {
+  std::size_t at = 0;
+  for (; at < text.size(); ++at) {
+    const bool startsCharacter = (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80;
+    if (startsCharacter && count-- == 0) break;
+  }
+  return text.substr(0, at);
 }
 
 bool EqualNoCase(std::string_view a, std::string_view b) { return UpperCase(a) == UpperCase(b); }

@@ -1,6 +1,7 @@
 // Text rules of the system: UTF-8 inside, case by Unicode's simple mappings, paths with backslashes.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,7 +11,8 @@ namespace quillon {
 /// `text` with every letter in its simple upper case. Bytes that are no UTF-8 stay as they are.
 std::string UpperCase(std::string_view text);
 
-/// `text` with every letter in its simple lower case. Bytes that are no UTF-8 stay as they are.
+/// `text` with every letter in its simple lower case. Bytes that are no UTF-8 stay as they are, and so do
+/// letters that would not come back from lower case: a name in lower case must still find its file.
 std::string LowerCase(std::string_view text);
 
 /// Each word with a capital and lower case behind it.
@@ -21,6 +23,10 @@ bool EqualNoCase(std::string_view a, std::string_view b);
 
 /// Whether `a` comes first in the order of UTF-16 code units.
 bool ComesBefore(std::string_view a, std::string_view b);
+
+/// Characters, not bytes.
+std::size_t CharacterCount(std::string_view text);
+std::string_view FirstCharacters(std::string_view text, std::size_t count);
 
 /// `text` without the blanks at both ends. Only blanks count, no tabs.
 std::string Trim(std::string_view text);

@@ -7,6 +7,7 @@
 #include <new>
 #include <utility>
 
+#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/ZipStub.h"
 
@@ -35,11 +36,6 @@ using EntryFile = std::unique_ptr<zip_file_t, CloseEntry>;
 
 bool HasControlCharacter(std::string_view name) {
   return std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
-}
-
-std::size_t CharacterCount(std::string_view utf8) {
-  return static_cast<std::size_t>(std::count_if(
-      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
 [[noreturn]] void Broken(const ArchiveEntry& entry) {

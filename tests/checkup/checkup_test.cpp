@@ -195,6 +195,26 @@ TEST_F(CheckupTest, AFatalItemNamesFileAndLineAndTheNextRunGoesOn) {
   EXPECT_TRUE(LastErrorPath().ends_with("open.con"));
 }
 
+TEST_F(CheckupTest, WhatOneRunReadLastIsCarriedIntoTheNext) {
+  Consist("zed.con", "EngineData ( dash9 dash9 )");
+  KeepSession();
+  ASSERT_EQ(Checkup(), 0);
+  Write(Game() + "/TRAINS/CONSISTS/a.con", "no name at all");
+  ASSERT_EQ(Checkup(), 0);
+  EXPECT_TRUE(Contains(ReadBytes(DataPath("misc_info\\trains\\conarray.log")),
+                       "ConsistFileArray(1): a.con\r\nAdded to ConsistCfg(1): zed\r\n\r\n"));
+}
+
+TEST_F(CheckupTest, StrangeNamesDoNotKeepTheReportAway) {
+  Train("caf\xC3\xA9", "x.eng");
+  Consist("accents.con", "EngineData ( \xC3\xA9\"x\" caf\xC3\xA9 )\r\nEngineData ( x caf\xC3\xA9 )");
+  Activity("USA1", "odd.act", "\tName ( \"a\rCON:\rb\" )\r\n\tService_Definition (  Caf\xC3\xA9 3600\r\n");
+  ASSERT_EQ(Checkup(), 0) << Last("error");
+  EXPECT_EQ(Records("Missing Locomotives"), Strings{"ENG:\xC3\x89x.eng Folder: Caf\xC3\xA9=none"});
+  EXPECT_TRUE(Contains(ReadBytes(DataPath("misc_info\\trains\\finalreport.ini")), "SRVACT:Usa1][Caf.srv"));
+  EXPECT_TRUE(Exists(DataPath("misc_info\\report.html")));
+}
+
 TEST_F(CheckupTest, WithoutTheGameItSaysSo) {
   EXPECT_EQ(Checkup(), 0);
   Remove(GamePath("train.exe"));
@@ -224,7 +244,7 @@ TEST_F(CheckupTest, TheReportShowsEveryKindOfFault) {
             "<font size =-1 color = \"Red\"><b>Ghost.eng </b></font><font size=-2 color =#000000>should be "
             "in "
             "a folder named </font><font size=-1 color = \"Red\"><b> Dash9.</b></font><BR><BR>\r\n",
-        "<font size =-1 color = \"Green\"><b>Hopper.wag </b></font><font size=-2 color =#000000>should be in "
+        "<font size=-1 color = \"Green\"><b>Hopper.wag </b></font><font size=-2 color =#000000>should be in "
         "a folder "
         "named </font><font size=-1 color = \"Red\"><b> Dash9.</b></font><BR>\r\n" +
             n +
