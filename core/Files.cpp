@@ -207,6 +207,7 @@ int Files::DelTreeOf(const std::string& folder) {
 
 int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern) {
   host_.CreateFolder(CutBackslash(destination));
+  if (!HasWildcard(pattern)) return CopyOneFile(source, destination, pattern);
   std::vector<FoundFile> found;
   if (host_.Find(std::string(source) + std::string(pattern), found) != FileCode::Ok) {
     meter_.CopyFoundNothing("No new routes found.");
@@ -214,11 +215,28 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
   }
   for (const auto& entry : found) {
     if (!entry.folder()) host_.Copy(std::string(source) + entry.name, std::string(destination) + entry.name);
-    copyBar_ += random_.Whole(5);
-    if (copyBar_ > 100) copyBar_ = 5;
-    meter_.CopyMoved(copyBar_);
+    MoveCopyBar();
   }
   return static_cast<int>(found.size());
+}
+
+/// The copy gets the name as the disk spells it.
+int Files::CopyOneFile(std::string_view source, std::string_view destination, std::string_view name) {
+  const std::string path = std::string(source) + std::string(name), host = host_.HostPath(path);
+  const FileCode code =
+      host_.Copy(path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1));
+  if (code != FileCode::Ok && !FileExists(path)) {
+    meter_.CopyFoundNothing("No new routes found.");
+    return 0;
+  }
+  MoveCopyBar();
+  return 1;
+}
+
+void Files::MoveCopyBar() {
+  copyBar_ += random_.Whole(5);
+  if (copyBar_ > 100) copyBar_ = 5;
+  meter_.CopyMoved(copyBar_);
 }
 
 void Files::Walk(std::string_view searchPath, const WalkAction& action) {

@@ -96,6 +96,8 @@ class Files {
   void BackupSweep(std::string_view searchPath);
 
  private:
+  int CopyOneFile(std::string_view source, std::string_view destination, std::string_view name);
+  void MoveCopyBar();
   int DelTreeOf(const std::string& folder);
   void RaiseAboutFile(FileCode code, std::string_view path, const char* denied = kNoPermission);
 
