@@ -28,14 +28,15 @@ struct SharedState {
   bool RebuildAfterCleanUp = false, ReturnToCleanUp = false;
   /// Clean-up has run: its screen only shows the finish.
   bool CleanUpDone = false;
-  /// Trains are to be tested by the Checkup; its report is to be opened then, and written when frmRoutes comes up.
+  /// Trains are to be tested by the Checkup; its report is to be opened then, and written when frmRoutes
+  /// comes up.
   bool CheckTrains = false, ShowReportWhenDone = false, BuildReportOnReturn = false;
   /// The clean-up finishes a Make permanent of the route with this display name.
   bool MakingPermanent = false;
   std::string RemovedRouteName;
 
-  /// What one scan of the Checkup leaves to the next: the item last found good, in lower case, and the name of the
-  /// consist last read.
+  /// What one scan of the Checkup leaves to the next: the item last found good, in lower case, and the name
+  /// of the consist last read.
   std::string LastVerifiedItem, LastConsistName;
 
   /// The load copied a consist; its script has a message.

@@ -33,13 +33,15 @@ libdeflate_compressor* Compressor() {
   return instance.get();
 }
 
-/// Whether the file is packed in itself: what gives nothing at three places is not worth the search elsewhere.
+/// Whether the file is packed in itself: what gives nothing at three places is not worth the search
+/// elsewhere.
 bool GivesNothing(const std::string& bytes) {
   constexpr std::size_t kProbe = 16u << 10, kLeast = kProbe - kProbe / 32;
   if (bytes.size() < 3 * kProbe) return false;
   std::array<char, kLeast> room;  // a probe that does not fit gives nothing
   for (const std::size_t at : {std::size_t{0}, bytes.size() / 2, bytes.size() - kProbe})
-    if (libdeflate_deflate_compress(Compressor<1>(), bytes.data() + at, kProbe, room.data(), room.size()) != 0)
+    if (libdeflate_deflate_compress(Compressor<1>(), bytes.data() + at, kProbe, room.data(), room.size()) !=
+        0)
       return false;
   return true;
 }
