@@ -21,7 +21,7 @@ class ActivityVerification {
  private:
   void Verify(const std::string& path);
   void TakeName(const GameText& text);
-  /// Each gives the position behind the last good service.
+  /// Gives the position behind the last good one.
   std::size_t VerifyPlayersService(const GameText& text, const RouteFile& file);
   void VerifyOtherServices(const GameText& text, const RouteFile& file, std::size_t from);
   /// False, with its records, for a service that is missing or bad.

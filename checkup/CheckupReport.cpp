@@ -126,39 +126,31 @@ class ReportPage {
 
  private:
   /// Each route is named once in blue, what belongs to it stands below it in red.
-  static void AddBelowRoute(Section& section, std::string& previousRoute, std::string line) {
-    const std::string red = "<font SIZE =-1 color=\"Red\">";
+  static std::string BelowRoute(std::string& previousRoute, const std::string& line) {
+    const std::string indent(kIndent), font = "<font SIZE =-1 color=\"Red\">";
     const std::string head =
         line.substr(0, line.find("][") + 1);  // up to the first bracket; empty without one
-    if (head == previousRoute) {
-      line = ReplaceAll(line, head + "[", "</font>" + std::string(kIndent) + red);
-    } else {
-      line = ReplaceAll(line, "][", " <BR>" + std::string(kIndent) + "</font>" + red);
-      previousRoute = head;
-    }
-    section.text += line;
+    if (head == previousRoute) return ReplaceAll(line, head + "[", "</font>" + indent + font);
+    previousRoute = head;
+    return ReplaceAll(line, "][", " <BR>" + indent + "</font>" + font);
   }
 
-  void AddEntry(Section& section, std::string& previousRoute, const std::string& line) {
-    Section entry;
-    AddBelowRoute(entry, previousRoute, line);
-    if (&section == &services_)
-      entry.text =
-          ReplaceAll(entry.text, "Consist:",
-                     "</font></B><font size=-2 color=#000000>needs the consist:</font><b><font size=-1 "
-                     "color=\"Red\">");
-    section.text += "<font size =-1 color = \"Blue\"><b>" + entry.text + "</b></font></font><BR>\r\n";
+  static void AddEntry(Section& section, const std::string& line) {
+    section.text += "<font size =-1 color = \"Blue\"><b>" + line + "</b></font></font><BR>\r\n";
     section.found = true;
   }
 
   void AddActivity(const std::string& record) {
     const std::string line =
         ReplaceAll(ReplaceAll(record, "ACT:", "<BR>"), "=", " </B><font color = \"Black\" SIZE =-2 >( ");
-    AddEntry(activities_, PrevActivityRoute, line + " )</font><b>");
+    AddEntry(activities_, BelowRoute(PrevActivityRoute, line + " )</font><b>"));
   }
 
   void AddService(const std::string& record) {
-    AddEntry(services_, PrevServiceRoute, ReplaceAll(ReplaceAll(record, "SRV:", "<BR>"), "=", ""));
+    const std::string line = ReplaceAll(ReplaceAll(record, "SRV:", "<BR>"), "=", "");
+    AddEntry(services_, ReplaceAll(BelowRoute(PrevServiceRoute, line), "Consist:",
+                                   "</font></B><font size=-2 color=#000000>needs the consist:</font><b><font "
+                                   "size=-1 color=\"Red\">"));
   }
 
   void AddConsist(const std::string& record) {

@@ -124,7 +124,10 @@ QString DesktopFrontEnd::HostPath(const std::string& text) {
 
 QString DesktopFrontEnd::PickFolder(const QString& title, const std::string& start) {
   SyncAll();
-  return QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, HostPath(start));
+  const QString folder =
+      QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, HostPath(start));
+  RethrowFailure();
+  return folder;
 }
 
 void DesktopFrontEnd::Tell(std::string_view title, std::string_view text) {
@@ -132,6 +135,7 @@ void DesktopFrontEnd::Tell(std::string_view title, std::string_view text) {
   QMessageBox(QMessageBox::Information, Text(title), Text(text), QMessageBox::Ok,
               QApplication::activeWindow())
       .exec();
+  RethrowFailure();
 }
 
 bool DesktopFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
@@ -139,7 +143,9 @@ bool DesktopFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
   QMessageBox box(QMessageBox::Warning, Text(title), Text(text), QMessageBox::Yes | QMessageBox::No,
                   QApplication::activeWindow());
   box.setDefaultButton(QMessageBox::No);
-  return box.exec() == QMessageBox::Yes;
+  const bool yes = box.exec() == QMessageBox::Yes;
+  RethrowFailure();  // of a timer that ticked below the box
+  return yes;
 }
 
 void DesktopFrontEnd::OpenInShell(std::string_view path) {
