@@ -1,23 +1,14 @@
 #include "checkup/CheckupReport.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
-#include <vector>
 
+#include "core/ReportPage.h"
 #include "core/Text.h"
-#include "core/Version.h"
 
 namespace quillon {
 namespace {
 
 constexpr std::string_view kEnd = "\r\n", kIndent = "&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;";
-
-std::string Now(const char* form) {
-  const std::time_t now = std::time(nullptr);
-  std::array<char, 64> text;
-  return {text.data(), std::strftime(text.data(), text.size(), form, std::localtime(&now))};
-}
 
 /// The heading of a section: a title and a subtitle on a dark row; a row of notes follows.
 std::string Heading(std::string_view closing, std::string_view title, std::string_view subtitle) {
@@ -79,9 +70,6 @@ struct Section {
   std::string text;
   bool found = false;  // any record
 };
-
-/// Names come from strangers: nothing in them may act in a browser.
-std::string Harmless(std::string_view line) { return ReplaceAll(ReplaceAll(line, "<", "&lt;"), ">", "&gt;"); }
 
 class ReportPage {
  public:
@@ -188,17 +176,6 @@ class ReportPage {
   std::string PrevActivityRoute, PrevServiceRoute;
 };
 
-/// A lone LF ends no line.
-std::vector<std::string> RecordLines(std::string_view text) {
-  std::vector<std::string> lines;
-  while (!text.empty()) {
-    const auto end = std::min(text.find('\r'), text.size());
-    lines.emplace_back(text.substr(0, end));
-    text.remove_prefix(std::min(end + (text.substr(end).starts_with("\r\n") ? 2 : 1), text.size()));
-  }
-  return lines;
-}
-
 std::string PageStart(const std::string& refresh, const std::string& title, const std::string& headline) {
   return "<html>\r\n<head>\r\n<meta name=\"GENERATOR\" content=\"" + std::string(kApplicationTitle) +
          "\">\r\n" + refresh + "<title>" + title +
@@ -211,15 +188,6 @@ std::string PageStart(const std::string& refresh, const std::string& title, cons
          "problems shown, "
          "the best way to solve them is by installing missing trains.</font>\r\n<BR><BR><table WIDTH=640 "
          "Cellpadding=4 Border=0>\r\n<TR><TD>\r\n\r\n\r\n";
-}
-
-constexpr std::string_view kPageEnd = "</TD></TR></table>\r\n</font></body>\r\n";
-
-std::string Imprint() {
-  const std::string page(kMakersPage);
-  return "<BR><BR><CENTER><font size=-2>Generated with Quillon Version " + std::string(kVersion) + "\r\n" +
-         std::string(kLegalText) + "\r\n<BR>Get cool stuff to play with at <a href=\"" + page +
-         "\" target=new>" + page.substr(page.find("//") + 2) + "</a></font></CENTER>\r\n";
 }
 
 std::string ReportFile(const Program& program) { return program.app.MiscInfo() + "\\report.html"; }
@@ -238,7 +206,7 @@ void WriteCheckupReport(Program& program) {
   program.files.KillIfThere(ReportFile(program));
   ReportPage page;
   for (const auto& line : RecordLines(program.files.ReadAll(result))) page.Take(line);
-  const std::string date = Now("%x"), time = Now("%X");
+  const auto [date, time] = Now();
   program.files.WriteAll(ReportFile(program),
                          PageStart("", "Quillon Analysis Report " + date + " at " + time,
                                    "Quillon Checkup Results for: &nbsp;" + date + "&nbsp; at&nbsp; " + time) +

@@ -68,6 +68,11 @@ class Installation {
   std::string FileList() const { return MiscInfo() + "\\filelist.tsl"; }
   std::string SnowMakerList() const { return MiscInfo() + "\\snowmaker.tsl"; }
   std::string FilesList() const { return MiscInfo() + "\\files.tsl"; }
+  /// The note that goes into each zip which triage rebuilds. Without the capitals of its folder: so the
+  /// system has always spelled it.
+  std::string RebuildNote() const {
+    return app_ + "\\resources\\do_not_delete!\\misc_info\\Quillon_Zipped.txt";
+  }
   std::string TrainRecords() const { return MiscInfo() + "\\trains"; }
   std::string TrainRecord(std::string_view file) const { return TrainRecords() + "\\" + std::string(file); }
   std::string StuffList() const { return TrainRecord("stuff.tsl"); }

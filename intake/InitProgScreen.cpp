@@ -7,11 +7,7 @@ namespace quillon {
 void InitProgScreen::Activate() {
   if (ran_) return;
   ran_ = true;
-  SetLabel(
-      "lblMessage", lblMessage,
-      "This process will vary widely in the amount of time it takes.  The time is entirely dependant on the "
-      "complexity of each route being added.",
-      true);
+  SetLabel("lblMessage", lblMessage, kTakesItsTime, true);
   Timer2.enabled = true;
   {
     const Work work(*this);

@@ -8,6 +8,11 @@
 
 namespace quillon {
 
+/// What both screens of an intake say while it runs.
+inline constexpr const char* kTakesItsTime =
+    "This process will vary widely in the amount of time it takes.  The time is entirely dependant on the "
+    "complexity of each route being added.";
+
 class InitProgScreen : public ProgressScreen {
  public:
   explicit InitProgScreen(Program& program) : ProgressScreen(program, "frmInitProg") {}

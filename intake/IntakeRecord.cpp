@@ -17,9 +17,11 @@ void IntakeRecord::Line(std::string_view section, std::string_view kind, std::st
   program_.ini.WriteIni(section, key, "", program_.app.ReportIni());
 }
 
-void IntakeRecord::SetAside(std::string_view section, std::string_view kind, std::string_view zip) const {
-  program_.ini.DeleteIniKey("Added routes", "ADD:" + std::string(zip) + ".zip", program_.app.ReportIni());
-  Line(section, kind, zip, ".zip");
+void IntakeRecord::SetAside(std::string_view section, std::string_view kind, std::string_view name,
+                            std::string_view end) const {
+  program_.ini.DeleteIniKey("Added routes", "ADD:" + std::string(name) + std::string(end),
+                            program_.app.ReportIni());
+  Line(section, kind, name, end);
 }
 
 }  // namespace quillon

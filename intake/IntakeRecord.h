@@ -20,12 +20,15 @@ class IntakeRecord {
   void Stands(std::string_view zip) const { Line("All installed", "ALL:", zip, ".qnz"); }
   void ManualInstall(std::string_view zip) const { SetAside("Manual install", "EXE:", zip); }
   void PatchOrOther(std::string_view zip) const { SetAside("Patch or other", "MSC:", zip); }
+  /// A file that is known to be none, by its whole name: `MSC:<file>`.
+  void KnownNonRoute(std::string_view file) const { SetAside("Patch or other", "MSC:", file, ""); }
   void BadZip(std::string_view zip) const { SetAside("Bad zips", "BAD:", zip); }
 
  private:
   void Line(std::string_view section, std::string_view kind, std::string_view zip,
             std::string_view end) const;
-  void SetAside(std::string_view section, std::string_view kind, std::string_view zip) const;
+  void SetAside(std::string_view section, std::string_view kind, std::string_view name,
+                std::string_view end = ".zip") const;
 
   Program& program_;
 };

@@ -28,7 +28,9 @@ int CurrentMinute() {
 }  // namespace
 
 void Previews::Run() {
+  std::size_t done = 0;
   for (const auto& zip : state_.ListFinal) {
+    state_.progress.Detail(done++, state_.ListFinal.size(), "routes");
     state_.program.Step("Looking for a preview of " + zip);
     TakeReadyPreview(zip);
     if (!PreviewFound) MakeJpegs(zip, ".gif", 50);

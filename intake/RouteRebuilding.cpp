@@ -181,6 +181,7 @@ void RouteRebuilding::WriteRebuilt(const std::string& zip) {
   writer.PrepareRebuild(workFolder_ + "\\");
   SpecialZip ? AddSubArchive(writer) : AddWholeRoute(writer);
   writer.Zip();
+  state_.progress.Detail(0, 0, "bytes");
   state_.program.files.KillReadOnly(state_.Download(zip));
   state_.program.files.Rename(writer.ArchiveFile, state_.Download("Quillon-" + zip));
 }

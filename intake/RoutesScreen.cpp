@@ -6,6 +6,7 @@
 #include "catalogue/GameFolders.h"
 #include "checkup/CheckupReport.h"
 #include "core/Text.h"
+#include "intake/IntakeReport.h"
 
 namespace quillon {
 namespace {
@@ -82,6 +83,7 @@ void RoutesScreen::Activate() {
   btnOK.enabled = true;
   if (!PrepareGameFolders(program_)) return;
   if (program_.shared.BuildReportOnReturn) WriteCheckupReport(program_);
+  if (program_.shared.ShowIntakeReport) WriteIntakeReport(program_);
 }
 
 void RoutesScreen::Explain(std::string_view button) {

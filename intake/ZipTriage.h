@@ -1,42 +1,36 @@
-// What comes before the add-routes driver: a fresh record of the intake.
+// What comes before the add-routes driver: a fresh record, known files that are no routes, and routes that
+// come as programs.
 #pragma once
 
+#include <string>
+
 #include "core/Screen.h"
-#include "intake/IntakeRecord.h"
+#include "intake/IntakeState.h"
 
 namespace quillon {
 
 class ZipTriage {
  public:
-  explicit ZipTriage(Program& program) : record_(program) {}
+  ZipTriage(Program& program, ProgressScreen& screen);
 
-  void Run() { record_.Begin(); }
+  /// Leaves plain zips as they are, and so does a damaged one: the driver tells what it is. Nothing that came
+  /// in a zip is ever executed. Raises RunTimeErrors.
+  void Run();
 
  private:
-  IntakeRecord record_;
-};
+  void SetKnownNonRoutesAside();
+  void CheckSelfExtracting();
+  void Check(const std::string& zip);
+  bool FindExecutable(const std::string& zip);
+  bool OpenExecutableAsZip();
+  void Rebuild(const std::string& zip);
+  ArchiveReader SilentReader();
 
-/// The model of frmZipCheck: triage while it runs; it moves on by itself.
-class ZipCheckScreen : public ProgressScreen {
- public:
-  explicit ZipCheckScreen(Program& program) : ProgressScreen(program, "frmZipCheck") {}
-
-  Label lblMessage;
-
-  void Activate() override {
-    SetLabel("lblMessage", lblMessage,
-             "This process will vary widely in the amount of time it takes.  The time is entirely dependant "
-             "on the "
-             "complexity of each route being added.",
-             true);
-    program_.Step("Checking the downloaded files");
-    {
-      const Work work(*this);
-      ZipTriage(program_).Run();
-    }
-    program_.stage.Unload(Name());
-    program_.stage.ShowModal("frmInitProg");
-  }
+  ProgressScreen& screen_;
+  IntakeState state_;
+  ArchiveReader unzip1_, unzip2_;  // the download; the program in it
+  int executableIndex_ = -1;       // its entry
+  std::string stem_;               // its stored path in lower case, without ".exe"
 };
 
 }  // namespace quillon

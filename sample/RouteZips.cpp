@@ -35,6 +35,7 @@ class RouteZipMaker {
   std::vector<std::pair<std::string, std::string>> Make(int scale) {
     MakePlainRoutes(scale);
     MakeNestedRoutes();
+    MakeSelfExtractingRoute();
     MakeOthers();
     MakeCoastalLines();
     RemoveHostTree(parts_);
@@ -88,6 +89,16 @@ class RouteZipMaker {
     files = Below("FJORD\\", std::move(files));
     files.push_back(InnerZip("FJORD\\TILES.ZIP", tiles));
     Write("tiles_beside_Fjordline.zip", "route with its tiles in an inner zip", files);
+  }
+
+  void MakeSelfExtractingRoute() {
+    SampleFiles files =
+        Below("KESTREL\\", RouteFiles(Small("KESTREL", "Kestrel Valley", "Up the valley in one go.", 1)));
+    // A route that has nothing but folders at its top is not taken out of its program.
+    files.push_back(Text("kestrel.txt", "Start kestrel.exe and say where your routes are.\r\n"));
+    const SampleFile zip = InnerZip("kestrel.exe", files);
+    Write("self_extracting_Kestrel.zip", "route in a program that unpacks itself",
+          {{zip.name, [zip] { return "MZ" + ShapeBytes(Numbers(zip.name), 20000) + zip.make(); }}});
   }
 
   void MakeOthers() {

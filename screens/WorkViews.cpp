@@ -16,6 +16,7 @@ frmLoad::frmLoad(LoadScreen& model, Desk& desk) : ProgressView(model, desk, "Pro
 frmZipCheck::frmZipCheck(ZipCheckScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {
   setWindowTitle("Quillon is adding routes");
   Bind("lblMessage", model.lblMessage);
+  Bind(model.Timer2, [&model] { model.Timer2Tick(); });
 }
 
 frmInitProg::frmInitProg(InitProgScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {

@@ -3,7 +3,7 @@
 
 #include "checkup/CheckupScreens.h"
 #include "intake/InitProgScreen.h"
-#include "intake/ZipTriage.h"
+#include "intake/ZipCheckScreen.h"
 #include "loading/LoadScreen.h"
 #include "repair/CleanUpScreen.h"
 #include "repair/PackScreens.h"

@@ -72,7 +72,7 @@ TEST_F(SampleTest, ZipsAreOfTheKindsThatIntakeTellsApart) {
       {"zip_in_zip_Hochmoor.zip", 0, 0, 1, 0, false}, {"tiles_beside_Fjordline.zip", 1, 1, 1, 0, false},
       {"snow_patch.zip", 0, 0, 0, 0, false},          {"installer_route.zip", 0, 0, 0, 1, false},
       {"two_parts.zip", 0, 0, 2, 0, false},           {"coastal_v1.zip", 1, 1, 0, 0, true},
-      {"coastal_v2.zip", 1, 1, 0, 0, true},
+      {"coastal_v2.zip", 1, 1, 0, 0, true},           {"self_extracting_Kestrel.zip", 0, 0, 0, 1, false},
   };
   EXPECT_EQ(report_.zips.size(), kinds.size() + 1);
   for (const auto& kind : kinds) {
