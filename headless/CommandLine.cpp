@@ -15,6 +15,7 @@ class Definition {
  public:
   explicit Definition(bool withOptions)
       : parser_("Quillon: a route manager for Microsoft Train Simulator", "quillon") {
+    parser_.allow_windows_style_options(false);  // what begins with a slash is a path on every platform
     if (withOptions) DefineOptions();
     DefineCommands();
     parser_.require_subcommand(1);
@@ -29,7 +30,7 @@ class Definition {
     } catch (const CLI::CallForAllHelp&) {
       throw CommandLineEnd(parser_.help("", CLI::AppFormatMode::All), true);
     } catch (const CLI::CallForVersion&) {
-      throw CommandLineEnd(std::string("quillon ") + kVersion + "\n", true);
+      throw CommandLineEnd(std::string("quillon ") + kRelease + "\n", true);
     } catch (const CLI::ParseError& error) {
       throw CommandLineEnd(std::string(error.what()) + "\nquillon --help tells what there is.\n", false);
     }
@@ -40,7 +41,8 @@ class Definition {
   void DefineOptions() {
     auto& o = line_.options;
     parser_.add_option("--app", o.app, "The application folder; else the folder of the program")
-        ->type_name("DIR");
+        ->type_name("DIR")
+        ->envname("QUILLON_APP");
     parser_.add_flag("--json", o.json, "One JSON object a line on standard output");
     parser_.add_option("--answer", answer_, "The answer to every Yes/No box")
         ->check(CLI::IsMember({"yes", "no"}));
@@ -50,7 +52,7 @@ class Definition {
         ->check(CLI::IsMember({"load", "cancel"}));
     parser_.add_option("--seed", o.seed, "Seeds the random numbers");
     parser_.add_flag("--open", o.open, "Really opens documents, folders and help");
-    parser_.set_version_flag("--version", std::string("quillon ") + kVersion);
+    parser_.set_version_flag("--version", std::string("quillon ") + kRelease);
     parser_.set_help_flag("--help", "Shows this text");
   }
 

@@ -3,6 +3,7 @@
 #include "catalogue/MainScreen.h"
 #include "catalogue/Notices.h"
 #include "checkup/CheckupScreens.h"
+#include "core/Text.h"
 #include "core/host/Desktop.h"
 #include "intake/InitProgScreen.h"
 #include "loading/LoadScreen.h"
@@ -41,7 +42,8 @@ void HeadlessFrontEnd::Explore(std::string_view folder) {
 
 void HeadlessFrontEnd::ShowHelp(std::string_view file, std::string_view command) {
   output_.Put({{"event", "help"}, {"file", file}, {"command", command}});
-  if (options_.open) OpenWithDesktop(hostPath_(file));
+  // No desktop knows the table; a browser knows the pages.
+  if (options_.open) OpenWithDesktop(hostPath_(std::string(FolderOf(file)) + "help\\index.html"));
 }
 
 void HeadlessFrontEnd::PutBar(const std::string& screen, HeldBar& bar) {

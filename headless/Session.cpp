@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <new>
@@ -12,6 +11,7 @@
 #include "checkup/CheckupScreens.h"
 #include "core/Text.h"
 #include "core/host/Desktop.h"
+#include "core/host/StandardPath.h"
 #include "intake/RoutesScreen.h"
 #include "sample/Sample.h"
 #include "stage/Advice.h"
@@ -84,9 +84,9 @@ int Session::RunScript(const Command& command) {
   program_.Get().Step("Reading the script");
   std::ifstream file;
   if (command.argument != "-") {
-    if (std::filesystem::is_directory(command.argument))
+    if (std::filesystem::is_directory(ToPath(command.argument)))
       throw RunTimeError(ErrorNumber::PathFileAccessError, command.argument, "it is a folder");
-    file.open(command.argument);
+    file.open(ToPath(command.argument));
     if (!file) throw RunTimeError(ErrorNumber::FileNotFound, command.argument);
   }
   if (!StartUp()) return kRefused;

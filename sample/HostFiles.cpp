@@ -1,19 +1,16 @@
 #include "sample/HostFiles.h"
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <system_error>
 
 #include "core/RunTimeError.h"
+#include "core/host/StandardPath.h"
 
 namespace quillon {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A path made of char is in the system's code page on some hosts; of char8_t it is UTF-8 on all.
-fs::path ToPath(const std::string& hostPath) { return std::u8string(hostPath.begin(), hostPath.end()); }
 
 void Check(const std::error_code& error, const std::string& hostPath) {
   if (!error) return;

@@ -1,6 +1,7 @@
 #include "sample/Sample.h"
 
 #include "core/RunTimeError.h"
+#include "core/host/StandardPath.h"
 #include "sample/GameMaker.h"
 #include "sample/HostFiles.h"
 #include "sample/RouteZips.h"
@@ -18,8 +19,8 @@ void RefuseWhenInUse(const std::string& hostFolder) {
 SampleReport MakeSample(const std::string& hostFolder, int scale) {
   if (scale < 1) throw RunTimeError(ErrorNumber::InvalidProcedureCall, {}, "the scale has to be 1 or more");
   SampleReport report;
-  report.gameFolder = hostFolder + "/game";
-  report.zipFolder = hostFolder + "/zips";
+  report.gameFolder = FromPath(ToPath(hostFolder) / "game");
+  report.zipFolder = FromPath(ToPath(hostFolder) / "zips");
   RefuseWhenInUse(report.gameFolder);
   RefuseWhenInUse(report.zipFolder);
   MakeGame(report.gameFolder);

@@ -25,6 +25,8 @@ constexpr int kTurnInterval = 33;        // milliseconds of work between two tur
 constexpr int kIdleTime = 300;           // milliseconds after which the user is taken to be looking
 constexpr int kExposeTime = 1000;        // milliseconds that a window may take to come up
 
+constexpr std::string_view kErrorPage = "error";  // stands among the screens of the help's table
+
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).remove('\r');
 }
@@ -36,7 +38,7 @@ void DrawBackgroundAhead(const QString& screen) {
 
 }  // namespace
 
-DesktopFrontEnd::DesktopFrontEnd() {
+DesktopFrontEnd::DesktopFrontEnd() : help_(*this, [this] { HelpAskedByKey(); }) {
   QPixmapCache::setCacheLimit(kPictureCache);
   sinceTurn_.start();
   DrawBackgroundAhead("frmMain");
@@ -66,6 +68,7 @@ void DesktopFrontEnd::Leave() {
   running_ = nullptr;
   for (const auto& [name, view] : views_) view->Retire();
   views_.clear();
+  help_.Close();
 }
 
 ScreenView* DesktopFrontEnd::View(std::string_view screen) const {
@@ -104,6 +107,7 @@ void DesktopFrontEnd::TellFailure() {
     std::fprintf(stderr, "Larkmoor: %s\n", report.c_str());
     QMessageBox box(QMessageBox::Critical, "Quillon has to close", Text(report), QMessageBox::Close);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    tellingFailure_ = true;
     box.exec();
   } catch (const std::bad_alloc&) {
     failure_ = std::make_exception_ptr(RunTimeError(ErrorNumber::OutOfMemory));
@@ -124,24 +128,21 @@ QString DesktopFrontEnd::HostPath(const std::string& text) {
 
 QString DesktopFrontEnd::PickFolder(const QString& title, const std::string& start) {
   SyncAll();
-  const QString folder =
-      QFileDialog::getExistingDirectory(QApplication::activeWindow(), title, HostPath(start));
+  const QString folder = QFileDialog::getExistingDirectory(ActiveScreen(), title, HostPath(start));
   RethrowFailure();
   return folder;
 }
 
 void DesktopFrontEnd::Tell(std::string_view title, std::string_view text) {
   SyncAll();
-  QMessageBox(QMessageBox::Information, Text(title), Text(text), QMessageBox::Ok,
-              QApplication::activeWindow())
-      .exec();
+  QMessageBox(QMessageBox::Information, Text(title), Text(text), QMessageBox::Ok, ActiveScreen()).exec();
   RethrowFailure();
 }
 
 bool DesktopFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
   SyncAll();
   QMessageBox box(QMessageBox::Warning, Text(title), Text(text), QMessageBox::Yes | QMessageBox::No,
-                  QApplication::activeWindow());
+                  ActiveScreen());
   box.setDefaultButton(QMessageBox::No);
   const bool yes = box.exec() == QMessageBox::Yes;
   RethrowFailure();  // of a timer that ticked below the box
@@ -157,8 +158,25 @@ void DesktopFrontEnd::Explore(std::string_view folder) {
   ExploreWithDesktop(HostPath(std::string(folder)).toStdString());
 }
 
-void DesktopFrontEnd::ShowHelp(std::string_view file, std::string_view) {
-  OpenWithDesktop(HostPath(std::string(file)).toStdString());
+void DesktopFrontEnd::ShowHelp(std::string_view file, std::string_view command) {
+  help_.Show(std::string(file), command);
+}
+
+/// F1 explains the screen on top; when the program has to close, what to do then.
+void DesktopFrontEnd::HelpAskedByKey() {
+  if (running_ == nullptr) return;
+  const std::string file = TheProgram().app.HelpFile();
+  if (tellingFailure_) return help_.ShowPageOf(file, kErrorPage);
+  Handle([&] {
+    const Screen* top = running_->Screens().Top();
+    help_.ShowPageOf(file, top == nullptr ? "" : top->Name());
+  });
+}
+
+/// Nothing that comes over the help belongs to it: the help may come to belong to that.
+QWidget* DesktopFrontEnd::ActiveScreen() const {
+  QWidget* active = QApplication::activeWindow();
+  return active == help_.Window() ? nullptr : active;
 }
 
 void DesktopFrontEnd::DetailChanged(std::string_view screen, unsigned long long done,
@@ -210,9 +228,8 @@ void DesktopFrontEnd::ScreenShown(Screen& screen, bool asked) {
   }
   view->Sync();
   view->show();
-  if (modal && QApplication::activeWindow() != nullptr &&
-      QApplication::activeWindow()->windowHandle() != nullptr)
-    view->windowHandle()->setTransientParent(QApplication::activeWindow()->windowHandle());
+  if (const QWidget* active = ActiveScreen(); modal && active != nullptr && active->windowHandle() != nullptr)
+    view->windowHandle()->setTransientParent(active->windowHandle());
   view->raise();
   view->activateWindow();
   WaitUntilSeen(view.get());

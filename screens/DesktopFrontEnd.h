@@ -11,6 +11,7 @@
 #include <string>
 
 #include "screens/Desk.h"
+#include "screens/HelpDesk.h"
 #include "screens/ScreenView.h"
 #include "stage/RunningProgram.h"
 
@@ -34,6 +35,8 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
 
   /// The view of an open screen; null without one. The front end owns it.
   ScreenView* View(std::string_view screen) const;
+  /// The window of the help; null while nobody has asked for it. The front end owns it.
+  HelpWindow* Help() const { return help_.Window(); }
   /// The longest time between two turns of the event loop while a pipeline ran, in milliseconds.
   qint64 LongestGap() const { return longestGap_; }
 
@@ -60,6 +63,8 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   void CopyMoved(int position) override;
 
  private:
+  QWidget* ActiveScreen() const;
+  void HelpAskedByKey();
   bool PipelineRuns() const;
   void SyncAll();
   void TurnEvents(QEventLoop::ProcessEventsFlags flags, int milliseconds = 0);
@@ -77,7 +82,8 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   int depth_ = 0;
   QElapsedTimer sinceTurn_;
   qint64 longestGap_ = 0;
-  bool wasRunning_ = false;
+  bool wasRunning_ = false, tellingFailure_ = false;
+  HelpDesk help_;
 };
 
 }  // namespace quillon

@@ -36,7 +36,8 @@ int main(int argc, char** argv) {
   QCommandLineParser parser;
   parser.setApplicationDescription("Quillon, a route manager for Microsoft Train Simulator.");
   parser.addHelpOption();
-  parser.addOption({"app", "The application folder; without it, the program's own.", "folder"});
+  parser.addOption({"app", "The application folder; without it, $QUILLON_APP or the program's own.", "folder",
+                    qEnvironmentVariable("QUILLON_APP")});
   parser.process(application);
   const std::string app = parser.value("app").toStdString();
 

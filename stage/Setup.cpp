@@ -1,7 +1,5 @@
 #include "stage/Setup.h"
 
-#include <filesystem>
-
 #include "catalogue/DefaultFileScan.h"
 #include "catalogue/GameFolders.h"
 #include "core/Text.h"
@@ -31,11 +29,14 @@ void LayTree(Files& files, const std::string& source, const std::string& target)
 }  // namespace
 
 std::string DeliveredTree() {
-  namespace fs = std::filesystem;
-  const fs::path programs = ExecutableFolder();
-  std::error_code failed;
-  for (const auto& folder : {programs / "../share/quillon", programs / "delivered"})
-    if (fs::is_directory(folder / "resources", failed)) return fs::canonical(folder, failed).string();
+  const auto files = MakeHostFileSystem();
+  for (const char* const below : {"/../share/quillon", "/../../share/quillon", "/delivered"}) {
+    const std::string folder = AbsoluteHostPath(ExecutableFolder() + below);
+    std::uint32_t attributes = 0;
+    if (files->GetAttributes(folder + "\\resources", attributes) == FileCode::Ok &&
+        (attributes & kFolder) != 0)
+      return folder;
+  }
   return {};
 }
 

@@ -82,7 +82,7 @@ TEST_F(SampleTest, ZipsAreOfTheKindsThatIntakeTellsApart) {
     EXPECT_EQ(counts, (std::vector{kind.tracks, kind.activities, kind.zips, kind.programs})) << kind.zip;
     EXPECT_EQ(CountOf(tree, "\\tiles\\") > 0, kind.tilesInFolder) << kind.zip;
   }
-  EXPECT_THROW(ZipFile((Host("first") / "zips" / "damaged_download.zip").string()), Damage);
+  EXPECT_THROW(ZipFile(FromPath(Host("first/zips/damaged_download.zip"))), Damage);
   EXPECT_TRUE(Zip("top_level_route.zip").contains("tiles\\-9e3779b1.t"));
   EXPECT_FALSE(OnDisk("first/zips/parts"));
   EXPECT_TRUE(

@@ -20,28 +20,37 @@ constexpr std::uint64_t kMostBytesAhead = 24u << 20;
 constexpr std::size_t kMostFilesAhead = 512;
 constexpr auto kIdleInterval = std::chrono::milliseconds(40);
 
-struct FreeCompressor {
-  void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
+/// One a thread: a compressor serves one at a time.
+class Packer {
+ public:
+  PackedFile Pack(const PackQueue::Source& source);
+
+ private:
+  struct Free {
+    void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
+  };
+
+  libdeflate_compressor* Compressor(int level);
+  bool GivesNothing(const std::string& bytes);
+
+  std::array<std::unique_ptr<libdeflate_compressor, Free>, kLevel + 1> compressors_;  // by level
 };
 
-/// One a thread and level.
-template <int level>
-libdeflate_compressor* Compressor() {
-  thread_local const std::unique_ptr<libdeflate_compressor, FreeCompressor> instance(
-      libdeflate_alloc_compressor(level));
-  if (!instance) throw std::bad_alloc();
-  return instance.get();
+libdeflate_compressor* Packer::Compressor(int level) {
+  auto& compressor = compressors_[static_cast<std::size_t>(level)];
+  if (!compressor) compressor.reset(libdeflate_alloc_compressor(level));
+  if (!compressor) throw std::bad_alloc();
+  return compressor.get();
 }
 
 /// Whether the file is packed in itself: what gives nothing at three places is not worth the search
 /// elsewhere.
-bool GivesNothing(const std::string& bytes) {
+bool Packer::GivesNothing(const std::string& bytes) {
   constexpr std::size_t kProbe = 16u << 10, kLeast = kProbe - kProbe / 32;
   if (bytes.size() < 3 * kProbe) return false;
   std::array<char, kLeast> room;  // a probe that does not fit gives nothing
   for (const std::size_t at : {std::size_t{0}, bytes.size() / 2, bytes.size() - kProbe})
-    if (libdeflate_deflate_compress(Compressor<1>(), bytes.data() + at, kProbe, room.data(), room.size()) !=
-        0)
+    if (libdeflate_deflate_compress(Compressor(1), bytes.data() + at, kProbe, room.data(), room.size()) != 0)
       return false;
   return true;
 }
@@ -54,9 +63,9 @@ std::string ReadWhole(const PackQueue::Source& source) {
   return bytes;
 }
 
-PackedFile Pack(const PackQueue::Source& source) {
+PackedFile Packer::Pack(const PackQueue::Source& source) {
   const std::string bytes = ReadWhole(source);
-  libdeflate_compressor* const compressor = GivesNothing(bytes) ? Compressor<0>() : Compressor<kLevel>();
+  libdeflate_compressor* const compressor = Compressor(GivesNothing(bytes) ? 0 : kLevel);
   PackedFile packed;
   packed.size = bytes.size();
   packed.crc = libdeflate_crc32(0, bytes.data(), bytes.size());
@@ -84,6 +93,7 @@ PackQueue::~PackQueue() {
 }
 
 void PackQueue::Work() {
+  Packer packer;
   std::unique_lock lock(mutex_);
   for (;;) {
     // The file that is waited for is always packed, however much lies ahead.
@@ -97,7 +107,7 @@ void PackQueue::Work() {
     lock.unlock();
     Slot slot;
     try {
-      slot.packed = Pack(sources_[mine]);
+      slot.packed = packer.Pack(sources_[mine]);
     } catch (...) {
       slot.failure = std::current_exception();
     }
@@ -109,7 +119,7 @@ void PackQueue::Work() {
 }
 
 PackedFile PackQueue::Take(std::size_t index) {
-  if (threads_.empty()) return Pack(sources_[index]);
+  if (threads_.empty()) return Packer().Pack(sources_[index]);
   std::unique_lock lock(mutex_);
   while (!slots_[index].ready) {
     if (ready_.wait_for(lock, kIdleInterval) == std::cv_status::timeout) {

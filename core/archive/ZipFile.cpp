@@ -18,17 +18,6 @@ namespace {
 constexpr std::uint64_t kWholeLimit = 8u << 20;
 constexpr std::size_t kPiece = 256u << 10;
 
-struct FreeDecompressor {
-  void operator()(libdeflate_decompressor* d) const { libdeflate_free_decompressor(d); }
-};
-
-libdeflate_decompressor* Decompressor() {
-  thread_local const std::unique_ptr<libdeflate_decompressor, FreeDecompressor> instance(
-      libdeflate_alloc_decompressor());
-  if (!instance) throw std::bad_alloc();
-  return instance.get();
-}
-
 struct CloseEntry {
   void operator()(zip_file_t* file) const { zip_fclose(file); }
 };
@@ -75,6 +64,16 @@ ZipFile::ZipFile(std::string hostPath) : hostPath_(std::move(hostPath)), entries
 ZipFile::ZipFile(std::string hostPath, const std::vector<ArchiveEntry>& knownEntries)
     : hostPath_(std::move(hostPath)), entries_(knownEntries) {
   Open();
+}
+
+void ZipFile::FreeDecompressor::operator()(libdeflate_decompressor* decompressor) const {
+  libdeflate_free_decompressor(decompressor);
+}
+
+libdeflate_decompressor* ZipFile::Decompressor() {
+  if (!decompressor_) decompressor_.reset(libdeflate_alloc_decompressor());
+  if (!decompressor_) throw std::bad_alloc();
+  return decompressor_.get();
 }
 
 void ZipFile::Open() {

@@ -11,6 +11,8 @@
 #include <string_view>
 #include <vector>
 
+struct libdeflate_decompressor;
+
 namespace quillon {
 
 /// One entry as the archive's directory tells it.
@@ -56,9 +58,13 @@ class ZipFile {
   struct Discard {
     void operator()(zip_t* zip) const { zip_discard(zip); }
   };
+  struct FreeDecompressor {
+    void operator()(libdeflate_decompressor* decompressor) const;
+  };
 
   void Open();
   void ReadEntries();
+  libdeflate_decompressor* Decompressor();
   void UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
   void UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
 
@@ -66,6 +72,7 @@ class ZipFile {
   std::unique_ptr<zip_t, Discard> zip_;
   std::vector<ArchiveEntry> ownEntries_;
   const std::vector<ArchiveEntry>& entries_;
+  std::unique_ptr<libdeflate_decompressor, FreeDecompressor> decompressor_;  // made when it is needed
   std::string packed_, unpacked_;
 };
 

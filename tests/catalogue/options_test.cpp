@@ -18,7 +18,7 @@ class OptionsTest : public ProgramTest {
     return Ini("tsqn.ini", "TrainSim", "Path") + "|" + Ini("tsqn.ini", "TrainSim", "Train.exe") + "|" +
            RegistryValue("SOFTWARE\\Ostrand\\Larkmoor", "TrainSimPath");
   }
-  bool HasShortcut() const { return Exists(Home() + "/Desktop/Downloaded MSTS routes.lnk"); }
+  bool HasShortcut() const { return fs::exists(Desktop().Desktop() / "Downloaded MSTS routes.lnk"); }
   std::string MiscInfo(const std::string& name) const { return DataPath("misc_info\\" + name); }
 };
 
@@ -71,7 +71,7 @@ TEST_F(OptionsTest, SetUpLaysOutWhatIsMissingAndKeepsTheRest) {
   EXPECT_TRUE(after == before);
   SetUpAgain(true);
   EXPECT_EQ(ReadBytes(MiscInfo("copyfiles.tsl")), "filled before");
-  EXPECT_TRUE(Exists(Home() + "/.local/share/applications/Ostrand/Quillon/Downloaded MSTS routes.lnk"));
+  EXPECT_GT(fs::file_size(Desktop().Programs() / "Ostrand/Quillon/Downloaded MSTS routes.lnk"), 0u);
 }
 
 TEST_F(OptionsTest, SetUpDerivesTheListsFromTheGame) {

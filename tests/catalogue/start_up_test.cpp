@@ -71,7 +71,7 @@ TEST_F(StartUpTest, TheSettingsOutrankTheRegistry) {
   EXPECT_EQ(MainTexts({"TrainSimPath"}), Game());
 
   Remove(DataPath("tsqn.ini"));
-  Remove(AppPath("registry.ini"));  // no key: nothing is read, nothing is written
+  Desktop().ClearRegistry();  // no key: nothing is read, nothing is written
   Run("start");
   const std::string standard = "C:\\Program Files\\Microsoft Games\\Train Simulator";
   EXPECT_EQ(MainTexts({"TrainSimPath"}) + "|" + Settings(), standard + "|" + standard + "|No");

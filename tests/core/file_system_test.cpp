@@ -1,64 +1,13 @@
-#include "core/host/FileSystem.h"
-
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <unistd.h>
-
-#include <csignal>
-
-#include "tests/world/TestFolder.h"
+#include "core/archive/ZipFile.h"
+#include "core/host/RawFile.h"
+#include "tests/core/FileSystemTest.h"
+#include "tests/world/HostFiles.h"
+#include "tests/world/ZipMaker.h"
 
 namespace quillon {
 namespace {
 
 using enum FileCode;
-
-/// A folder of its own on the host, and the file calls beside the host's plain ones.
-class FileSystemTest : public testing::Test, protected TestFolder {
- protected:
-  std::size_t Count() const { return Below("").size(); }
-  bool Exists(std::string_view name) { return Attributes(name) != 0; }
-  std::uint32_t Attributes(std::string_view name) {
-    std::uint32_t attributes = 0;
-    return files_->GetAttributes(Path(name), attributes) == Ok ? attributes : 0;
-  }
-  FileCode CodeFor(std::string_view path) {
-    std::uint32_t attributes = 0;
-    return files_->GetAttributes(path, attributes);
-  }
-  FileCode Mark(std::string_view name, std::uint32_t attributes) {
-    return files_->SetAttributes(Path(name), attributes);
-  }
-  FileCode Replace(std::string_view name, std::string_view bytes) {
-    return files_->Replace(Path(name), bytes);
-  }
-  FileCode Copy(std::string_view from, std::string_view to) { return files_->Copy(Path(from), Path(to)); }
-  FileCode Move(std::string_view from, std::string_view to) { return files_->Move(Path(from), Path(to)); }
-  FileCode Delete(std::string_view name) { return files_->Delete(Path(name)); }
-  FileCode Make(std::string_view folder) { return files_->CreateFolder(Path(folder)); }
-  FileCode RemoveFolder(std::string_view folder) { return files_->RemoveFolder(Path(folder)); }
-  FileCode Open(std::string_view name, bool append) { return files_->Open(Path(name), append, out_); }
-  std::string Read(std::string_view name) {
-    std::string bytes;
-    return files_->Read(Path(name), bytes, kNoLimit) == Ok ? bytes : "unread";
-  }
-  Strings Find(std::string_view pattern) {
-    std::vector<FoundFile> found;
-    const FileCode code = files_->Find(Path(pattern), found);
-    EXPECT_EQ(code, found.empty() ? FileNotFound : Ok) << pattern;
-    Strings names;
-    for (const auto& file : found) names.push_back(file.name);
-    return names;
-  }
-  FoundFile FindOne(std::string_view name) {
-    std::vector<FoundFile> found;
-    files_->Find(Path(name), found);
-    return found.empty() ? FoundFile{} : found.front();
-  }
-
-  std::unique_ptr<FileSystem> files_ = MakeHostFileSystem();
-  std::unique_ptr<OutputFile> out_;
-};
 
 TEST(MatchesPatternTest, FollowsThePlatform) {
   const Strings names = {"a.htm",       "a.ht",    "a.html",   "noext",        "name.ext",
@@ -93,28 +42,19 @@ TEST_F(FileSystemTest, NamesAreFoundInAnyCase) {
   for (const char* name :
        {"trains\\CONSISTS\\\xC3\xA9T\xC3\x89.con", "trains//consists\\", "none\\..\\.\\Trains. \\consists."})
     EXPECT_TRUE(Exists(name)) << name;
-  EXPECT_EQ(files_->HostPath(Path("trains\\consists\\New.Con")), Host("TRAINS/Consists/New.Con"));
-  EXPECT_EQ(files_->HostPath("\\..\\..\\"), "/");
-  // Names that differ in case only: the exact one, else always the same one.
-  Put("twin", "lower");
-  Put("TWIN", "upper");
-  EXPECT_EQ(Read("twin") + Read("Twin"), "lowerupper");
-  EXPECT_EQ(Find("tw*"), (Strings{"TWIN", "twin"}));
-  Put("\xFF\xFE.txt");
-  EXPECT_EQ(Find("*.TXT"), Strings{"\xFF\xFE.txt"});
-  EXPECT_TRUE(Exists("\xFF\xFE.TXT"));
+  const fs::path made = ToPath(files_->HostPath(Path("trains\\consists\\New.Con")));
+  EXPECT_TRUE(made.filename() == "New.Con" && fs::equivalent(made.parent_path(), Host("TRAINS/Consists")));
+  EXPECT_EQ(ToPath(files_->HostPath(Path("TRAINS\\consists\\\xC3\xA9T\xC3\x89.con"))).filename(),
+            ToPath("\xC3\x89t\xC3\xA9.con"));
 }
 
 TEST_F(FileSystemTest, TellsWhyNothingIsThere) {
   Put("file");
   EXPECT_EQ(CodeFor(Path("none")), FileNotFound);
-  for (const std::string& path :
-       {std::string(), Path("none\\none"), Path("file\\none"), std::string("C:\\a")})
+  for (const std::string& path : {std::string(), Path("none\\none"), Path("file\\none")})
     EXPECT_EQ(CodeFor(path), PathNotFound) << path;
   for (const char* name : {"file\\", "a<", "a>", "a\"", "a|", "a:b", "a\x1F", "a*", "a?b\\c"})
     EXPECT_EQ(CodeFor(Path(name)), InvalidName) << name;
-  EXPECT_EQ(files_->Replace("C:\\new", "x"), PathNotFound);
-  EXPECT_EQ(files_->HostPath("C:\\new"), "");
   for (const char* name : {"con", "Nul.txt", "com1.a.b", "LPT9 .x", "new\\"})
     EXPECT_EQ(Replace(name, "x"), InvalidName) << name;
   EXPECT_EQ(Replace("com10", "x"), Ok);
@@ -135,13 +75,35 @@ TEST_F(FileSystemTest, ListsInThePlatformsOrder) {
   EXPECT_EQ(Find("folder\\*.*"), expected);
   EXPECT_EQ(Find("FOLDER"), Strings{"folder"});
   EXPECT_EQ(Find("folder\\*.sav"), Strings{});
+  // A platform with short names would find them by these.
+  for (const char* name : {"page.html", "long name of a page.html"}) Put(name);
+  EXPECT_EQ(Find("*.htm"), Strings{});
+}
+
+TEST_F(FileSystemTest, PathsAreAsLongAsTheyHaveToBe) {
+  std::string folder;
+  for (int depth = 0; depth < 8; ++depth) {
+    folder += (depth == 0 ? "" : "\\") + std::string(50, static_cast<char>('a' + depth));
+    ASSERT_EQ(Make(folder), Ok) << folder.size();
+  }
+  EXPECT_EQ(Replace(folder + "\\File", "text"), Ok);
+  EXPECT_EQ(Copy(folder + "\\file", folder + "\\.\\Copy"), Ok);
+  RawFile raw(files_->HostPath(Path(folder + "\\Raw")));
+  EXPECT_EQ(raw.Write("raw"), Ok);
+  EXPECT_EQ(raw.Keep(), Ok);
+  EXPECT_EQ(Replace(folder + "\\Zip", ZipBytes({{.name = "entry"}})), Ok);
+  EXPECT_EQ(ZipFile(files_->HostPath(Path(folder + "\\Zip"))).Entries().size(), 1u);
+  EXPECT_EQ(Find(folder + "\\*"), (Strings{".", "..", "Copy", "File", "Raw", "Zip"}));
+  EXPECT_EQ(Read(folder + "\\COPY") + Read(folder + "\\raw"), "textraw");
+  EXPECT_EQ(HostFiles().files.DelTree(Path(std::string(50, 'a'))), 0);
+  EXPECT_EQ(Count(), 0u);
 }
 
 TEST_F(FileSystemTest, ReadOnlyFilesAreLeftAloneByEveryUser) {
   Put("fixed", "old");
   Put("other", "new");
   EXPECT_EQ(Attributes("fixed"), kArchive);
-  EXPECT_EQ(Mark("fixed", kReadOnly), Ok);
+  EXPECT_EQ(Mark("fixed", kReadOnly | kArchive), Ok);
   EXPECT_EQ(FindOne("fixed").attributes, kReadOnly | kArchive);
   EXPECT_EQ(Delete("fixed"), AccessDenied);
   EXPECT_EQ(Replace("fixed", "new"), AccessDenied);
@@ -170,30 +132,11 @@ TEST_F(FileSystemTest, CopiesAndReplacesWhole) {
   EXPECT_EQ(Copy("folder", "new"), AccessDenied);
   EXPECT_EQ(Copy("none", "new"), FileNotFound);
   EXPECT_EQ(Copy("small", "none\\new"), PathNotFound);
-  fs::permissions(Host("small"), fs::perms(0751));
   Put("small.part~", "left by a run that was ended");
   EXPECT_EQ(Replace("Small", "replaced"), Ok);
   EXPECT_EQ(Bytes("small"), "replaced");
-  EXPECT_EQ(fs::status(Host("small")).permissions(), fs::perms(0751));
   for (int round = 0; round < 2; ++round) EXPECT_EQ(Replace(std::string(255, 'n'), "1"), Ok);
   EXPECT_EQ(Count(), 5u);
-}
-
-TEST_F(FileSystemTest, AFailedCopyLeavesNothing) {
-  const std::string large(300'000, 'q');
-  Put("source", large);
-  Put("old", "old");
-  // The host refuses bytes behind the limit as it does on a full disk.
-  std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before;
-  ::getrlimit(RLIMIT_FSIZE, &before);
-  const rlimit tight = {100'000, before.rlim_max};
-  ::setrlimit(RLIMIT_FSIZE, &tight);
-  const auto codes = {Copy("source", "old"), Copy("source", "new"), Replace("old", large)};
-  ::setrlimit(RLIMIT_FSIZE, &before);
-  for (const FileCode code : codes) EXPECT_NE(code, Ok);
-  EXPECT_EQ(Bytes("old"), "old");
-  EXPECT_EQ(Count(), 2u);
 }
 
 TEST_F(FileSystemTest, MovesToFreeNamesOnly) {
@@ -207,7 +150,8 @@ TEST_F(FileSystemTest, MovesToFreeNamesOnly) {
   EXPECT_EQ(Move("folder", "folder\\inner"), SharingViolation);
   EXPECT_EQ(Move("a.sav", "a.sav"), Ok);
   EXPECT_EQ(Move("A.SAV", "A.Sav"), Ok);
-  EXPECT_EQ(Find("*.sav"), (Strings{"A.Sav", "b.sav"}));
+  const std::string respelled = UnderWine() ? "a.sav" : "A.Sav";  // Wine keeps the old spelling
+  EXPECT_EQ(Find("*.sav"), (Strings{respelled, "b.sav"}));
   EXPECT_EQ(Bytes("A.Sav") + Bytes("b.sav"), "ab");
 }
 
@@ -225,11 +169,12 @@ TEST_F(FileSystemTest, FoldersAreMadeAndRemovedOneLevelAtATime) {
 }
 
 TEST_F(FileSystemTest, LinksGoAndWhatTheyPointToStays) {
+  if (!HasLinks()) GTEST_SKIP() << kNoLinks;
   Put("folder/file", "old");
   MakeReadOnly(Host("folder/file"));
-  fs::create_directory_symlink(Host("folder"), Host("ToFolder"));
-  fs::create_symlink(Host("folder/file"), Host("ToFile"));
-  fs::create_symlink(Host("nowhere"), Host("ToNothing"));
+  MakeFolderLink(Host("folder"), Host("ToFolder"));
+  MakeFileLink(Host("folder/file"), Host("ToFile"));
+  MakeFileLink(Host("nowhere"), Host("ToNothing"));
   EXPECT_TRUE(FindOne("tofolder").link && FindOne("tofolder").folder());
   EXPECT_TRUE(FindOne("tofile").link && !FindOne("tofile").folder());
   EXPECT_FALSE(FindOne("folder").link);
@@ -252,29 +197,29 @@ TEST_F(FileSystemTest, LinksGoAndWhatTheyPointToStays) {
 TEST_F(FileSystemTest, APassKnowsWhatItDidItself) {
   fs::create_directories(Host("Folder/Sub"));
   Put("Folder/Old");
-  fs::create_directory_symlink(Host("Folder"), Host("Link"));
+  const std::string link = HasLinks() ? "LINK" : "folder";
+  if (HasLinks()) MakeFolderLink(Host("Folder"), Host("Link"));
   const FileSystem::Pass outer(*files_);
   {
     const FileSystem::Pass inner(*files_);
     EXPECT_FALSE(Exists("folder\\none"));
   }
-  Put("Folder/Foreign");
-  EXPECT_FALSE(Exists("Folder\\Foreign"));  // the folder was listed: nobody asks the host again
   EXPECT_EQ(Replace("folder\\Replaced", "x"), Ok);
   EXPECT_EQ(Open("folder\\Opened", false), Ok);
-  EXPECT_EQ(Copy("folder\\old", "LINK\\Copied"), Ok);
+  EXPECT_EQ(Copy("folder\\old", link + "\\Copied"), Ok);
   EXPECT_EQ(Move("folder\\old", "folder\\sub\\Moved"), Ok);
-  EXPECT_EQ(Make("link\\Made"), Ok);
+  EXPECT_EQ(Make(link + "\\Made"), Ok);
   Put("Folder/Library");
   for (const char* name : {"folder\\Library", "folder\\library"}) files_->Touched(Path(name), true);
+  out_.reset();
   fs::remove(Host("Folder/Opened"));
   files_->Touched(Path("folder\\opened"), false);
   EXPECT_EQ(Find("folder\\*"), (Strings{".", "..", "Copied", "Library", "Made", "Replaced", "Sub"}));
-  EXPECT_TRUE(Exists("link\\SUB\\moved"));
+  EXPECT_TRUE(Exists(link + "\\SUB\\moved"));
   EXPECT_EQ(Make("folder\\OLD"), Ok);
   EXPECT_EQ(Move("folder\\sub", "folder\\made\\Sub2"), Ok);
   EXPECT_TRUE(Exists("folder\\made\\sub2\\moved") && !Exists("folder\\sub\\moved"));
-  EXPECT_EQ(Delete("link\\copied"), Ok);
+  EXPECT_EQ(Delete(link + "\\copied"), Ok);
   EXPECT_FALSE(Exists("folder\\copied"));
 }
 
@@ -306,19 +251,6 @@ TEST_F(FileSystemTest, OpenFilesKeepOrLoseWhatTheyHeld) {
     for (const char* part : {"line", "."}) EXPECT_EQ(out_->Write(part), Ok);
     EXPECT_EQ(Bytes("list"), expected);
   }
-}
-
-TEST_F(FileSystemTest, AFolderThatCantBeListedIsSearchedByExactNames) {
-  if (::geteuid() != 0) GTEST_SKIP() << "changes the user";
-  Put("shut/File");
-  fs::permissions(Host("shut"), fs::perms(0711));
-  ASSERT_EQ(::seteuid(65534), 0);
-  const bool exact = Exists("shut\\File"), other = Exists("shut\\file");
-  std::vector<FoundFile> found;
-  const FileCode listing = files_->Find(Path("shut\\*"), found);
-  EXPECT_EQ(::seteuid(0), 0);
-  EXPECT_TRUE(exact && !other);
-  EXPECT_EQ(listing, AccessDenied);
 }
 
 }  // namespace

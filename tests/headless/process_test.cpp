@@ -1,57 +1,10 @@
 // The built program itself, as a process: what only a process can show.
-#include <sys/wait.h>
-
-#include <csignal>
-#include <cstdio>
-
+#include "tests/world/Process.h"
 #include "core/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {
 namespace {
-
-constexpr const char* kNothing = "/dev/null";
-
-/// A running `quillon`, its standard output in a pipe.
-class Process {
- public:
-  /// `before` is run by the shell first.
-  explicit Process(const Strings& words, const std::string& input = kNothing,
-                   const std::string& before = "true") {
-    std::string command = before + "; echo $$; exec '" QUILLON_PROGRAM "'";
-    for (const auto& word : words) command += " '" + word + "'";
-    output_ = ::popen((command + " <'" + input + "' 2>/dev/null").c_str(), "r");
-    std::string line;
-    Line(line);
-    pid_ = NumericValue(line);
-  }
-  ~Process() { End(); }
-  Process(const Process&) = delete;
-  Process& operator=(const Process&) = delete;
-
-  /// The next line without its end; false when there is none.
-  bool Line(std::string& line) {
-    line.clear();
-    int c = 0;
-    while ((c = std::fgetc(output_)) != EOF && c != '\n') line += static_cast<char>(c);
-    return c != EOF;
-  }
-  bool Runs() const {
-    siginfo_t info = {};
-    ::waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOHANG | WNOWAIT);
-    return info.si_pid == 0;
-  }
-  void Kill() const { ::kill(pid_, SIGKILL); }
-  /// Closes the pipe and waits. The exit status; the number of the signal that ended it, negative.
-  int End() {
-    const int status = output_ != nullptr ? ::pclose(std::exchange(output_, nullptr)) : 0;
-    return WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
-  }
-
- private:
-  std::FILE* output_ = nullptr;
-  pid_t pid_ = 0;
-};
 
 class ProcessTest : public ProgramTest {
  protected:
@@ -61,9 +14,8 @@ class ProcessTest : public ProgramTest {
     return words;
   }
   /// The exit status of a run whose every line is an event, the last one the end.
-  int Run(const Strings& command, const std::string& input = kNothing,
-          const std::string& before = "true") const {
-    Process process(Words(command), input, before);
+  int Run(const Strings& command, const std::string& input = {}, int mostBlocks = 0) const {
+    Process process(Words(command), input, mostBlocks);
     std::string last;
     for (std::string line; process.Line(line); last = line)
       EXPECT_TRUE(line.starts_with("{\"event\":") && Event::accept(line)) << line;
@@ -88,15 +40,20 @@ TEST_F(ProcessTest, EndsWithTheStatusOfTheContract) {
 }
 
 TEST_F(ProcessTest, TheSampleGoesItsWholeRoadThroughLinksAndOddNames) {
-  const std::string root = Root() + "/M\xC3\xBChle & S\xC3\xB6hne";
-  options.app = root + "/the app";
-  fs::create_directories(root + "/real app");
-  fs::create_directory_symlink("real app", options.app);
-  fs::create_directory_symlink(root + "/game", root + "/Link.to game");
-  EXPECT_EQ(Run({"sample", root}), 0);
-  EXPECT_EQ(Run({"setup", "--game", root + "/Link.to game"}), 0);
+  const fs::path root = ToPath(Root()) / ToPath("M\xC3\xBChle & S\xC3\xB6hne"), app = root / "the app";
+  fs::path game = root / "game";
+  options.app = FromPath(app);
+  fs::create_directories(root / "real app");
+  if (HasLinks()) {
+    MakeFolderLink("real app", app);
+    game = root / "Link.to game";
+    MakeFolderLink(root / "game", game);
+  }
+  EXPECT_EQ(Run({"sample", FromPath(root)}), 0);
+  EXPECT_EQ(Run({"setup", "--game", FromPath(game)}), 0);
   EXPECT_EQ(Run({"start"}), 0);
-  fs::copy(root + "/zips", options.app + "/downloaded_routes");
+  for (const auto& zip : fs::directory_iterator(root / "zips"))
+    fs::copy_file(zip.path(), app / "downloaded_routes" / zip.path().filename());
   EXPECT_EQ(Run({"add"}), 0);
   for (const std::string route :
        {"Grosstal Bahn", "M\xC3\xBChlenbach & S\xC3\xB6hne Kleinbahn", "Coastal Line (2)"})
@@ -112,10 +69,11 @@ TEST_F(ProcessTest, AReaderThatLeavesEndsNothing) {
 }
 
 TEST_F(ProcessTest, ALimitOfFileSizesIsAnErrorLikeAnyOther) {
+  if (!Process::CanLimitFiles()) GTEST_SKIP() << "the platform has no such limit";
   ASSERT_EQ(FirstRun(), 0);
   StoreRoute("valley", "Valley Line",
              {{.name = "V/World/w.w", .data = std::string(3'000'000, 'w'), .deflated = true}});
-  EXPECT_EQ(Run({"load", "Valley Line"}, kNothing, "ulimit -f 2000"), 1);
+  EXPECT_EQ(Run({"load", "Valley Line"}, {}, 2000), 1);
   EXPECT_FALSE(Exists(WorkingPath("World\\w.w")));
   EXPECT_EQ(Run({"load", "Valley Line"}), 0);
 }
@@ -146,7 +104,7 @@ TEST_F(ProcessTest, AKilledLoadIsMendedByTheNext) {
     process.Kill();
     status = process.End();
   }
-  ASSERT_EQ(status, -SIGKILL);
+  ASSERT_EQ(status, Process::kKilled);
   EXPECT_EQ(Loaded(), "hill");
 
   auto after = State(Root());

@@ -1,22 +1,22 @@
 // A temporary folder for a test, and plain looks at the disk that owe nothing to the product's file calls.
 #pragma once
 
-#include <unistd.h>
-
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <random>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/host/StandardPath.h"
+#include "tests/world/Host.h"
+
 namespace quillon {
 
-namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
 /// Names of files and their bytes, or what else is told of them.
 using NamedTexts = std::map<std::string, std::string>;
@@ -25,56 +25,44 @@ using NamedTexts = std::map<std::string, std::string>;
 inline void WriteBytes(const fs::path& file, std::string_view bytes) {
   std::ofstream out(file, std::ios::binary);
   out << bytes << std::flush;
-  if (!out) throw std::runtime_error("can't write " + file.string());
+  if (!out) throw std::runtime_error("can't write " + FromPath(file));
 }
 
-inline void MakeReadOnly(const fs::path& file) { fs::permissions(file, fs::perms(0444)); }
+/// Read-only files, too, which not every host lets go.
+inline void RemoveAll(const fs::path& path) {
+  const auto free = [](const fs::path& file) {
+    const fs::file_status status = fs::symlink_status(file);
+    const bool fixed = (status.permissions() & fs::perms::owner_write) == fs::perms::none;
+    if (fs::is_regular_file(status) && fixed)
+      fs::permissions(file, fs::perms::owner_write, fs::perm_options::add);
+  };
+  free(path);
+  if (fs::is_directory(fs::symlink_status(path)))
+    for (const auto& item : fs::recursive_directory_iterator(path)) free(item.path());
+  fs::remove_all(path);
+}
 
-/// While one lives the process is no superuser, whom no permission stops; all below `root` belongs to it.
-class WithoutPrivileges {
- public:
-  explicit WithoutPrivileges(const fs::path& root) {
-    if (!changed_) return;
-    for (const auto& item : fs::recursive_directory_iterator(root))
-      if (::lchown(item.path().c_str(), kNobody, kNobody) != 0) throw std::runtime_error("can't give away");
-    if (::setresuid(kNobody, kNobody, 0) != 0) throw std::runtime_error("can't change the user");
-  }
-  ~WithoutPrivileges() {
-    if (changed_ && ::setresuid(0, 0, 0) != 0) std::abort();
-  }
-  WithoutPrivileges(const WithoutPrivileges&) = delete;
-  WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
-
- private:
-  static constexpr uid_t kNobody = 65534;
-  const bool changed_ = ::geteuid() == 0;
-};
-
-/// While one lives nothing can be made in the folder, nor removed from it.
-class ShutFolder {
- public:
-  explicit ShutFolder(fs::path folder) : folder_(std::move(folder)) {
-    fs::permissions(folder_, fs::perms(0555));
-  }
-  ~ShutFolder() { fs::permissions(folder_, fs::perms(0755)); }
-  ShutFolder(const ShutFolder&) = delete;
-  ShutFolder& operator=(const ShutFolder&) = delete;
-
- private:
-  const fs::path folder_;
-};
+/// What leads from `folder` to `path`, with "/" on every host.
+inline std::string Relative(const fs::path& path, const fs::path& folder) {
+  const std::u8string name = path.lexically_relative(folder).generic_u8string();
+  return {name.begin(), name.end()};
+}
 
 /// A folder of its own, which goes with the object; everybody may write in it.
 class TestFolder {
  public:
   TestFolder() {
-    root_ = (fs::temp_directory_path() / "quillon-test-XXXXXX").string();
-    if (::mkdtemp(root_.data()) == nullptr) throw std::runtime_error("can't make " + root_);
-    fs::permissions(root_, fs::perms(0777));
+    const fs::path temporary = fs::canonical(fs::temp_directory_path());
+    do root_ = FromPath(temporary / ("quillon-test-" + std::to_string(std::random_device()())));
+    while (!fs::create_directory(ToPath(root_)));
+    fs::permissions(ToPath(root_), fs::perms(0777));
   }
   ~TestFolder() {
-    std::error_code failed;
-    fs::remove_all(root_, failed);
+    try {
+      RemoveAll(ToPath(root_));
+    } catch (const fs::filesystem_error&) {
+      // What can't go stays; the test has been judged.
+    }
   }
   TestFolder(const TestFolder&) = delete;
   TestFolder& operator=(const TestFolder&) = delete;
@@ -82,7 +70,7 @@ class TestFolder {
   const std::string& Root() const { return root_; }
   /// The system's text of what lies in the folder, and the host's name of it.
   std::string Path(std::string_view name) const { return root_ + "\\" + std::string(name); }
-  fs::path Host(std::string_view name) const { return fs::path(root_) / name; }
+  fs::path Host(std::string_view name) const { return ToPath(root_) / ToPath(name); }
   /// Replaces a file; makes its folders.
   void Put(std::string_view name, std::string_view bytes = "x") const {
     fs::create_directories(Host(name).parent_path());
@@ -97,7 +85,7 @@ class TestFolder {
   std::set<std::string> Below(std::string_view name) const {
     std::set<std::string> names;
     for (const auto& item : fs::recursive_directory_iterator(Host(name)))
-      names.insert(item.path().lexically_relative(Host(name)).string());
+      names.insert(Relative(item.path(), Host(name)));
     return names;
   }
 

@@ -3,7 +3,6 @@
 #include <zip.h>
 
 #include <algorithm>
-#include <array>
 
 #include "core/Text.h"
 #include "core/host/FileSystem.h"
@@ -14,9 +13,6 @@
 
 namespace quillon {
 namespace {
-
-// What decides where the desktop's folders lie.
-constexpr std::array kVariables = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_DESKTOP_DIR"};
 
 std::string Profile(std::string_view file, std::string_view section, std::string_view key) {
   const auto host = MakeHostFileSystem();
@@ -33,14 +29,10 @@ std::string Joined(const Strings& keys, Text text) {
 
 }  // namespace
 
-TestProgram::TestProgram(bool storeGame) : oldFolder_(fs::current_path()) {
-  for (const char* name : kVariables) {
-    if (const char* value = std::getenv(name)) oldEnvironment_[name] = value;
-    unsetenv(name);
-  }
-  for (const auto& folder : {App(), Game(), Home()}) fs::create_directories(folder);
-  setenv("HOME", Home().c_str(), 1);
-  fs::current_path(Home());
+TestProgram::TestProgram(bool storeGame)
+    : oldFolder_(fs::current_path()), desktop_(folder_.Host("home"), folder_.Host("app")) {
+  for (const char* place : {"app", "game", "home"}) fs::create_directories(folder_.Host(place));
+  fs::current_path(folder_.Host("home"));
   MakeGame();
   options.app = App();
   SetUpAgain(storeGame);
@@ -48,8 +40,6 @@ TestProgram::TestProgram(bool storeGame) : oldFolder_(fs::current_path()) {
 
 TestProgram::~TestProgram() {
   session_.reset();
-  for (const char* name : kVariables) unsetenv(name);
-  for (const auto& [name, value] : oldEnvironment_) setenv(name.c_str(), value.c_str(), 1);
   std::error_code failed;
   fs::current_path(oldFolder_, failed);
 }
@@ -71,7 +61,7 @@ void TestProgram::MakeGame() const {
   make("GLOBAL\\SHAPES\\signal.s", "global shape");
   make("GLOBAL\\TEXTURES\\signal.ace", "global texture");
   make("TRAINS\\CONSISTS\\default.con", "default consist");
-  fs::create_directories(GamePath("SAVES"));
+  fs::create_directories(ToPath(GamePath("SAVES")));
 }
 
 int TestProgram::Run(const Command& command) {
@@ -119,7 +109,7 @@ void TestProgram::StoreRoute(const std::string& zip, const std::string& displayN
                              const std::vector<ZipEntry>& entries) const {
   Write(AppPath("routes\\ts" + zip + ".jpg"), "preview of " + zip);
   Write(AppPath("routes\\activities\\activities\\" + zip + "\\" + zip + ".act"), "activity of " + zip);
-  MakeZip(AppPath("routes\\" + zip + ".qnz"), entries);
+  MakeZip(ToPath(AppPath("routes\\" + zip + ".qnz")), entries);
   SetIni("routes.ini", displayName, "Zip", zip);
   SetIni("routes.ini", zip, "Name", displayName);
 }
@@ -171,41 +161,40 @@ std::string TestProgram::ReadBytes(std::string_view path) {
 }
 
 void TestProgram::Write(std::string_view path, std::string_view bytes) {
-  const fs::path host = HostPath(path);
+  const fs::path host = ToPath(HostPath(path));
   fs::create_directories(host.parent_path());
   WriteBytes(host, bytes);
 }
 
-void TestProgram::Remove(std::string_view path) { fs::remove_all(HostPath(path)); }
+void TestProgram::Remove(std::string_view path) { RemoveAll(ToPath(HostPath(path))); }
 
 Strings TestProgram::Names(std::string_view folder) {
   Strings names;
-  for (const auto& item : fs::directory_iterator(HostPath(folder)))
-    names.push_back(LowerCase(item.path().filename().string()) + (item.is_directory() ? "\\" : ""));
+  for (const auto& item : fs::directory_iterator(ToPath(HostPath(folder))))
+    names.push_back(LowerCase(FromPath(item.path().filename())) + (item.is_directory() ? "\\" : ""));
   std::sort(names.begin(), names.end());
   return names;
 }
 
 NamedTexts TestProgram::Tree(std::string_view folder) {
   NamedTexts tree;
-  const fs::path root = HostPath(folder);
+  const fs::path root = ToPath(HostPath(folder));
   for (const auto& item : fs::recursive_directory_iterator(root)) {
     if (!item.is_regular_file()) continue;
-    const std::string name = item.path().lexically_relative(root).string();
-    tree[LowerCase(ReplaceAll(name, "/", "\\"))] = ReadBytes(item.path().string());
+    tree[LowerCase(ReplaceAll(Relative(item.path(), root), "/", "\\"))] = ReadBytes(FromPath(item.path()));
   }
   return tree;
 }
 
 NamedTexts TestProgram::State(std::string_view folder) {
   NamedTexts state;
-  const fs::path root = HostPath(folder);
+  const fs::path root = ToPath(HostPath(folder));
   for (const auto& item : fs::recursive_directory_iterator(root)) {
-    std::string& what = state[item.path().lexically_relative(root).string()];
+    std::string& what = state[Relative(item.path(), root)];
     const bool readOnly = (item.symlink_status().permissions() & fs::perms::owner_write) == fs::perms::none;
-    what = item.is_symlink()     ? "link to " + fs::read_symlink(item.path()).string()
+    what = item.is_symlink()     ? "link to " + FromPath(fs::read_symlink(item.path()))
            : item.is_directory() ? "folder"
-                                 : (readOnly ? "read-only: " : "file: ") + ReadBytes(item.path().string());
+                                 : (readOnly ? "read-only: " : "file: ") + ReadBytes(FromPath(item.path()));
   }
   return state;
 }
@@ -247,7 +236,8 @@ std::string TestProgram::Current(const Strings& keys) const {
 }
 
 std::string TestProgram::RegistryValue(std::string_view key, std::string_view name) const {
-  return Profile(AppPath("registry.ini"), "HKEY_LOCAL_MACHINE\\" + std::string(key), name);
+  const std::string value = desktop_.RegistryValue(key, name);
+  return value.empty() ? kMissing : value;
 }
 
 std::string TrackFile(const std::string& displayName) {

@@ -76,10 +76,11 @@ class TestProgram {
 
   // Places.
   const std::string& Root() const { return folder_.Root(); }
-  std::string App() const { return Root() + "/app"; }
-  std::string Game() const { return Root() + "/game"; }
+  std::string App() const { return FromPath(folder_.Host("app")); }
+  std::string Game() const { return FromPath(folder_.Host("game")); }
   /// The user's home, and the process's current folder.
-  std::string Home() const { return Root() + "/home"; }
+  std::string Home() const { return FromPath(folder_.Host("home")); }
+  const OwnDesktop& Desktop() const { return desktop_; }
   /// The host path of what lies below a place; a missing thing gets the text's spelling.
   std::string AppPath(const std::string& below) const { return HostPath(App() + "\\" + below); }
   std::string GamePath(const std::string& below) const { return HostPath(Game() + "\\" + below); }
@@ -123,7 +124,8 @@ class TestProgram {
   /// Of the section Current of routes.ini: keys with a bar between them, and what is loaded.
   std::string Current(const Strings& keys) const;
   std::string Loaded() const { return Current({"Loaded"}); }
-  /// A value of the registry's stand-in, with its type in front, below HKEY_LOCAL_MACHINE.
+  /// A value of the registry below HKEY_LOCAL_MACHINE, its type in front as "string:" or "dword:"; kMissing
+  /// without one.
   std::string RegistryValue(std::string_view key, std::string_view name) const;
 
  private:
@@ -131,7 +133,7 @@ class TestProgram {
 
   const TestFolder folder_;
   const fs::path oldFolder_;
-  NamedTexts oldEnvironment_;
+  const OwnDesktop desktop_;
   RecordedOutput output_;
   std::unique_ptr<Session> session_;
   bool kept_ = false;

@@ -1,0 +1,65 @@
+#include "core/host/PathText.h"
+
+#include <algorithm>
+#include <array>
+
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+bool IsRefused(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || c == '<' || c == '>' || c == ':' || c == '"' || c == '|';
+}
+
+/// ".." never leads above the root.
+void AddName(std::string_view name, std::vector<std::string>& names) {
+  if (name == "." || name.empty()) return;
+  if (name != "..")
+    names.emplace_back(name);
+  else if (!names.empty())
+    names.pop_back();
+}
+
+}  // namespace
+
+bool IsSeparator(char c) { return c == '\\' || c == '/'; }
+
+bool HasDrive(std::string_view path) {
+  if (path.size() < 2 || path[1] != ':') return false;
+  return (path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z');
+}
+
+void AddNames(std::string_view path, bool wildcards, PathText& text) {
+  while (!path.empty()) {
+    const auto end = std::find_if(path.begin(), path.end(), IsSeparator);
+    const std::string_view name = path.substr(0, static_cast<std::size_t>(end - path.begin()));
+    path.remove_prefix(name.size());
+    text.wildcard = HasWildcard(name);
+    if (HasRefusedLetter(name) || (text.wildcard && (!wildcards || !path.empty()))) {
+      text.code = FileCode::InvalidName;
+      return;
+    }
+    AddName(name, text.names);
+    if (path.size() == 1) text.closed = true;
+    if (!path.empty()) path.remove_prefix(1);
+  }
+}
+
+bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != name.npos; }
+
+bool HasRefusedLetter(std::string_view name) { return std::any_of(name.begin(), name.end(), IsRefused); }
+
+std::string_view DropTail(std::string_view name) { return name.substr(0, name.find_last_not_of(" .") + 1); }
+
+bool Creatable(std::string_view name) {
+  static constexpr std::array<std::string_view, 4> kDevices = {"CON", "NUL", "AUX", "PRN"};
+  if (DropTail(name).empty()) return false;
+  const std::string stem = UpperCase(DropTail(name.substr(0, name.find('.'))));
+  if (stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")))
+    return stem[3] < '1' || stem[3] > '9';
+  return std::find(kDevices.begin(), kDevices.end(), stem) == kDevices.end();
+}
+
+}  // namespace quillon

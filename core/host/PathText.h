@@ -1,0 +1,39 @@
+// Path texts of the target platform, taken apart by its rules for names.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/host/FileSystem.h"
+
+namespace quillon {
+
+/// A path text by its names.
+struct PathText {
+  FileCode code = FileCode::Ok;  // PathNotFound: empty, or there is no such root; InvalidName: no disk holds
+                                 // such a name
+  std::vector<std::string> names;  // from the root down, without "." and ".."; none for the root
+  bool closed = false;             // a separator ends the text, so that it can mean a folder only
+  bool wildcard = false;           // the last name is a pattern
+};
+
+/// Adds the names in `path` to those of `text`, which leads to where `path` starts, and says whether they are
+/// names. `wildcards` allows * and ? in the last one.
+void AddNames(std::string_view path, bool wildcards, PathText& text);
+
+bool IsSeparator(char c);
+/// Whether a drive stands in front of the path.
+bool HasDrive(std::string_view path);
+
+/// `name` without the blanks and dots at its end, which the target platform drops; may become empty.
+std::string_view DropTail(std::string_view name);
+
+/// Whether no disk of the target platform can hold the name.
+bool HasRefusedLetter(std::string_view name);
+bool HasWildcard(std::string_view name);
+
+/// False for names that the target platform makes no file of: those of devices, with any extension.
+bool Creatable(std::string_view name);
+
+}  // namespace quillon

@@ -1,0 +1,122 @@
+#include <shlobj.h>
+#include <windows.h>
+
+#include "core/host/Desktop.h"
+#include "core/host/windows_file_facts.h"
+#include "core/host/windows_paths.h"
+#include "core/host/windows_text.h"
+
+namespace quillon {
+namespace {
+
+/// The platform's objects, for as long as one lives. A thread that has them in another way keeps it.
+class Objects {
+ public:
+  Objects() : began_(SUCCEEDED(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED))) {}
+  ~Objects() {
+    if (began_) ::CoUninitialize();
+  }
+  Objects(const Objects&) = delete;
+  Objects& operator=(const Objects&) = delete;
+
+ private:
+  const bool began_;
+};
+
+/// A reference to one of them.
+template <class Interface>
+class Reference {
+ public:
+  Reference() = default;
+  ~Reference() {
+    if (object_ != nullptr) object_->Release();
+  }
+  Reference(const Reference&) = delete;
+  Reference& operator=(const Reference&) = delete;
+
+  Interface* operator->() const { return object_; }
+  Interface* Get() const { return object_; }
+  void** Place() { return reinterpret_cast<void**>(&object_); }
+  Interface** Typed() { return &object_; }
+
+ private:
+  Interface* object_ = nullptr;
+};
+
+void Execute(const wchar_t* verb, const std::string& what) {
+  const Objects objects;
+  ::ShellExecuteW(nullptr, verb, Widen(what).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+std::string BytesOf(IStream* stream) {
+  HGLOBAL memory = nullptr;
+  STATSTG facts = {};
+  if (FAILED(stream->Stat(&facts, STATFLAG_NONAME)) || FAILED(::GetHGlobalFromStream(stream, &memory)))
+    return {};
+  std::string bytes(static_cast<const char*>(::GlobalLock(memory)),
+                    static_cast<std::size_t>(facts.cbSize.QuadPart));
+  ::GlobalUnlock(memory);
+  return bytes;
+}
+
+class OpenLock : public InstanceLock {
+ public:
+  explicit OpenLock(HANDLE file) : file_(file) {}
+
+ private:
+  Handle file_;
+};
+
+}  // namespace
+
+std::string GetSpecialFolder(SpecialFolder folder) {
+  std::wstring path(MAX_PATH, L'\0');
+  const int number = static_cast<int>(folder) | CSIDL_FLAG_CREATE;
+  if (::SHGetFolderPathW(nullptr, number, nullptr, SHGFP_TYPE_CURRENT, path.data()) != S_OK) return {};
+  return Narrow(path.c_str());
+}
+
+void OpenWithDesktop(const std::string& hostPath) { Execute(nullptr, hostPath); }
+
+void ExploreWithDesktop(const std::string& hostPath) { Execute(L"explore", hostPath); }
+
+std::string ShortcutContent(const std::string& hostFolder) {
+  const Objects objects;
+  Reference<IShellLinkW> link;
+  Reference<IPersistStream> saved;
+  Reference<IStream> stream;
+  if (FAILED(::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                                link.Place())) ||
+      FAILED(link->SetPath(Widen(hostFolder).c_str())) ||
+      FAILED(link->QueryInterface(IID_IPersistStream, saved.Place())) ||
+      FAILED(::CreateStreamOnHGlobal(nullptr, TRUE, stream.Typed())) ||
+      FAILED(saved->Save(stream.Get(), TRUE)))
+    return {};
+  return BytesOf(stream.Get());
+}
+
+std::string ExecutableFolder() {
+  std::wstring path(MAX_PATH, L'\0');
+  // A name that does not fit is cut, and fills the room.
+  while (::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())) >= path.size())
+    path.resize(path.size() * 2);
+  path.resize(path.find_last_of(L'\\', path.find(L'\0')));
+  return Narrow(path);
+}
+
+std::string AbsoluteHostPath(const std::string& path) {
+  if (path.empty()) return {};
+  const WindowsPath named = TakeApart(path);
+  return named.Named() ? Narrow(named.Plain()) : path;
+}
+
+std::unique_ptr<InstanceLock> TakeInstanceLock(const std::string& hostPath) {
+  // Nobody else may write to the file while it is open; reading it does no harm.
+  const HANDLE file = ::CreateFileW(CallPath(hostPath).c_str(), GENERIC_WRITE, FILE_SHARE_READ, nullptr,
+                                    OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_SHARING_VIOLATION) return nullptr;
+  // Where no lock can be held, as in a read-only folder, there is no second instance to fear either.
+  return std::make_unique<OpenLock>(file);
+}
+
+}  // namespace quillon

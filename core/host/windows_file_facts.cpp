@@ -1,0 +1,97 @@
+#include "core/host/windows_file_facts.h"
+
+#include "core/host/windows_errors.h"
+#include "core/host/windows_text.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::int64_t kTicks = 10'000'000, kEpoch = 11'644'473'600;  // a second; seconds from 1601 to 1970
+constexpr DWORD kKept = kReadOnly | kHidden | kSystem | kFolder | kArchive;
+
+/// A placeholder of a file in some cloud is no link. Without a tag nothing is known: the careful answer is
+/// yes.
+bool IsLink(const WIN32_FIND_DATAW& data) {
+  const DWORD tag = data.dwReserved0;
+  return Holds(data.dwFileAttributes, FILE_ATTRIBUTE_REPARSE_POINT) &&
+         (tag == 0 || IsReparseTagNameSurrogate(tag));
+}
+
+FoundFile Told(const WIN32_FIND_DATAW& data) {
+  return {Narrow(data.cFileName), data.dwFileAttributes & kKept, IsLink(data)};
+}
+
+class Search {
+ public:
+  Search(const std::wstring& pattern, WIN32_FIND_DATAW& data)
+      : handle_(::FindFirstFileExW(pattern.c_str(), FindExInfoBasic, &data, FindExSearchNameMatch, nullptr,
+                                   FIND_FIRST_EX_LARGE_FETCH)) {}
+  ~Search() {
+    if (Found()) ::FindClose(handle_);
+  }
+  Search(const Search&) = delete;
+  Search& operator=(const Search&) = delete;
+
+  bool Found() const { return handle_ != INVALID_HANDLE_VALUE; }
+  bool Next(WIN32_FIND_DATAW& data) const { return ::FindNextFileW(handle_, &data) != 0; }
+
+ private:
+  HANDLE handle_;
+};
+
+}  // namespace
+
+FileCode Inspect(const std::wstring& path, FoundFile& file) {
+  WIN32_FIND_DATAW data;
+  const Search search(path, data);
+  if (!search.Found()) return LastCode();
+  file = Told(data);
+  return FileCode::Ok;
+}
+
+FileCode List(const std::wstring& folder, const std::function<bool(FoundFile&&)>& each) {
+  WIN32_FIND_DATAW data;
+  const Search search(folder.ends_with(L'\\') ? folder + L"*" : folder + L"\\*", data);
+  if (!search.Found()) {
+    const FileCode code = LastCode();
+    // A root may hold nothing, not even dots.
+    if (code == FileCode::FileNotFound) return FileCode::Ok;
+    return code == FileCode::NotADirectory ? FileCode::PathNotFound : code;
+  }
+  do
+    if (!each(Told(data))) return FileCode::Ok;
+  while (search.Next(data));
+  // Half a listing is none: a name must not be missing here alone.
+  return ::GetLastError() == ERROR_NO_MORE_FILES ? FileCode::Ok : LastCode();
+}
+
+DWORD AttributesOf(const std::wstring& path, FileCode& code) {
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  code = attributes == INVALID_FILE_ATTRIBUTES ? LastCode() : FileCode::Ok;
+  return attributes;
+}
+
+HANDLE OpenExisting(const std::wstring& path, DWORD access) {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  return ::CreateFileW(path.c_str(), access, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
+                       nullptr);
+}
+
+FileCode GetFacts(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& facts, FILE_BASIC_INFO& times) {
+  const Handle file(OpenExisting(path, FILE_READ_ATTRIBUTES));
+  if (!file.IsOpen() || ::GetFileInformationByHandle(file.Get(), &facts) == 0 ||
+      ::GetFileInformationByHandleEx(file.Get(), FileBasicInfo, &times, sizeof times) == 0)
+    return LastCode();
+  return FileCode::Ok;
+}
+
+std::int64_t SinceEpoch(std::int64_t fileTime) {
+  return (fileTime - kEpoch * kTicks) * (1'000'000'000 / kTicks);
+}
+
+FILETIME FileTimeOf(std::int64_t secondsSinceEpoch) {
+  const auto time = static_cast<std::uint64_t>((secondsSinceEpoch + kEpoch) * kTicks);
+  return {static_cast<DWORD>(time), static_cast<DWORD>(time >> 32)};
+}
+
+}  // namespace quillon

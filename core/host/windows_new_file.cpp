@@ -1,0 +1,70 @@
+#include "core/host/windows_new_file.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/host/windows_errors.h"
+#include "core/host/windows_file_facts.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::size_t kLongestName = 255;
+constexpr std::wstring_view kPartMark = L".part~";
+constexpr DWORD kMostBytes = 1u << 30, kPause = 20;  // of one call; milliseconds
+constexpr int kTries = 10;
+
+/// The longest names have no room for the mark.
+std::wstring PartName(const std::wstring& path) {
+  const std::size_t start = path.rfind(L'\\') + 1;
+  const std::size_t kept = std::min(path.size() - start, kLongestName - kPartMark.size());
+  return path.substr(0, start + kept).append(kPartMark);
+}
+
+/// A file that is in use can't be replaced, either; the platform says that it is forbidden.
+FileCode WhyNotReplaced(const std::wstring& path, FileCode told) {
+  const Handle file(OpenExisting(path, DELETE));
+  return !file.IsOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION ? FileCode::SharingViolation : told;
+}
+
+}  // namespace
+
+PartFile::PartFile(std::wstring path) : path_(std::move(path)), part_(PartName(path_)) {
+  if (::GetFileAttributesW(part_.c_str()) != INVALID_FILE_ATTRIBUTES) RemoveAnyFile(part_);
+}
+
+PartFile::~PartFile() {
+  if (!part_.empty()) RemoveAnyFile(part_);
+}
+
+FileCode PartFile::Publish(bool flush) {
+  const DWORD flags = MOVEFILE_REPLACE_EXISTING | (flush ? MOVEFILE_WRITE_THROUGH : 0);
+  // Programs that look through every new file hold it for a moment.
+  for (int tries = 1; ::MoveFileExW(part_.c_str(), path_.c_str(), flags) == 0; ++tries) {
+    const FileCode code = LastCode();
+    if (code != FileCode::AccessDenied && code != FileCode::SharingViolation) return code;
+    if (tries == kTries) return WhyNotReplaced(path_, code);
+    ::Sleep(kPause);
+  }
+  part_.clear();
+  return FileCode::Ok;
+}
+
+FileCode WriteAll(HANDLE file, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto size = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kMostBytes));
+    DWORD written = 0;
+    if (::WriteFile(file, bytes.data(), size, &written, nullptr) == 0) return LastCode();
+    if (written == 0) return FileCode::DiskFull;
+    bytes.remove_prefix(written);
+  }
+  return FileCode::Ok;
+}
+
+bool RemoveAnyFile(const std::wstring& path) {
+  if (::DeleteFileW(path.c_str()) != 0) return true;
+  ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+  return ::DeleteFileW(path.c_str()) != 0;
+}
+
+}  // namespace quillon

@@ -1,0 +1,36 @@
+// Files that appear under their names whole: bytes go to a file beside until Publish.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+#include "core/host/FileSystem.h"
+
+namespace quillon {
+
+/// The name that a file has until it is whole. Without Publish the destructor removes what stands there.
+class PartFile {
+ public:
+  /// `path` is the file's name in the end. A rest of a run that was ended goes.
+  explicit PartFile(std::wstring path);
+  ~PartFile();
+  PartFile(const PartFile&) = delete;
+  PartFile& operator=(const PartFile&) = delete;
+
+  const std::wstring& Name() const { return part_; }
+  /// Gives the file its name, in place of a file that has it, in one step. `flush` waits until the name is on
+  /// the disk.
+  FileCode Publish(bool flush = false);
+
+ private:
+  std::wstring path_, part_;
+};
+
+FileCode WriteAll(HANDLE file, std::string_view bytes);
+
+/// Takes the read-only mark off a file and deletes it.
+bool RemoveAnyFile(const std::wstring& path);
+
+}  // namespace quillon
