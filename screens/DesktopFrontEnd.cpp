@@ -7,6 +7,7 @@
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -179,6 +180,15 @@ QWidget* DesktopFrontEnd::ActiveScreen() const {
   return active == help_.Window() ? nullptr : active;
 }
 
+/// What a new screen stands over: the active one may be gone already.
+QWidget* DesktopFrontEnd::ScreenBelow(const ScreenView& view) const {
+  if (QWidget* active = ActiveScreen(); active != nullptr && active != &view) return active;
+  const auto below = std::find_if(views_.begin(), views_.end(), [&](const auto& open) {
+    return open.second.get() != &view && open.second->isVisible();
+  });
+  return below == views_.end() ? nullptr : below->second.get();
+}
+
 void DesktopFrontEnd::DetailChanged(std::string_view screen, unsigned long long done,
                                     unsigned long long total, std::string_view unit) {
   if (ScreenView* view = View(screen)) view->Measure(done, total, std::string(unit));
@@ -227,9 +237,11 @@ void DesktopFrontEnd::ScreenShown(Screen& screen, bool asked) {
     Place(*view);
   }
   view->Sync();
+  if (const QWidget* owner = modal ? ScreenBelow(*view) : nullptr; owner != nullptr) {
+    view->winId();  // makes the window: some desktops take its owner only before it is shown
+    view->windowHandle()->setTransientParent(owner->windowHandle());
+  }
   view->show();
-  if (const QWidget* active = ActiveScreen(); modal && active != nullptr && active->windowHandle() != nullptr)
-    view->windowHandle()->setTransientParent(active->windowHandle());
   view->raise();
   view->activateWindow();
   WaitUntilSeen(view.get());

@@ -64,6 +64,7 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
 
  private:
   QWidget* ActiveScreen() const;
+  QWidget* ScreenBelow(const ScreenView& view) const;
   void HelpAskedByKey();
   bool PipelineRuns() const;
   void SyncAll();

@@ -9,8 +9,8 @@
 namespace quillon {
 namespace {
 
-/// A user's files, and lists that were filled from the user's game, stay.
-void LayTree(Files& files, const std::string& source, const std::string& target) {
+/// Without `replace` a user's files, and lists that were filled from the user's game, stay.
+void LayTree(Files& files, const std::string& source, const std::string& target, bool replace = false) {
   files.MakeFolders(target);
   std::vector<FoundFile> found;
   RaiseFileError(files.Host().Find(source + "\\*.*", found), source);
@@ -18,8 +18,9 @@ void LayTree(Files& files, const std::string& source, const std::string& target)
     if (entry.dots()) continue;
     const std::string from = source + "\\" + entry.name, to = target + "\\" + entry.name;
     if (entry.folder()) {
-      LayTree(files, from, to);
-    } else if (!files.FileExists(to)) {
+      LayTree(files, from, to, replace);
+    } else if (replace || !files.FileExists(to)) {
+      files.KillIfThere(to);
       files.FileCopy(from, to);
       files.SetAttributes(to, kArchive);  // packages may deliver read-only files
     }
@@ -50,6 +51,9 @@ void SetUp(Program& program, const std::string& deliveredTree, const std::option
     throw RunTimeError(ErrorNumber::PathNotFound, "share/quillon",
                        "the delivered tree does not lie beside the program");
   const FileSystem::Pass pass(program.files.Host());
+  const std::string help = "\\resources\\files";  // nobody's but the program's
+  if (program.files.FileExists(deliveredTree + help))
+    LayTree(program.files, deliveredTree + help, program.app.Below(help), true);
   LayTree(program.files, deliveredTree + "\\resources", program.app.Below("\\resources"));
   program.registry.CreateKey(RegRoot::LocalMachine, kLarkmoorKey);
   program.registry.CreateKey(RegRoot::LocalMachine, kQuillonKey);

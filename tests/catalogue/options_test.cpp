@@ -65,6 +65,7 @@ TEST_F(OptionsTest, SetUpLaysOutWhatIsMissingAndKeepsTheRest) {
   Write(MiscInfo("copyfiles.tsl"), "filled before");
   Remove(MiscInfo("env_defaults\\EnvFiles\\sun.env"));
   const auto before = Tree(App());
+  Write(AppPath("resources\\files\\help.hlp"), "an older help");
   SetUpAgain(false);
   auto after = Tree(App());
   EXPECT_EQ(after.erase("resources\\do_not_delete!\\misc_info\\env_defaults\\envfiles\\sun.env"), 1u);
