@@ -7,6 +7,8 @@ inline constexpr const char* kHelpStyle = R"(
 QWidget#helpWindow { background: #EEE8C4; }
 QWidget#sign { background: qlineargradient(x1:0, y1:0, x2:0, y2:1, stop:0 #1A1A9C, stop:1 #000060);
   border-bottom: 3px solid #B8892B; }
+QLabel, QPushButton, QToolButton, QTabBar, QTreeWidget, QListWidget, QLineEdit {
+  font-family: 'DejaVu Sans', Verdana, sans-serif; }
 QLabel#signText { color: #FFF9D5; font-size: 17px; font-weight: bold; letter-spacing: 1px; }
 QPushButton { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; border-radius: 4px;
   padding: 4px 12px; font-size: 13px; font-weight: bold; }
