@@ -34,13 +34,13 @@ std::string TakeShare(std::string_view& path) {
 /// Takes what stands for a root off the front of `path`, and adds the current folder's names where it is
 /// relative to that.
 bool TakeRoot(std::string_view& path, WindowsPath& taken) {
-  if (path.empty()) return false;
   if (path.starts_with(kLongShare)) {
     path.remove_prefix(kLongShare.size());
     taken.root = Widen(TakeShare(path));
     return !taken.root.empty();
   }
   if (path.starts_with(kLongForm)) path.remove_prefix(kLongForm.size());
+  if (path.empty()) return false;
   const bool onDrive = HasDrive(path);
   if (onDrive && path.size() > 2 && IsSeparator(path[2])) {
     taken.root = Widen(path.substr(0, 2)) + L"\\";

@@ -1,6 +1,6 @@
 # Builds for 64-bit Windows by Debian's mingw-w64. Libraries come from the folder that build-libraries has
-# filled: the one that the environment variable QUILLON_WINDOWS_LIBRARIES names, else build/windows-libraries; and
-# from those in CMAKE_PREFIX_PATH.
+# filled, the one that the environment variable QUILLON_WINDOWS_LIBRARIES names, else
+# build/windows-libraries; and from those in CMAKE_PREFIX_PATH.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(triple x86_64-w64-mingw32)

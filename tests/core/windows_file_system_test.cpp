@@ -19,7 +19,8 @@ TEST_F(FileSystemTest, PathsStartAtRootsDrivesAndTheCurrentFolder) {
     EXPECT_EQ(files_->HostPath(root), drive + "\\");
   }
   EXPECT_EQ(CodeFor("B:\\x"), UnderWine() ? FileNotFound : PathNotFound);  // Wine looks for the name first
-  EXPECT_EQ(CodeFor("\\\\nowhere\\"), PathNotFound);
+  for (const char* path : {"\\\\nowhere\\", "\\\\?\\", "\\\\?\\UNC\\"})
+    EXPECT_EQ(CodeFor(path), PathNotFound) << path;
   EXPECT_EQ(files_->HostPath("\\\\server\\share\\a/../b"), "\\\\server\\share\\b");
   EXPECT_EQ(AbsoluteHostPath("\\\\server\\share\\"), "\\\\server\\share\\");
   const fs::path before = fs::current_path();
