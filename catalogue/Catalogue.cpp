@@ -44,17 +44,45 @@ bool Catalogue::IsLoaded(std::string_view name) const { return ZipOf(name, kNoDa
 
 bool Catalogue::AnyRoute() const { return program_.files.FileExists(program_.app.AnyRouteFile()); }
 
-void Catalogue::Discard() const { program_.files.KillIfThere(program_.app.RoutesIni()); }
+void Catalogue::Discard() const {
+  // What was cut short is only known from here.
+  if (ReadCurrent("PutAway", kUnknown) == kUnknown) program_.files.KillIfThere(program_.app.RoutesIni());
+}
 
 std::string Catalogue::Add(std::string_view zip, std::string_view routeName) const {
   if (NameOf(zip, kUnknown) != kUnknown) return {};
-  const std::string name = UniqueName(std::string(routeName));
-  const std::string file = program_.app.RoutesIni();
-  program_.ini.WriteIni(name, "Zip", zip, file);
-  program_.ini.WriteIni(zip, "Name", name, file);
-  WriteCurrent("Zip", zip);
-  WriteCurrent("Temp", name);
+  std::string name;
+  {
+    const auto batch = program_.ini.Batch();  // one write: no half of an entry is ever read
+    name = UniqueName(std::string(routeName));
+    Enter(zip, name);
+    WriteCurrent("Zip", zip);
+    WriteCurrent("Temp", name);
+  }
+  RequireEntry(zip, name);
   return name;
+}
+
+void Catalogue::Enter(std::string_view zip, std::string_view name) const {
+  program_.ini.WriteIni(name, "Zip", zip, program_.app.RoutesIni());
+  program_.ini.WriteIni(zip, "Name", name, program_.app.RoutesIni());
+}
+
+/// Writes to profile files fail in silence, and a route without an entry can't be chosen.
+void Catalogue::RequireEntry(std::string_view zip, std::string_view name) const {
+  if (NameOf(zip, kUnknown) != name)
+    throw RunTimeError(ErrorNumber::PathFileAccessError, program_.app.RoutesIni(), kNoPermission);
+}
+
+void Catalogue::Restore(std::string_view zip, std::string_view name) const {
+  if (NameOf(zip, kUnknown) != kUnknown) return;
+  std::string own;
+  {
+    const auto batch = program_.ini.Batch();
+    own = ZipOf(name, kFree) == kFree ? std::string(name) : UniqueName(std::string(name));
+    Enter(zip, own);
+  }
+  RequireEntry(zip, own);
 }
 
 std::string Catalogue::UniqueName(const std::string& routeName) const {

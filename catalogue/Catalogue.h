@@ -29,12 +29,16 @@ class Catalogue {
   bool IsLoaded(std::string_view name) const;
 
   bool AnyRoute() const;
-  /// Deletes routes.ini, read-only or not, if it is there.
+  /// Deletes routes.ini, read-only or not, if it is there; not while it tells of a load that was cut short.
   void Discard() const;
 
   /// Enters a route unless its zip name is known; makes the display name unique and selects the route.
-  /// Returns the display name, empty when the zip name was known.
+  /// Returns the display name, empty when the zip name was known. Raises error 75 when routes.ini can't be
+  /// written.
   std::string Add(std::string_view zip, std::string_view routeName) const;
+
+  /// Enters a route that was removed, under the name it had when that is free. Selects nothing.
+  void Restore(std::string_view zip, std::string_view name) const;
 
   struct RouteList {
     std::vector<std::string> rows;  // sorted, the loaded one marked
@@ -44,6 +48,8 @@ class Catalogue {
   RouteList BuildList() const;
 
  private:
+  void Enter(std::string_view zip, std::string_view name) const;
+  void RequireEntry(std::string_view zip, std::string_view name) const;
   std::string UniqueName(const std::string& routeName) const;
 
   Program& program_;

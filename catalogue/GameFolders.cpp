@@ -39,11 +39,23 @@ bool PrepareGameFolders(Program& program) {
   return true;
 }
 
+namespace {
+
+/// Names that differ in case may be two folders here.
+bool IsSameFolder(FileSystem& host, const std::string& a, const std::string& b) {
+  FileSystem::Stamp one, other;
+  return a == b || (EqualNoCase(a, b) && host.GetStamp(a, one) == FileCode::Ok &&
+                    host.GetStamp(b, other) == FileCode::Ok && one.inode == other.inode &&
+                    host.DiskOf(a).name == host.DiskOf(b).name);
+}
+
+}  // namespace
+
 std::string TextOfHostPath(Program& program, const std::string& path) {
   FileSystem& host = program.files.Host();
   const std::string& game = program.shared.TrainSimPath;
   const std::string hostGame = host.HostPath(game), hostPath = host.HostPath(path);
-  if (hostGame.empty() || !EqualNoCase(hostPath.substr(0, hostGame.size()), hostGame)) return hostPath;
+  if (hostGame.empty() || !IsSameFolder(host, hostPath.substr(0, hostGame.size()), hostGame)) return hostPath;
   return game + ReplaceAll(hostPath.substr(hostGame.size()), "/", "\\");
 }
 

@@ -5,8 +5,10 @@
 
 #include "catalogue/DefaultFileScan.h"
 #include "catalogue/GameFolders.h"
+#include "catalogue/LoadMark.h"
 #include "catalogue/RouteRemoval.h"
 #include "catalogue/StartUp.h"
+#include "catalogue/Strangers.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -60,6 +62,7 @@ void MainScreen::EnableButtons(bool enabled) {
 
 std::string MainScreen::Hint() const {
   const std::string& target = program_.shared.FlashTarget;
+  if (!program_.shared.HealedNote.empty()) return program_.shared.HealedNote;
   if (target == "options")
     return "Train Simulator was not found in\n" + program_.shared.TrainSimPath +
            "\nClick Options and say where it is.";
@@ -70,6 +73,8 @@ std::string MainScreen::Hint() const {
 }
 
 void MainScreen::btnRouteListClick() {
+  program_.Step("Listing the routes");
+  program_.shared.HealedNote.clear();
   lblRightClick.visible = true;
   for (Button* button : {&btnExit, &btnLoad}) button->visible = button->enabled = false;
   ListRoutes.enabled = ListRoutes.visible = true;
@@ -108,6 +113,7 @@ void MainScreen::ListRoutesClick() {
 }
 
 void MainScreen::ListRoutesLeftPress() {
+  program_.Step("Selecting " + SelectedRouteName);
   program_.shared.FlashTarget.clear();
   catalogue_.Select(SelectedRouteName, program_.shared.SelectedZip);
   SetLabel("lblRouteName", lblRouteName, SelectedRouteName, true);
@@ -119,6 +125,7 @@ void MainScreen::ListRoutesLeftPress() {
 }
 
 void MainScreen::ListRoutesRightPress() {
+  program_.Step("Opening the menu of a route");
   PermanentMode = false;
   program_.shared.FlashTarget.clear();
   const std::string row = ListRoutes.rows.at(static_cast<std::size_t>(ListRoutes.current));
@@ -156,6 +163,14 @@ void MainScreen::ShowToolsState() {
 
 /// True when the user agreed and it was done.
 bool MainScreen::AskAndAct() {
+  program_.Step(PermanentMode ? "Making a route permanent" : "Removing a route");
+  if (PermanentMode && LoadMark(program_).Stands()) {
+    program_.boxes.Tell("Make route permanent?",
+                        "A load was cut short, and the working route is only half built.\r\n"
+                        "Load the route again first.");
+    program_.Refuse();
+    return false;
+  }
   const std::string title = PermanentMode ? "Make route permanent?" : "Remove route?";
   const std::string question =
       PermanentMode ? RouteRemoval::PermanentQuestion(RightClickName)
@@ -214,6 +229,7 @@ void MainScreen::toolsListLeftPress() {
 }
 
 void MainScreen::CloseList() {
+  program_.Step("Closing the list of routes");
   lblRightClick.visible = false;
   ResetButtonImages();
   SetLabel("lblRouteName", lblRouteName, catalogue_.ReadCurrent("Temp", kNoRouteLoaded), true);
@@ -273,11 +289,13 @@ void MainScreen::TimerWaitTick() {
 }
 
 void MainScreen::Timer1Tick() {
+  program_.Step("Showing the picture of the selected route");
   Timer1.enabled = false;
   ShowPreview(PreviewPath);
 }
 
 void MainScreen::btnInfoClick() {
+  program_.Step("Listing the documents of " + lblRouteName.text);
   if (ShowsSentinel() || lblRouteName.text == kRunCleanup) {
     program_.Refuse();
     return;
@@ -312,7 +330,10 @@ void MainScreen::SendToWelcome() {
 }
 
 void MainScreen::btnManageClick() {
-  if (WorkingRouteIsMissing()) {
+  program_.Step("Opening the route manager");
+  program_.shared.HealedNote.clear();
+  // A clean-up that was cut short is finished by another one, which stands behind this door.
+  if (WorkingRouteIsMissing() && !LoadMark(program_).CleanUpWasCut()) {
     program_.Refuse();
     SendToWelcome();
     return;
@@ -329,6 +350,7 @@ void MainScreen::btnManageClick() {
 }
 
 void MainScreen::btnOptionsClick() {
+  program_.Step("Opening the options");
   program_.stage.Unload("frmMain");
   program_.shared.TSPathField = program_.shared.TrainSimPath;
   program_.stage.Show("frmOptions");
@@ -347,11 +369,13 @@ bool MainScreen::HasActivity(const std::string& zip) const {
 
 void MainScreen::LoadSelectedRoute() {
   btnLoad.picture = "loadoff";
+  program_.shared.HealedNote.clear();
   if (!GameWasFound(program_)) {
     TimerChecker.enabled = false;
     return;
   }
   if (!PrepareGameFolders(program_)) return;
+  program_.Step("Loading the selected route");
   if (ShowsSentinel()) {
     const bool choose = lblRouteName.text == kNoRouteLoaded && catalogue_.AnyRoute();
     SetLabel("lblRouteName", lblRouteName, std::string(kNoRouteLoaded), true);
@@ -363,6 +387,7 @@ void MainScreen::LoadSelectedRoute() {
   std::string& zip = program_.shared.LoadZip;
   zip = catalogue_.ReadCurrent("Zip", kNoData);
   program_.shared.LoadRouteName = catalogue_.ReadCurrent("Temp", kNoData);
+  if (!FinishCleanUp() || !GoesOnBesideStrangers()) return;
   if (!HasActivity(zip)) {
     program_.stage.ShowModal("frmNoAct");
     return;
@@ -377,6 +402,38 @@ void MainScreen::LoadSelectedRoute() {
   zip = catalogue_.ReadCurrent("Zip", kNoData);
   program_.shared.FlashTarget.clear();
   program_.stage.ShowModal("frmLoad");
+}
+
+/// Nothing can be loaded into a half-built working route. False when it stayed so.
+bool MainScreen::FinishCleanUp() {
+  const LoadMark mark(program_);
+  if (!mark.CleanUpWasCut()) return true;
+  const std::string name = program_.shared.LoadRouteName;
+  const std::string zip = program_.shared.LoadZip;
+  program_.shared.CleanUpDone = false;
+  program_.stage.ShowModal("frmCleanUp");
+  // Start-up has run since and may have changed the selection.
+  program_.shared.LoadRouteName = name;
+  program_.shared.LoadZip = zip;
+  catalogue_.Select(name, zip);
+  program_.shared.HealedNote.clear();
+  return !mark.CleanUpWasCut();
+}
+
+/// True when the working route holds what this installation knows of, or the user goes on all the same.
+bool MainScreen::GoesOnBesideStrangers() {
+  const std::string stranger = StrangerInWorkingRoute(program_);
+  if (stranger.empty() ||
+      program_.boxes.AskYesNo("Another route stands there",
+                              "The working route holds files of a route that this Quillon has not put there, such as\r\n" +
+                                  stranger +
+                                  "\r\n\r\nAnother Quillon folder may work with the same game, or the game's folder "
+                                  "was changed. Loaded beside them, a route will not work properly.\r\n"
+                                  "Click No, and then Clean in the route manager ('quillon clean').\r\n\r\n"
+                                  "Load the route all the same?"))
+    return true;
+  program_.Refuse();
+  return false;
 }
 
 void MainScreen::Command1Click() { DefaultFileScan(program_).Run(); }

@@ -90,6 +90,8 @@ class MainScreen : public Screen {
   void LoadSelectedRoute();
   bool WorkingRouteIsMissing() const;
   void SendToWelcome();
+  bool FinishCleanUp();
+  bool GoesOnBesideStrangers();
   bool HasActivity(const std::string& zip) const;
   void ShowPreview(const std::string& path);
   /// "Currently loaded route" when `name` is the loaded one and the label shows a route.

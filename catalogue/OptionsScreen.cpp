@@ -29,6 +29,7 @@ std::string OptionsScreen::btnLocateClick() {
 }
 
 void OptionsScreen::btnOKClick() {
+  program_.Step("Changing the settings");
   // The choice of the shortcut holds even when the path is refused.
   if (chkShortcut)
     MakeDesktopShortcut(program_.files);
@@ -39,6 +40,7 @@ void OptionsScreen::btnOKClick() {
 }
 
 void OptionsScreen::btnCancelClick() {
+  program_.Step("Putting the settings back");
   SetTSPath(atActivation_);
   program_.shared.TrainSimPath = CutBackslash(path_);
   program_.registry.RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath",

@@ -2,57 +2,87 @@
 
 #include <utility>
 
+#include "catalogue/Unfinished.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "shelf/OwnFiles.h"
 
 namespace quillon {
 namespace {
 
 constexpr int kMostVersions = 50;
+constexpr const char *kRemove = "Remove", *kPermanent = "Permanent";  // acts that may stay unfinished
 
 }  // namespace
 
 RouteRemoval::RouteRemoval(Program& program, std::string rightClickName)
+    : RouteRemoval(program, ReplaceAll(rightClickName, "(Loaded)", ""), {}) {}
+
+RouteRemoval::RouteRemoval(Program& program, std::string name, std::string zip)
     : program_(program),
       files_(program.files),
       catalogue_(program),
-      RightClickName(ReplaceAll(rightClickName, "(Loaded)", "")),
-      zip_(catalogue_.ZipOf(RightClickName, "Current")) {}
+      RightClickName(std::move(name)),
+      zip_(zip.empty() ? catalogue_.ZipOf(RightClickName, "Current") : std::move(zip)) {}
 
 void RouteRemoval::RemoveRoute() {
   program_.Step("Removing " + Trim(RightClickName));
-  // A catalogue that someone edited may name what leads elsewhere, or all routes at once.
-  if (IsUsableStem(zip_)) DeleteBelongings();
   std::string& name = program_.shared.RemovedRouteName;
   name = catalogue_.NameOf(zip_, kNoData);
+  // A catalogue that someone edited may name what leads elsewhere, or all routes at once.
+  if (IsUsableStem(zip_)) {
+    Rescue rescue(program_, zip_, Trim(RightClickName) + " was removed from Quillon.");
+    rescue.NoteRoute(name);
+    Unfinished(program_).Begin(kRemove, {{"Zip", zip_}, {"Name", RightClickName}, {"Shelf", rescue.Folder()}});
+    MoveBelongings(rescue);
+  }
   if (!program_.shared.MakingPermanent)
     program_.boxes.Tell("Quillon", name + " has been removed from Quillon.");
   // The closing message of Make permanent has the name without its version.
   for (int i = 1; i <= kMostVersions; ++i) name = ReplaceAll(name, "(" + std::to_string(i) + ")", "");
   ForgetSelection();
+  Unfinished(program_).End(kRemove);
 }
 
-void RouteRemoval::DeleteBelongings() {
+void RouteRemoval::FinishRemoval(Program& program) {
+  const Unfinished unfinished(program);
+  if (!unfinished.HasBegun(kRemove)) return;
+  RouteRemoval removal(program, unfinished.Fact(kRemove, "Name"), unfinished.Fact(kRemove, "Zip"));
+  Rescue rescue(program, removal.zip_, "");
+  rescue.Resume(unfinished.Fact(kRemove, "Shelf"));
+  removal.MoveBelongings(rescue);
+  removal.ForgetSelection();
+  unfinished.End(kRemove);
+  program.TellHealed("The removal of " + Trim(removal.RightClickName) + " that was cut short has been finished.");
+}
+
+/// In the order in which they are told to go.
+void RouteRemoval::MoveBelongings(Rescue& rescue) {
   const Installation& app = program_.app;
-  files_.KillIfThere(app.RouteFile(zip_));
-  DeleteFolder(app.Saves(zip_));
-  files_.KillIfThere(app.Preview(zip_));
-  files_.KillIfThere(app.TerrainCache(zip_));
-  DeleteFolder(app.Activities(zip_));
-  DeleteFolder(app.Consists(zip_));
-  DeleteFolder(app.Custom(zip_));
-  DeleteFolder(app.Paths(zip_));
-  DeleteFolder(app.RouteInfo(zip_));
-  DeleteFolder(app.RoutePics(zip_));
-  DeleteFolder(app.Services(zip_));
-  DeleteFolder(app.Traffic(zip_));
-}
-
-void RouteRemoval::DeleteFolder(const std::string& path) {
-  if (files_.FileExists(path)) files_.DelTree(path);
+  for (const auto& path :
+       {app.RouteFile(zip_), app.Saves(zip_), app.Preview(zip_), app.TerrainCache(zip_), app.Activities(zip_),
+        app.Consists(zip_), app.Custom(zip_), app.Paths(zip_), app.RouteInfo(zip_), app.RoutePics(zip_),
+        app.Services(zip_), app.Traffic(zip_)}) {
+    if (!files_.FileExists(path)) continue;
+    rescue.Keep(path);
+    // A copy on another disk leaves the original.
+    if (files_.IsPathAFolder(path))
+      files_.DelTree(path);
+    else
+      files_.KillIfThere(path);
+  }
+  rescue.Close();
 }
 
 void RouteRemoval::ForgetSelection() {
+  DeleteEntry();
+  if (catalogue_.NameOf(zip_, kNoData) != kNoData)
+    throw RunTimeError(ErrorNumber::PathFileAccessError, program_.app.RoutesIni(), kNoPermission);
+}
+
+/// One write: no half of an entry is ever read.
+void RouteRemoval::DeleteEntry() {
+  const auto batch = program_.ini.Batch();
   if (catalogue_.ReadCurrent("Zip", kNoData) == zip_) {
     catalogue_.WriteCurrent("Zip", kNoData);
     catalogue_.WriteCurrent("Temp", kNoData);
@@ -68,18 +98,68 @@ void RouteRemoval::MakeRoutePermanent() {
   program_.Step("Installing " + Trim(RightClickName) + " permanently");
   program_.shared.MakingPermanent = true;
   const std::string route = program_.BelowGame(kWorkingRoute);
-  files_.BackupSweep(route + "\\*.*");
-  const std::string selected = catalogue_.ReadCurrent("Zip", "Route");
-  if (files_.FileExists(program_.app.Preview(selected)))
-    files_.FileCopy(program_.app.Preview(selected), route + "\\ts" + selected + ".jpg");
-  files_.MakeFolderIfMissing(route + "\\ENVFILES");
-  files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", route + "\\EnvFiles\\", "*.*");
-  if (files_.FileExists(route)) files_.Rename(route, FreeRouteFolder());
-  files_.DelTree(program_.BelowGame(kWorkingSaves));
-  files_.MakeFolderIfMissing(program_.BelowGame(kWorkingSaves));
+  const std::string selected = catalogue_.ReadCurrent("Zip", "Route"), folder = FreeRouteFolder();
+  RescueBackups(route);
+  Unfinished(program_).Begin(kPermanent,
+                             {{"Zip", zip_}, {"Name", RightClickName}, {"Preview", selected}, {"Folder", folder}});
+  // First of all: until then nothing has changed, and from then on it can be finished.
+  if (files_.FileExists(route)) files_.Rename(route, folder);
+  FurnishFolder(folder, selected);
   program_.shared.CleanUpDone = false;
   RemoveRoute();
 }
+
+/// Covered files that are the user's own; the others come from the game.
+void RouteRemoval::RescueBackups(const std::string& route) {
+  OwnFiles own(program_, {zip_});
+  Rescue rescue(program_, zip_, "Making the route permanent would have deleted this file, which a load had covered.");
+  files_.Walk(route + "\\*.*", [&](const std::string& place, const std::string& name) {
+    if (IsBackup(name)) own.KeepIfOwn(rescue, place + name);
+  });
+  rescue.Close();
+}
+
+void RouteRemoval::FurnishFolder(const std::string& folder, const std::string& selected) {
+  if (files_.IsPathAFolder(folder)) {
+    files_.BackupSweep(folder + "\\*.*");
+    if (files_.FileExists(program_.app.Preview(selected)))
+      files_.FileCopy(program_.app.Preview(selected), folder + "\\ts" + selected + ".jpg");
+    files_.MakeFolderIfMissing(folder + "\\ENVFILES");
+    files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", folder + "\\EnvFiles\\", "*.*");
+  }
+  Rescue rescue(program_, zip_, "The route was made permanent, which empties its saved activities.");
+  const std::string saves = program_.BelowGame(kWorkingSaves);
+  files_.Walk(saves + "\\*.*",
+              [&](const std::string& place, const std::string& name) { rescue.Keep(place + name); });
+  rescue.Close();
+  files_.DelTree(saves);
+  files_.MakeFolderIfMissing(saves);
+}
+
+bool RouteRemoval::FinishPermanent(Program& program) {
+  const Unfinished unfinished(program);
+  if (!unfinished.HasBegun(kPermanent)) return false;
+  const std::string folder = unfinished.Fact(kPermanent, "Folder");
+  RouteRemoval removal(program, unfinished.Fact(kPermanent, "Name"), unfinished.Fact(kPermanent, "Zip"));
+  const bool isCatalogued = removal.catalogue_.NameOf(removal.zip_, kNoData) != kNoData;
+  if (isCatalogued && program.files.FileExists(program.BelowGame(kWorkingRoute))) {
+    unfinished.End(kPermanent);  // nothing had changed yet
+    return false;
+  }
+  SharedState& shared = program.shared;
+  shared.MakingPermanent = true;
+  if (unfinished.HasBegun(kRemove) || !isCatalogued) {
+    FinishRemoval(program);
+    shared.RemovedRouteName = Trim(removal.RightClickName);
+  } else {
+    removal.FurnishFolder(folder, unfinished.Fact(kPermanent, "Preview"));
+    removal.RemoveRoute();
+  }
+  shared.CleanUpDone = false;
+  return true;
+}
+
+void RouteRemoval::PermanentIsDone(Program& program) { Unfinished(program).End(kPermanent); }
 
 /// One try only: a second name that is taken, too, ends in an error, and nothing is overwritten.
 std::string RouteRemoval::FreeRouteFolder() {

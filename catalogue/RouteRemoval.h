@@ -5,6 +5,7 @@
 
 #include "catalogue/Catalogue.h"
 #include "core/Program.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -13,19 +14,31 @@ class RouteRemoval {
   /// `rightClickName` is the route's row, with or without "(Loaded)".
   RouteRemoval(Program& program, std::string rightClickName);
 
-  /// Deletes all that belongs to the route, its original zip excepted, and its catalogue entries.
+  /// Takes all that belongs to the route, its original zip excepted, to the shelf, and its entries out of the
+  /// catalogue.
   void RemoveRoute();
   /// Turns the working folder of the loaded route into a route of its own. Leaves it to the caller to show
-  /// clean-up.
+  /// clean-up, whose end is told by PermanentIsDone.
   void MakeRoutePermanent();
+  static void PermanentIsDone(Program& program);
 
   /// The question that comes before MakeRoutePermanent.
   static std::string PermanentQuestion(const std::string& rightClickName);
 
+  // What an earlier process has begun.
+  static void FinishRemoval(Program& program);
+  /// True when the clean-up has to follow.
+  static bool FinishPermanent(Program& program);
+
  private:
-  void DeleteBelongings();
-  void DeleteFolder(const std::string& path);
+  /// Without `zip` the catalogue tells it.
+  RouteRemoval(Program& program, std::string name, std::string zip);
+
+  void MoveBelongings(Rescue& rescue);
   void ForgetSelection();
+  void DeleteEntry();
+  void RescueBackups(const std::string& route);
+  void FurnishFolder(const std::string& folder, const std::string& selected);
   std::string FreeRouteFolder();
 
   Program& program_;

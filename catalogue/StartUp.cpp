@@ -3,6 +3,9 @@
 #include <array>
 #include <utility>
 
+#include "catalogue/LoadMark.h"
+#include "catalogue/Unfinished.h"
+#include "core/Text.h"
 #include "desktop/FileTypes.h"
 
 namespace quillon {
@@ -27,6 +30,7 @@ void StartUp::Run() {
   program_.Step("Starting up");
   if (RefuseSecondInstance()) return;
   TidyAndShow();
+  FinishPermanentInstall();
   WelcomeNewUser();
 }
 
@@ -40,8 +44,24 @@ void StartUp::TidyAndShow() {
   ShowLoadedRoute();
   MakeFolders();
   SeedFiles();
+  FinishWhatWasCut();
   RememberPreview();
   ChooseFlashTarget();
+}
+
+/// Without the game nothing can be finished in it.
+void StartUp::FinishWhatWasCut() {
+  for (const std::string& folder : {CutBackslash(FolderOf(program_.app.RoutesIni())), program_.app.Routes(), program_.app.MiscInfo()})
+    program_.files.KillIfThere(folder + "\\*" + std::string(kPartMark));
+  if (!main_.TrainExeFound) return;
+  if (FinishWhatWasCutShort(program_)) cleanUpFollows_ = true;
+  if (!program_.shared.HealedNote.empty()) ShowLoadedRoute();
+}
+
+void StartUp::FinishPermanentInstall() {
+  if (!cleanUpFollows_) return;
+  program_.stage.ShowModal("frmCleanUp");
+  TidyAndShow();
 }
 
 bool StartUp::RefuseSecondInstance() {
@@ -151,7 +171,10 @@ void StartUp::ChooseFlashTarget() {
 }
 
 void StartUp::WelcomeNewUser() {
-  if (!main_.WorkingRouteIsMissing() || program_.shared.WelcomeSeen) return;
+  const bool halfBuilt = main_.TrainExeFound && LoadMark(program_).CleanUpWasCut();
+  if (halfBuilt && program_.shared.HealedNote.empty())
+    program_.TellHealed("A clean-up was cut short. Load a route, or click Route manager and then Clean, to finish it.");
+  if ((!main_.WorkingRouteIsMissing() && !halfBuilt) || program_.shared.WelcomeSeen) return;
   main_.SendToWelcome();
 }
 

@@ -25,12 +25,15 @@ class StartUp {
   void MakeFolders();
   void SeedFiles();
   void RememberPreview();
+  void FinishWhatWasCut();
+  void FinishPermanentInstall();
   void ChooseFlashTarget();
   void WelcomeNewUser();
 
   Program& program_;
   MainScreen& main_;
   Catalogue catalogue_;
+  bool cleanUpFollows_ = false;
 };
 
 }  // namespace quillon

@@ -1,6 +1,7 @@
 #include "checkup/ConsistAnalysis.h"
 
 #include "core/Text.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 namespace {
@@ -50,8 +51,8 @@ void ConsistAnalysis::BringBack() {
   files_.MakeFolderIfMissing(program_.BelowGame(kBackups));
   for (const auto& file : files_.ListFiles(BackupPathOf("*.con"))) {
     if (files_.FileExists(PathOf(file))) continue;
-    files_.FileCopy(BackupPathOf(file), PathOf(file));
-    files_.KillReadOnly(BackupPathOf(file));
+    files_.SetAttributes(BackupPathOf(file), kArchive);
+    files_.Rename(BackupPathOf(file), PathOf(file));
   }
 }
 
@@ -107,9 +108,15 @@ void ConsistAnalysis::Verify(const std::string& file) {
 }
 
 void ConsistAnalysis::MoveAway(const std::string& file) {
-  // An older backup stands for the consist.
-  if (!files_.FileExists(BackupPathOf(file))) files_.FileCopy(PathOf(file), BackupPathOf(file));
-  files_.KillReadOnly(PathOf(file));
+  const std::string consist = PathOf(file), backup = BackupPathOf(file);
+  if (!files_.FileExists(backup)) return files_.Rename(consist, backup);
+  // The older backup stands for the consist.
+  if (!files_.AreEqual(consist, backup)) {
+    Rescue rescue(program_, std::string(kNoData), "The Checkup set the consist aside, and an older one of that name was there.");
+    rescue.Keep(consist);
+    rescue.Close();
+  }
+  files_.KillIfThere(consist);
 }
 
 }  // namespace quillon

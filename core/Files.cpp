@@ -4,12 +4,14 @@
 
 #include "core/Installation.h"
 #include "core/Text.h"
+#include "core/host/RawFile.h"
 
 namespace quillon {
 namespace {
 
 constexpr std::size_t kLongestAttributePath = 255;
 constexpr std::uint64_t kBlock = 4096, kMostBytes = ~std::uint64_t{0};
+constexpr std::size_t kPiece = 1u << 20;  // bytes that are compared at once
 constexpr std::uint64_t kKilobyte = 1u << 10, kMegabyte = 1u << 20;
 
 /// "." and ".." would empty another folder than the one that is named.
@@ -115,8 +117,14 @@ void Files::KillReadOnly(std::string_view path) {
 }
 
 void Files::KillIfThere(std::string_view path) {
+  if (HasWildcard(path)) {
+    for (const auto& name : ListFiles(path)) KillIfThere(std::string(FolderOf(path)) + name);
+    return;
+  }
   std::uint32_t attributes = 0;
-  if (host_.GetAttributes(path, attributes) != FileCode::Ok) return;
+  if (path.ends_with('\\') || host_.Delete(path) == FileCode::Ok ||
+      host_.GetAttributes(path, attributes) != FileCode::Ok)
+    return;
   if ((attributes & kReadOnly) != 0) SetAttributes(path, kArchive);
   RaiseAboutFile(host_.Delete(path), path);
 }
@@ -167,6 +175,24 @@ void Files::RequireWritable(std::string_view path) {
   if (!writable) RaiseFileError(FileCode::AccessDenied, path);
 }
 
+void Files::Flush(std::string_view path) { RaiseFileError(host_.Flush(path), path); }
+
+bool Files::AreEqual(std::string_view a, std::string_view b) {
+  FileSystem::Stamp one, other;
+  if (host_.GetStamp(a, one) != FileCode::Ok || host_.GetStamp(b, other) != FileCode::Ok ||
+      one.size != other.size || IsPathAFolder(a) || IsPathAFolder(b))
+    return false;
+  if (one.modified == other.modified) return true;
+  const RawInput first(host_.HostPath(a)), second(host_.HostPath(b));
+  std::string bytes, others;
+  for (std::uint64_t at = 0; at < one.size; at += kPiece) {
+    if (!first.IsOpen() || !second.IsOpen() || !first.ReadAt(at, kPiece, bytes) ||
+        !second.ReadAt(at, kPiece, others) || bytes != others)
+      return false;
+  }
+  return true;
+}
+
 void Files::TryCopy(std::string_view from, std::string_view to) { host_.Copy(from, to); }
 
 int Files::DelTree(std::string_view folder) {
@@ -206,7 +232,8 @@ int Files::DelTreeOf(const std::string& folder) {
 }
 
 int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern) {
-  host_.CreateFolder(CutBackslash(destination));
+  // Where the folder above is missing, too, there is no such place and nothing to be told.
+  const bool isPlace = host_.CreateFolder(CutBackslash(destination)) != FileCode::PathNotFound;
   if (!HasWildcard(pattern)) return CopyOneFile(source, destination, pattern);
   std::vector<FoundFile> found;
   if (host_.Find(std::string(source) + std::string(pattern), found) != FileCode::Ok) {
@@ -214,21 +241,32 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
     return 0;
   }
   for (const auto& entry : found) {
-    if (!entry.folder()) host_.Copy(std::string(source) + entry.name, std::string(destination) + entry.name);
+    if (!entry.folder()) {
+      const std::string path = std::string(source) + entry.name;
+      const FileCode code = CopyTwice(path, std::string(destination) + entry.name);
+      if (code != FileCode::Ok && isPlace) meter_.CopyFailed(path, code);
+    }
     MoveCopyBar();
   }
   return static_cast<int>(found.size());
+}
+
+/// What fails in silence is tried once more: another program may have held the file for a moment.
+FileCode Files::CopyTwice(const std::string& from, const std::string& to) {
+  const FileCode code = host_.Copy(from, to);
+  return code == FileCode::Ok ? code : host_.Copy(from, to);
 }
 
 /// The copy gets the name as the disk spells it.
 int Files::CopyOneFile(std::string_view source, std::string_view destination, std::string_view name) {
   const std::string path = std::string(source) + std::string(name), host = host_.HostPath(path);
   const FileCode code =
-      host_.Copy(path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1));
+      CopyTwice(path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1));
   if (code != FileCode::Ok && !FileExists(path)) {
     meter_.CopyFoundNothing("No new routes found.");
     return 0;
   }
+  if (code != FileCode::Ok) meter_.CopyFailed(path, code);
   MoveCopyBar();
   return 1;
 }
@@ -252,9 +290,17 @@ void Files::Walk(std::string_view searchPath, const WalkAction& action) {
   }
 }
 
+void Files::PartSweep(std::string_view searchPath) {
+  Walk(searchPath, [this](const std::string& folder, const std::string& name) {
+    if (name.ends_with(kPartMark)) KillIfThere(folder + name);
+  });
+}
+
+bool IsBackup(std::string_view name) { return name.starts_with(kBackupPrefix) || name.starts_with("ostr-"); }
+
 void Files::BackupSweep(std::string_view searchPath) {
   Walk(searchPath, [this](const std::string& folder, const std::string& name) {
-    if (name.starts_with(kBackupPrefix) || name.starts_with("ostr-")) KillReadOnly(folder + name);
+    if (IsBackup(name)) KillReadOnly(folder + name);
   });
 }
 

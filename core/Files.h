@@ -34,6 +34,8 @@ class CopyMeter {
   virtual void CopyFoundNothing(std::string_view caption) = 0;
   /// One more entry is done: `position` belongs on the bar of frmCleanUp.
   virtual void CopyMoved(int position) = 0;
+  /// A copy of `path` that may fail in silence has failed: its user should know.
+  virtual void CopyFailed(std::string_view path, FileCode code) = 0;
 };
 
 /// Paths are the system's texts. Wildcards are allowed where it says so.
@@ -61,7 +63,8 @@ class Files {
   void Kill(std::string_view path);
   /// SetAttributes with 32, then Kill.
   void KillReadOnly(std::string_view path);
-  /// The same, when the file is there; no wildcards.
+  /// The same for whatever matches, read-only or not, if anything does: what FileExists can't find is passed
+  /// over.
   void KillIfThere(std::string_view path);
   void Rename(std::string_view from, std::string_view to);
   void FileCopy(std::string_view from, std::string_view to);
@@ -75,8 +78,14 @@ class Files {
   /// removing names in it.
   void RequireWritable(std::string_view path);
 
+  /// What was written so far to the disk that holds `path` outlives a power cut from here on.
+  void Flush(std::string_view path);
+
   /// Copies, and does not mind a failure.
   void TryCopy(std::string_view from, std::string_view to);
+
+  /// Whether both are files of the same size and time, or of the same bytes.
+  bool AreEqual(std::string_view a, std::string_view b);
 
   /// Deletes a folder with all it holds; links in it are unlinked, not followed. 0, -1 when `folder` is no
   /// folder or no path to be trusted, or the number of the error that ended it.
@@ -92,10 +101,13 @@ class Files {
   using WalkAction = std::function<void(const std::string& folder, const std::string& name)>;
   void Walk(std::string_view searchPath, const WalkAction& action);
 
+  /// Deletes what a process that was ended has left half written below `searchPath`.
+  void PartSweep(std::string_view searchPath);
   /// Deletes every file below `searchPath` whose name begins with "ts-bak-" or "ostr-".
   void BackupSweep(std::string_view searchPath);
 
  private:
+  FileCode CopyTwice(const std::string& from, const std::string& to);
   int CopyOneFile(std::string_view source, std::string_view destination, std::string_view name);
   void MoveCopyBar();
   int DelTreeOf(const std::string& folder);
@@ -106,6 +118,9 @@ class Files {
   CopyMeter& meter_;
   int copyBar_ = 0;
 };
+
+/// Whether a file name begins with "ts-bak-" or "ostr-".
+bool IsBackup(std::string_view name);
 
 /// A list on disk that grows line by line; each line is on the disk when Add returns.
 class ListFile {

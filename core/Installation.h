@@ -24,6 +24,7 @@ class Installation {
   std::string BadZipFiles() const { return app_ + "\\original_zips\\bad_zip_files"; }
   std::string DownloadedRoutes() const { return app_ + "\\downloaded_routes"; }
   std::string Routes() const { return app_ + "\\routes"; }
+  std::string Rescued() const { return app_ + "\\rescued"; }
   std::string Temp() const { return app_ + "\\Resources\\Temp"; }
   std::string ZipTemp() const { return app_ + "\\Resources\\ziptemp"; }
   std::string ZipTemp2() const { return app_ + "\\Resources\\ziptemp2"; }
@@ -61,6 +62,11 @@ class Installation {
   std::string ScriptsIni() const { return app_ + "\\resources\\Do_Not_Delete!\\scripts.ini"; }
   std::string CurrentList() const { return app_ + "\\resources\\Do_Not_Delete!\\current.tsl"; }
   std::string DefaultList() const { return app_ + "\\resources\\Do_Not_Delete!\\default.tsl"; }
+  /// When the files of the working route were put there.
+  std::string PlacedList() const { return app_ + "\\resources\\Do_Not_Delete!\\placed.tsl"; }
+  /// What was begun and has not ended.
+  std::string UnfinishedIni() const { return app_ + "\\resources\\Do_Not_Delete!\\unfinished.ini"; }
+  std::string IntakeJournal() const { return app_ + "\\resources\\Do_Not_Delete!\\intake.tsl"; }
   std::string NoImagePicture() const { return app_ + "\\resources\\Do_Not_Delete!\\qnnoimage.jpg"; }
   std::string DefaultPicture() const { return MiscInfo() + "\\qndefault.jpg"; }
   std::string ReportIni() const { return MiscInfo() + "\\routereport.ini"; }

@@ -1,6 +1,7 @@
 // The doors to the world outside the logic. A front end, with or without a display, stands behind them.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -47,6 +48,16 @@ class Stage {
   virtual bool Ended() const = 0;
 };
 
+/// One rescue on the shelf.
+struct ShelfEntry {
+  int number = 0;    // its place among all, the newest is 1
+  std::string zip;   // the route that the files belong to
+  std::string date;  // ISO 8601, local time
+  std::string why;
+  std::string path;  // its folder
+  std::uint64_t files = 0, bytes = 0;
+};
+
 /// Hears what changes on the screens while handlers and pipelines run.
 class Watcher {
  public:
@@ -57,6 +68,8 @@ class Watcher {
   /// The true measure of a long work on `screen`.
   virtual void DetailChanged(std::string_view screen, unsigned long long done, unsigned long long total,
                              std::string_view unit) = 0;
+  /// Files went to the shelf; or, for room, an old rescue left it and is `dropped`.
+  virtual void ShelfChanged(const ShelfEntry& entry, bool dropped) = 0;
   /// A turn for the event loop: told between file calls, too.
   virtual void Yield() = 0;
 };

@@ -40,6 +40,11 @@ struct Program {
 
   void Step(std::string_view name) { step = name; }
   void Refuse() { refused = true; }
+  /// Something that was cut short has been finished or taken back.
+  void TellHealed(const std::string& text) {
+    shared.HealedNote += (shared.HealedNote.empty() ? "" : "\n") + text;
+    watcher.LabelChanged("frmMain", "lblHint", Label{text});
+  }
 
   /// `path` below the Train Simulator folder.
   std::string BelowGame(std::string_view path) const { return shared.TrainSimPath + std::string(path); }

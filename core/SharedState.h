@@ -49,6 +49,11 @@ struct SharedState {
   std::string LoadRouteName, TSPathField;
   /// txtRoutePath and txtZipRoute of frmPack.
   std::string PackParentField, PackNameField;
+  /// The route's folder as the disk spells it.
+  std::string PackFolderField;
+
+  /// What was healed since the user last did something, for the main screen.
+  std::string HealedNote;
 
   /// A rebuilt zip has been seen once; only the first wait of a process takes time.
   bool FileFound = false;

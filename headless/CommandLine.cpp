@@ -91,6 +91,9 @@ class Definition {
     options->add_option("--shortcut", shortcut_, "The shortcut on the desktop")
         ->check(CLI::IsMember({"on", "off"}));
     options->add_flag("--cancel", c.cancel, "Presses Cancel instead of OK");
+    auto* shelf = Add("shelf", "Lists the rescued files, the newest first");
+    auto* putBack = shelf->add_option("--put-back", c.putBack, "Copies a rescue back to where it came from");
+    shelf->add_option("--drop", c.drop, "Deletes a rescue")->excludes(putBack);
     Add("make-list", "Lists the game's default files");
     Add("help", "Names the help")->add_option("screen", c.argument, "frmMain or frmRoutes");
     auto* sample = Add("sample", "Makes a small game and route zips for a first try");

@@ -19,6 +19,7 @@ struct Command {
   bool cancel = false;
   bool report = true;
   int scale = 1;
+  std::optional<int> putBack, drop;  // numbers of rescues
 };
 
 struct Options {

@@ -84,6 +84,7 @@ void HeadlessFrontEnd::LabelChanged(std::string_view screen, std::string_view co
 }
 
 void HeadlessFrontEnd::ScreenShown(Screen& screen, bool) {
+  lastScreen_ = screen.Name();
   if (screen.Name() == "frmInitProg") intakeOpen_ = true;
   if (screen.Name() == "frmCleanUp") cleanUpOpen_ = true;
   output_.Put({{"event", "show"}, {"screen", screen.Name()}});
@@ -146,6 +147,22 @@ void HeadlessFrontEnd::CopyFoundNothing(std::string_view caption) {
   // The bar belongs to a screen that is mostly not on view; a person need not hear of it.
   if (intakeOpen_ || options_.json)
     output_.Put({{"event", "caption"}, {"screen", "frmInitProg"}, {"text", caption}});
+}
+
+void HeadlessFrontEnd::CopyFailed(std::string_view path, FileCode code) {
+  const std::string text = std::string(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
+  output_.Put({{"event", "text"},
+               {"screen", lastScreen_},
+               {"control", "lblDetail"},
+               {"text", text},
+               {"visible", true}});
+  std::fprintf(stderr, "quillon: %s\n", text.c_str());
+}
+
+void HeadlessFrontEnd::ShelfChanged(const ShelfEntry& entry, bool dropped) {
+  Event event = ShelfEvent(entry);
+  if (dropped) event["dropped"] = true;
+  output_.Put(event);
 }
 
 void HeadlessFrontEnd::CopyMoved(int position) {

@@ -42,6 +42,8 @@ class HeadlessFrontEnd : public FrontEnd {
   void RunModal(Screen& screen, const std::function<bool()>& isOpen) override;
   void CopyFoundNothing(std::string_view caption) override;
   void CopyMoved(int position) override;
+  void CopyFailed(std::string_view path, FileCode code) override;
+  void ShelfChanged(const ShelfEntry& entry, bool dropped) override;
 
  private:
   struct HeldBar {
@@ -57,6 +59,7 @@ class HeadlessFrontEnd : public FrontEnd {
   const Options& options_;
   std::function<std::string(std::string_view)> hostPath_;
   bool report_ = true;
+  std::string lastScreen_;
   bool intakeOpen_ = false, cleanUpOpen_ = false;
   std::map<std::string, HeldBar, std::less<>> bars_;
 };

@@ -1,7 +1,10 @@
 #include "headless/Output.h"
 
+#include <algorithm>
+#include <array>
 #include <string_view>
 
+#include "core/Ports.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -37,6 +40,7 @@ class TextOutput : public Output {
     if (kind == "open" || kind == "explore") Line("To open: " + event["path"].get<std::string>());
     if (kind == "help") Line("Help: " + event["file"].get<std::string>());
     if (kind == "error") Error(event);
+    if (kind == "shelf") Shelf(event);
   }
 
   void Detail(unsigned long long done, unsigned long long total, const std::string& unit) override {
@@ -55,7 +59,9 @@ class TextOutput : public Output {
 
   void Text(const Event& event) {
     const std::string control = event["control"], text = event["text"];
-    const bool news = control == "lblMessage" || control == "lblFirstMessage" || control == "lblTerrainInfo";
+    constexpr std::array<std::string_view, 5> kNews = {"lblMessage",     "lblFirstMessage", "lblTerrainInfo",
+                                                       "lblHint",        "lblRoom"};
+    const bool news = std::find(kNews.begin(), kNews.end(), control) != kNews.end();
     if (!news || !event["visible"] || text.empty() || text == said_) return;
     Line(ReplaceAll(text, "\r\n", "\n"));
     said_ = text;
@@ -65,6 +71,15 @@ class TextOutput : public Output {
     const std::string title = event["title"], text = event["text"], answer = event["answer"];
     Line(std::string("[").append(title).append("] ").append(ReplaceAll(text, "\r\n", "\n")));
     if (event["buttons"] == "yesno") Line(std::string("  answered: ").append(answer));
+  }
+
+  void Shelf(const Event& event) {
+    const bool dropped = event.contains("dropped");
+    const auto number = [&](const char* key) { return std::to_string(event[key].get<std::uint64_t>()); };
+    Line((dropped ? "Left the shelf for room: " : "On the shelf: ") + number("number") + "  " +
+         event["zip"].get<std::string>() + "  " + event["date"].get<std::string>() + "  " + number("files") +
+         " files, " + number("bytes") + " bytes\n    " + event["why"].get<std::string>() + "\n    " +
+         event["path"].get<std::string>());
   }
 
   void Row(const Event& event) { Line(std::string("  ").append(event["text"].get<std::string>())); }
@@ -108,6 +123,11 @@ class TextOutput : public Output {
 };
 
 }  // namespace
+
+Event ShelfEvent(const ShelfEntry& entry) {
+  return {{"event", "shelf"},     {"number", entry.number}, {"zip", entry.zip}, {"date", entry.date},
+          {"files", entry.files}, {"bytes", entry.bytes},   {"why", entry.why}, {"path", entry.path}};
+}
 
 std::unique_ptr<Output> MakeJsonOutput(std::FILE* file) { return std::make_unique<JsonOutput>(file); }
 

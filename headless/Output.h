@@ -20,6 +20,9 @@ class Output {
   virtual void Detail(unsigned long long, unsigned long long, const std::string&) {}
 };
 
+/// A row of the shelf.
+Event ShelfEvent(const struct ShelfEntry& entry);
+
 /// One object a line, flushed as it happens.
 std::unique_ptr<Output> MakeJsonOutput(std::FILE* file);
 /// Plain text, with a live progress line when `terminal` is set.

@@ -8,6 +8,7 @@
 
 #include "catalogue/MainScreen.h"
 #include "catalogue/OptionsScreen.h"
+#include "catalogue/ShelfScreen.h"
 #include "checkup/CheckupScreens.h"
 #include "core/Text.h"
 #include "core/host/Desktop.h"
@@ -28,11 +29,11 @@ bool NeedsNoStartUp(std::string_view command) { return command == "setup" || com
 
 }  // namespace
 
-Session::Session(const Options& options, Output& output)
+Session::Session(const Options& options, Output& output, std::unique_ptr<FileSystem> files)
     : options_(options),
       output_(output),
       frontEnd_(output, options_),
-      program_(AppFolder(options_), frontEnd_, options_.seed),
+      program_(AppFolder(options_), frontEnd_, options_.seed, std::move(files)),
       screens_(program_.Screens()) {
   frontEnd_.SetHostPath([this](std::string_view path) { return program_.Get().files.Host().HostPath(path); });
 }
@@ -47,7 +48,7 @@ const std::map<std::string, Session::Action, std::less<>>& Session::Actions() {
       {"make-list", &Session::MakeList},  {"help", &Session::Help},
       {"checkup", &Session::Checkup},     {"report", &Session::Report},
       {"pack", &Session::Pack},           {"remove", &Session::Remove},
-      {"permanent", &Session::Permanent},
+      {"permanent", &Session::Permanent}, {"shelf", &Session::Shelf},
   };
   return actions;
 }
@@ -286,6 +287,20 @@ void Session::ChangeOptions(const Command& command) {
 
 void Session::MakeList(const Command&) {
   screens_.Do([this] { Main().Command1Click(); });
+}
+
+void Session::Shelf(const Command& command) {
+  screens_.Do([this] { screens_.Show("frmShelf"); });
+  auto& shelf = dynamic_cast<ShelfScreen&>(*screens_.Top());
+  const int number = command.putBack.value_or(command.drop.value_or(0));
+  if (!command.putBack && !command.drop) {
+    for (const auto& entry : shelf.Entries()) output_.Put(ShelfEvent(entry));
+  } else if (number < 1 || number > static_cast<int>(shelf.Entries().size())) {
+    RefuseRow(std::to_string(number));
+  } else {
+    command.putBack ? shelf.PutBack(number) : shelf.Drop(number);
+  }
+  screens_.Do([&] { shelf.btnOKClick(); });
 }
 
 void Session::Help(const Command& command) {

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -21,8 +22,8 @@ inline constexpr int kDone = 0, kFailed = 1, kWrongCommandLine = 2, kRefused = 3
 
 class Session {
  public:
-  /// `output` outlives the session.
-  Session(const Options& options, Output& output);
+  /// `output` outlives the session. `files` stands in for the host's file system when it is given.
+  Session(const Options& options, Output& output, std::unique_ptr<FileSystem> files = {});
 
   /// Runs a command to its end and returns the exit status; a run-time error is reported and ends the
   /// session.
@@ -63,6 +64,7 @@ class Session {
   void ChangeOptions(const Command& command);
   void MakeList(const Command& command);
   void Help(const Command& command);
+  void Shelf(const Command& command);
 
   const Options options_;
   Output& output_;

@@ -16,7 +16,8 @@ void AddRoutes::Run() {
   const FileSystem::Pass pass(state_.program.files.Host());
   cancelCheckpoint_();
   RouteRebuilding(state_).FinishLeftOvers();
-  if (NothingToAdd()) return;
+  state_.journal.Begin();
+  if (NothingToAdd()) return state_.journal.End();
   RequireMasters();
   RefuseEqualNames();
   Classify();
@@ -27,6 +28,7 @@ void AddRoutes::Run() {
   CompressionAndCatalogue(state_).Run();
   RemoveWorkingZips();
   RemoveRebuiltOriginals();
+  state_.journal.End();
   state_.progress.Caption("Finishing Up!");
   TellResult();
 }
@@ -70,6 +72,7 @@ void AddRoutes::Rebuild() {
 
 void AddRoutes::RemoveWorkingZips() {
   state_.program.Step("Removing the working zips");
+  state_.program.files.Flush(state_.program.app.Routes());
   for (const auto& zip : state_.ListofRouteZips) state_.program.files.KillIfThere(state_.Download(zip));
 }
 

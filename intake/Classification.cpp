@@ -12,6 +12,7 @@ void Classification::Run() {
     state_.progress.Detail(done++, zips.size(), "zips");
     state_.program.Step("Verifying file integrity of " + zip + ".zip");
     // Kept before anything is known of it: what follows may take the download apart.
+    state_.journal.OriginalComes(zip);
     state_.CopyOver(state_.Download(zip), state_.InInstalled(zip));
     state_.program.files.SetAttributes(state_.Download(zip), kArchive);
     state_.progress.Caption("Verifying file integrity of " + zip + ".zip");
@@ -48,9 +49,8 @@ void Classification::Reject(const std::string& zip, Class verdict) {
   const bool bad = verdict == Class::Bad;
   const std::string target =
       bad ? state_.program.app.BadZipFiles() + "\\" + zip + ".zip" : state_.InNotInstalled(zip);
-  state_.CopyOver(state_.Download(zip), target);
-  state_.program.files.KillReadOnly(state_.Download(zip));
-  state_.program.files.KillReadOnly(state_.InInstalled(zip));
+  state_.journal.TakeOriginalBack(zip);
+  state_.MoveOver(state_.Download(zip), target);
   state_.SetAside(zip);
   switch (verdict) {
     case Class::Bad: state_.record.BadZip(zip); break;

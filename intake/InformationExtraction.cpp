@@ -1,6 +1,8 @@
 #include "intake/InformationExtraction.h"
 
 #include "catalogue/CustomFolders.h"
+#include "core/archive/ArchiveIndex.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -23,6 +25,7 @@ void InformationExtraction::ExtractRoute(const std::string& zip) {
   const Installation& app = state_.program.app;
   const std::string what = " from " + zip + ".zip";
   MakeCustomFolders(state_.program, zip);
+  RescueOwnWork(zip);
   unzip_.InputFile = state_.Download(zip);
   unzip_.ReadDirectory();
   unzip_.KeepFolders = false;
@@ -36,6 +39,18 @@ void InformationExtraction::ExtractRoute(const std::string& zip) {
   ExtractInto(app.Traffic(zip), {"*.trf"}, "Extracting activity traffic" + what);
   ExtractInto(app.Consists(zip), {"*.con"}, "Extracting consists" + what);
   ExtractInto(app.RoutePics(zip), {"*.bmp", "*.gif", "*.jpg", "*.pcx"}, "Extracting images" + what);
+}
+
+/// What a user has added to a route that comes once more; the rest is in its zip.
+void InformationExtraction::RescueOwnWork(const std::string& zip) {
+  const Installation& app = state_.program.app;
+  Rescue rescue(state_.program, zip, "The route was added again, and its zip does not hold this.");
+  ArchiveIndex archive(state_.program.files, state_.Download(zip));
+  for (const auto& store : {app.Activities(zip), app.Services(zip), app.Paths(zip), app.Traffic(zip), app.Consists(zip)})
+    state_.program.files.Walk(store + "\\*.*", [&](const std::string& folder, const std::string& name) {
+      if (!archive.Holds(name, folder + name)) rescue.Keep(folder + name);
+    });
+  rescue.Close();
 }
 
 void InformationExtraction::ExtractInto(const std::string& folder,

@@ -18,6 +18,7 @@ class InformationExtraction {
 
  private:
   void ExtractRoute(const std::string& zip);
+  void RescueOwnWork(const std::string& zip);
   void ExtractInto(const std::string& folder, std::initializer_list<std::string_view> filters,
                    const std::string& caption);
   void GivePagesTheirPictures(const std::string& zip);

@@ -1,6 +1,7 @@
 #include "intake/IntakeState.h"
 
 #include "core/Text.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -19,6 +20,17 @@ void IntakeState::SetAside(const std::string& zip) {
 void IntakeState::CopyOver(const std::string& from, const std::string& to) const {
   if (program.files.FileExists(to)) program.files.SetAttributes(to, kArchive);
   program.files.FileCopy(from, to);
+}
+
+void IntakeState::MoveOver(const std::string& from, const std::string& to) const {
+  program.files.SetAttributes(from, kArchive);
+  if (program.files.FileExists(to) && !program.files.AreEqual(from, to)) {
+    Rescue rescue(program, CutAtLastDot(FileNameOf(to)), "Another zip of the same name was set aside: this one was there before.");
+    rescue.Keep(to);
+    rescue.Close();
+  }
+  program.files.KillIfThere(to);
+  program.files.Rename(from, to);
 }
 
 ArchiveReader IntakeState::Reader() {

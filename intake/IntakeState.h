@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/IntakeJournal.h"
 #include "core/Program.h"
 #include "core/Progress.h"
 #include "core/archive/ArchiveReader.h"
@@ -16,11 +17,12 @@ namespace quillon {
 /// insertion.
 struct IntakeState {
   IntakeState(Program& runningProgram, Progress& screen)
-      : program(runningProgram), progress(screen), record(runningProgram) {}
+      : program(runningProgram), progress(screen), record(runningProgram), journal(runningProgram) {}
 
   Program& program;
   Progress& progress;
   IntakeRecord record;
+  IntakeJournal journal;
 
   /// Zip names still in the running, those whose information was extracted, and those set aside.
   std::vector<std::string> ListofRouteZips, ListFinal, ListBadFiles;
@@ -45,6 +47,9 @@ struct IntakeState {
   void SetAside(const std::string& zip);
   /// Copies, also over a read-only file.
   void CopyOver(const std::string& from, const std::string& to) const;
+  /// Takes a download to its place among the originals, over a file of that name. The disk need not be waited
+  /// for: the file itself moves.
+  void MoveOver(const std::string& from, const std::string& to) const;
   /// A reader whose faults set BadZipFlag, with the true measure of long extractions on the screen.
   ArchiveReader Reader();
 };

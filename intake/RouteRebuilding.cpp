@@ -18,8 +18,6 @@ constexpr std::array<std::string_view, 15> kSubArchives = {
 // Terrain that the game makes again, and backups, stay out of what is rebuilt.
 constexpr std::array<std::string_view, 3> kLeftOut = {"_e.raw", "_n.raw", ".bk"};
 
-// Tells a work folder of ours from a user's route; holds the path of the download that it is for.
-const char* const kOwnerMark = "\\quillon-work-folder";
 constexpr std::uint64_t kLongestMark = 4096;
 
 bool IsLeftOut(std::string_view path) {
@@ -58,8 +56,8 @@ void RouteRebuilding::FinishLeftOvers() {
 std::string RouteRebuilding::ZipOfLeftOver(const std::string& folder) {
   const std::string downloads = state_.program.app.DownloadedRoutes() + "\\";
   const bool isWorkingRoute = EqualNoCase(folder, state_.program.BelowGame(kWorkingRoute));
-  if (isWorkingRoute || !state_.program.files.FileExists(folder + kOwnerMark)) return {};
-  const std::string download = state_.program.files.ReadAll(folder + kOwnerMark, kLongestMark);
+  if (isWorkingRoute || !state_.program.files.FileExists(folder + kWorkFolderMark)) return {};
+  const std::string download = state_.program.files.ReadAll(folder + kWorkFolderMark, kLongestMark);
   if (!download.starts_with(downloads)) return {};
   const std::string zip = CutAtLastDot(download.substr(downloads.size()));
   return IsUsableStem(zip) && FileNameOf(folder).starts_with("Quillon-" + zip) ? zip : "";
@@ -129,11 +127,12 @@ void RouteRebuilding::MakeWorkFolder(const std::string& zip) {
   const std::string wanted = state_.program.BelowGame("\\routes\\Quillon-" + zip);
   const bool isWorkingRoute = EqualNoCase(wanted, state_.program.BelowGame(kWorkingRoute));
   workFolder_ = isWorkingRoute ? wanted + "~2" : wanted;
-  for (int i = 3; files.FileExists(workFolder_) && !files.FileExists(workFolder_ + kOwnerMark); ++i)
+  for (int i = 3; files.FileExists(workFolder_) && !files.FileExists(workFolder_ + kWorkFolderMark); ++i)
     workFolder_ = wanted + "~" + std::to_string(i);
   files.DelTree(workFolder_);
+  state_.journal.WorkFolderComes(workFolder_);
   files.MakeFolders(workFolder_);
-  files.WriteAll(workFolder_ + kOwnerMark, state_.Download(zip));
+  files.WriteAll(workFolder_ + kWorkFolderMark, state_.Download(zip));
 }
 
 void RouteRebuilding::OpenInnerZip() {
@@ -182,6 +181,8 @@ void RouteRebuilding::WriteRebuilt(const std::string& zip) {
   SpecialZip ? AddSubArchive(writer) : AddWholeRoute(writer);
   writer.Zip();
   state_.progress.Detail(0, 0, "bytes");
+  state_.journal.RebuiltComes(zip);
+  state_.program.files.Flush(writer.ArchiveFile);  // with the original's copy in Installed
   state_.program.files.KillReadOnly(state_.Download(zip));
   state_.program.files.Rename(writer.ArchiveFile, state_.Download("Quillon-" + zip));
 }

@@ -48,9 +48,8 @@ bool RouteVerification::HoldsRoute(const std::string& zip) {
 
 void RouteVerification::Reject(const std::string& zip) {
   state_.record.PatchOrOther(zip);
-  state_.CopyOver(state_.Download(zip), state_.InNotInstalled(zip));
-  state_.program.files.KillIfThere(state_.Download(zip));
-  state_.program.files.KillIfThere(state_.InInstalled(zip));
+  state_.journal.TakeOriginalBack(zip);
+  state_.MoveOver(state_.Download(zip), state_.InNotInstalled(zip));
   state_.SetAside(zip);
 }
 

@@ -15,7 +15,7 @@ struct Explanation {
   std::string_view button, head, first, second;
 };
 
-constexpr std::array<Explanation, 5> kExplanations = {{
+constexpr std::array<Explanation, 6> kExplanations = {{
     {"cmdAddRoutes", "Use Add Routes to automatically add all of your downloaded custom routes to Quillon. ",
      "New route files you download from the Internet should be placed in your 'downloaded_routes' folder.  "
      "When you click 'Add Routes', any route zip files inside this folder will be automatically added to "
@@ -47,6 +47,10 @@ constexpr std::array<Explanation, 5> kExplanations = {{
      "will let you know about any potential problems.  Once the checkup is completed, click 'View Report' to "
      "see the results.",
      "Note: This operation may take a few minutes depending on how many files you have installed."},
+    {"btnShelf", "Use Rescued Files to get back what a load, a clean-up or a removal would have deleted for good.",
+     "Older saved activities, your own changes to a loaded route, and routes that you removed are kept here, the "
+     "newest ten of each route.  Choose one and put it back where it came from.",
+     "Note: When they take too much of your disk the oldest ones go first."},
 }};
 constexpr std::string_view kMoreInfo = "For more info please click 'Help'.";
 
@@ -115,6 +119,12 @@ void RoutesScreen::btnCheckupClick() {
   program_.stage.Show("frmReportOptions");
 }
 
+void RoutesScreen::btnShelfClick() {
+  FlashAllowed_ = false;
+  StopFlashing();
+  program_.stage.ShowModal("frmShelf");
+}
+
 std::string RoutesScreen::btnPackClick() {
   FlashAllowed_ = false;
   StopFlashing();
@@ -123,18 +133,21 @@ std::string RoutesScreen::btnPackClick() {
 
 void RoutesScreen::PackFolderPicked(const std::string& folder) {
   const std::string RoutesRoot = LowerCase(txtTSPath_) + "\\routes";
-  const std::string ChosenFolder = LowerCase(CutBackslash(TextOfHostPath(program_, folder)));
+  const std::string spelled = CutBackslash(TextOfHostPath(program_, folder));
+  const std::string ChosenFolder = LowerCase(spelled);
   if (ChosenFolder.empty()) return;
-  if (RefuseFolder(ChosenFolder, RoutesRoot)) {
+  if (RefuseFolder(ChosenFolder, RoutesRoot, spelled)) {
     program_.Refuse();
     return;
   }
   program_.shared.PackParentField = RoutesRoot;
+  program_.shared.PackFolderField = spelled;
   program_.shared.PackNameField = ChosenFolder.substr(RoutesRoot.size() + 1);
   program_.stage.ShowModal("frmPackConfirm");
 }
 
-bool RoutesScreen::RefuseFolder(const std::string& ChosenFolder, const std::string& RoutesRoot) {
+bool RoutesScreen::RefuseFolder(const std::string& ChosenFolder, const std::string& RoutesRoot,
+                                const std::string& spelled) {
   if (!ChosenFolder.starts_with(RoutesRoot)) {
     program_.boxes.Tell("Quillon", "That is not a route!");
     return true;
@@ -150,7 +163,7 @@ bool RoutesScreen::RefuseFolder(const std::string& ChosenFolder, const std::stri
     program_.boxes.Tell("Quillon", "Not a full route!  Pick the actual route folder.");
     return true;
   }
-  if (program_.files.IsPathAFolder(ChosenFolder)) return false;
+  if (program_.files.IsPathAFolder(spelled)) return false;
   program_.boxes.Tell("Quillon", "That is not a route!");
   return true;
 }

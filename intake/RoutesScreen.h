@@ -13,7 +13,7 @@ class RoutesScreen : public Screen {
  public:
   explicit RoutesScreen(Program& program);
 
-  Button cmdAddRoutes{"addoff"}, btnPack, btnZips, btnClean, btnCheckup, btnHelp, btnOK;
+  Button cmdAddRoutes{"addoff"}, btnPack, btnZips, btnClean, btnCheckup, btnShelf, btnHelp, btnOK;
   /// The explanation pane.
   Label lblInstructHead, lblInstructMid;
   Timer TimerFlashOn{500, true}, TimerFlashOff{500};
@@ -32,6 +32,7 @@ class RoutesScreen : public Screen {
   /// The picker's result, a path of the host or a text of the system; empty when it was cancelled.
   void PackFolderPicked(const std::string& folder);
   void btnZipsClick() { program_.shell.Explore(program_.app.OriginalZips() + "\\"); }
+  void btnShelfClick();
   void btnHelpClick() { program_.shell.ShowHelp(program_.app.HelpFile(), "TOC"); }
   void btnOKClick();
 
@@ -40,7 +41,8 @@ class RoutesScreen : public Screen {
 
  private:
   void StopFlashing();
-  bool RefuseFolder(const std::string& ChosenFolder, const std::string& RoutesRoot);
+  bool RefuseFolder(const std::string& ChosenFolder, const std::string& RoutesRoot,
+                    const std::string& spelled);
 
   const std::string txtTSPath_;
   bool FlashAllowed_ = true;

@@ -13,6 +13,7 @@ ZipTriage::ZipTriage(Program& program, ProgressScreen& screen)
 
 void ZipTriage::Run() {
   const FileSystem::Pass pass(state_.program.files.Host());
+  state_.journal.Begin();
   state_.record.Begin();
   SetKnownNonRoutesAside();
   CheckSelfExtracting();
@@ -26,8 +27,7 @@ void ZipTriage::SetKnownNonRoutesAside() {
     if (line.empty() || !files.FileExists(download)) continue;
     const int moved = screen_.bar.value + 10;
     screen_.Value(moved > 80 ? 10 : moved);
-    state_.CopyOver(download, state_.program.app.NotInstalled() + "\\" + line);
-    files.KillReadOnly(download);
+    state_.MoveOver(download, state_.program.app.NotInstalled() + "\\" + line);
     state_.record.KnownNonRoute(line);
     state_.program.shared.ZipsSetAside = true;
   }
@@ -107,7 +107,9 @@ void ZipTriage::Rebuild(const std::string& zip) {
   xzipper1.AddFiles(ziptemp + "Quillon_Zipped.txt");
   xzipper1.Zip();
   // The original is safe before the rebuilt zip stands beside it: a crash in between costs nothing.
+  state_.journal.OriginalComes(zip);
   state_.CopyOver(download, state_.InInstalled(zip));
+  state_.journal.RebuiltComes(zip);
   files.Rename(xzipper1.ArchiveFile, rebuilt);
   files.KillReadOnly(download);
 }

@@ -41,12 +41,21 @@ void CustomScript::Run(const std::string& zip) {
   lastTarget_.clear();
   currentList_.reset();
   defaultList_.reset();
+  own_.emplace(program_, std::vector{zip});
+  rescue_.emplace(program_, zip, "The route's custom script would have deleted what nothing else held.");
+  ownCovered_.clear();
   const std::string text = files_.ReadAll(script_);
   for (const auto& line : Lines(text)) {
     ++number_;
     RunLine(line);
     program_.watcher.Yield();
   }
+  rescue_->Close();
+  if (!ownCovered_.empty()) PlacedRecord(program_).NoteOwn(ownCovered_);
+}
+
+void CustomScript::KeepOwn(const std::string& path) {
+  own_->KeepIfOwn(*rescue_, path);
 }
 
 void CustomScript::RunLine(std::string_view line) {
@@ -93,12 +102,17 @@ void CustomScript::CopyFrom(const std::string& root) {
   const std::string covered = target + "\\" + file,
                     backup = target + "\\" + std::string(kBackupPrefix) + file;
   if (files_.FileExists(covered) && !files_.FileExists(backup)) {
-    files_.SetAttributes(covered, kArchive);
-    // The line first: a backup that no list names would never come back.
-    Append(defaultList_, program_.app.DefaultList(), target + std::string(kBackupPrefix) + file);
-    files_.Rename(covered, backup);
+    Cover(covered, backup, target + std::string(kBackupPrefix) + file);
   }
   files_.CopyAllFiles(root + source, target, file);
+}
+
+void CustomScript::Cover(const std::string& path, const std::string& backup, const std::string& line) {
+  if (own_->IsOwn(path)) ownCovered_.push_back(path);
+  files_.SetAttributes(path, kArchive);
+  // The line first: a backup that no list names would never come back.
+  Append(defaultList_, program_.app.DefaultList(), line);
+  files_.Rename(path, backup);
 }
 
 void CustomScript::HeavySnow() {
@@ -108,9 +122,7 @@ void CustomScript::HeavySnow() {
     const std::string texture = snow + std::string(name),
                       backup = snow + std::string(kBackupPrefix) + std::string(name);
     if (files_.FileExists(texture) && !files_.FileExists(backup)) {
-      files_.SetAttributes(texture, kArchive);
-      Append(defaultList_, program_.app.DefaultList(), backup);
-      files_.Rename(texture, backup);
+      Cover(texture, backup, backup);
     }
     files_.FileCopy(program_.BelowGame(kSnowTexture), texture);
   }
@@ -125,7 +137,12 @@ void CustomScript::SetAttr() {
 void CustomScript::DeleteBelow(const std::string& root) {
   const auto arguments = Parse();
   const std::string path = root + arguments.Folder + arguments.Name;
-  if (!HasStar(arguments.Name) && files_.FileExists(path)) files_.KillReadOnly(path);
+  if (HasStar(arguments.Name) || !files_.FileExists(path)) return;
+  if (root == WorkingRoute)
+    KeepOwn(path);
+  else if (!files_.IsPathAFolder(path) && path.find('?') == path.npos)
+    rescue_->Keep(path);
+  if (files_.FileExists(path)) files_.KillReadOnly(path);
 }
 
 void CustomScript::Rename() {
@@ -139,7 +156,9 @@ void CustomScript::Rename() {
 void CustomScript::DelDir() {
   lastTarget_.clear();
   const std::string folder = WorkingRoute + Folder();
-  if (files_.IsPathAFolder(folder)) files_.DelTree(folder);
+  if (!files_.IsPathAFolder(folder)) return;
+  own_->KeepBelow(*rescue_, CutBackslash(folder));
+  files_.DelTree(folder);
 }
 
 void CustomScript::Msg() {

@@ -3,10 +3,13 @@
 
 #include <array>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/Program.h"
+#include "shelf/OwnFiles.h"
 
 namespace quillon {
 
@@ -48,6 +51,11 @@ class CustomScript {
   void DelDir();
   void Msg();
 
+  /// What the script would delete, and nothing else holds, goes to the shelf.
+  void KeepOwn(const std::string& path);
+  /// Renames a file that a copy would destroy, and lists its backup as `line`.
+  void Cover(const std::string& path, const std::string& backup, const std::string& line);
+
   /// A line of current.tsl or default.tsl; each list stays open for the next one.
   void Append(std::unique_ptr<ListFile>& list, const std::string& path, const std::string& line);
 
@@ -56,6 +64,9 @@ class CustomScript {
   const std::string WorkingRoute;
   std::string script_, ScriptMessage;
   std::unique_ptr<ListFile> currentList_, defaultList_;
+  std::optional<OwnFiles> own_;
+  std::optional<Rescue> rescue_;
+  std::vector<std::string> ownCovered_;
   std::string lastTarget_;  // of a copy: its folder is there
   std::string_view line_;
   int number_ = 0;

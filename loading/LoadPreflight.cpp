@@ -15,6 +15,7 @@ void LoadPreflight::Run() {
   RefuseImpossiblePaths();
   RefuseTakenBackups();
   RefuseReadOnlyBackups();
+  RequireTextureFolders();
   RequireRoom();
   RequireWritablePlaces();
 }
@@ -33,11 +34,10 @@ void LoadPreflight::RequireFolders() {
 }
 
 void LoadPreflight::ReadLists() {
-  for (const auto& line : Lines(files_.ReadAll(program_.app.CurrentList())))
-    if (!line.empty() && removed_.insert(UpperCase(line)).second) loadedFiles_.push_back(line);
-  for (const auto& line : Lines(files_.ReadAll(program_.app.DefaultList()))) {
-    if (line.empty() || !files_.FileExists(line)) continue;
-    const std::string target = ReplaceAll(line, kBackupPrefix, "");
+  for (const auto& line : lists_.Current()) removed_.insert(UpperCase(line));
+  for (const auto& line : lists_.Backups()) {
+    if (!files_.FileExists(line)) continue;
+    const std::string target = LoadLists::TargetOf(line);
     if (StandsAfterwards(target)) lostBackups_.push_back(line);
     coveredFiles_.push_back(line);
     removed_.insert(UpperCase(line));
@@ -45,11 +45,24 @@ void LoadPreflight::ReadLists() {
   }
 }
 
+/// What lies in the folders that a load empties, and the tiles, are in nobody's way.
+bool LoadPreflight::GoesBeforehand(const std::string& upperPath) const {
+  const std::string_view below = std::string_view(upperPath).substr(std::min(upperPath.size(), WorkingRoute.size()));
+  const auto isIn = [&](std::string_view folder) { return below.starts_with(folder) && below.size() > folder.size(); };
+  for (const auto* folder : {"\\ACTIVITIES\\", "\\PATHS\\", "\\SERVICES\\", "\\TRAFFIC\\"})
+    if (isIn(folder)) return true;
+  for (const std::string_view folder : {"\\TILES\\", "\\LO_TILES\\"})
+    if (isIn(folder) && below.find('\\', folder.size()) == below.npos &&
+        (below.ends_with(".T") || below.ends_with(".RAW")))
+      return true;
+  return false;
+}
+
 bool LoadPreflight::StandsAfterwards(const std::string& path) {
   const bool standsNow = files_.FileExists(path);
   if (!standsNow && restored_.empty()) return false;
   const std::string upper = UpperCase(path);
-  return restored_.contains(upper) || (standsNow && !removed_.contains(upper));
+  return restored_.contains(upper) || (standsNow && !removed_.contains(upper) && !GoesBeforehand(upper));
 }
 
 void LoadPreflight::RefuseImpossiblePaths() {
@@ -63,7 +76,8 @@ void LoadPreflight::RefuseImpossiblePaths() {
     // Cutting the route's root off can lay bare what the whole name hid.
     if (const char* harm = HarmIn(path))
       throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile, harm);
-    if (files_.IsPathAFolder(WorkingRoute + "\\" + path)) refuse(WorkingRoute + "\\" + path);
+    const std::string placed = WorkingRoute + "\\" + path;
+    if (files_.IsPathAFolder(placed) && !GoesBeforehand(UpperCase(placed))) refuse(placed);
     for (auto at = path.find('\\'); at != path.npos; at = path.find('\\', at + 1)) {
       const std::string_view below = std::string_view(path).substr(0, at);
       if (!folders.insert(below).second) continue;
@@ -73,7 +87,8 @@ void LoadPreflight::RefuseImpossiblePaths() {
   }
 }
 
-/// Each covered file needs its backup name free, and no path may come twice: it would cover itself.
+/// Each covered file needs its backup name free, also of what the route itself places there before, and no
+/// path may come twice: it would cover itself.
 void LoadPreflight::RefuseTakenBackups() {
   std::unordered_set<std::string> taken;
   for (const auto& stripped : map_.lstRouteStrippedPath) {
@@ -81,7 +96,11 @@ void LoadPreflight::RefuseTakenBackups() {
     if (!taken.insert(UpperCase(stripped)).second)
       throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
                          "the route file holds " + stripped + " twice");
-    if (StandsAfterwards(WorkingRoute + "\\" + stripped) && StandsAfterwards(backup))
+    if (!StandsAfterwards(WorkingRoute + "\\" + stripped)) continue;
+    if (taken.contains(UpperCase(std::string_view(backup).substr(WorkingRoute.size() + 1))))
+      throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
+                         "the route file holds this name, which a default file needs when the route covers it");
+    if (StandsAfterwards(backup))
       throw RunTimeError(
           ErrorNumber::FileAlreadyExists, backup,
           "a default file can't be kept under this name; Clean puts the working route in order");
@@ -93,19 +112,90 @@ void LoadPreflight::RefuseReadOnlyBackups() {
   for (const auto& backup : lostBackups_) files_.RequireWritable(backup);
 }
 
-void LoadPreflight::RequireRoom() {
-  std::uint64_t needed = 0, freed = 0;
+/// The textures that each load copies from a default route.
+void LoadPreflight::RequireTextureFolders() {
+  for (const std::string folder : {"\\Textures", "\\Textures\\Snow"}) {
+    const std::string lower = LowerCase(folder.substr(1)) + "\\";
+    const auto& paths = map_.lstRouteStrippedPath;
+    const bool comes = std::any_of(paths.begin(), paths.end(),
+                                   [&](const std::string& path) { return path.starts_with(lower); });
+    const bool copied = files_.FileExists(program_.BelowGame("\\Routes\\USA1") + folder + "\\ACleanTrack*.ace") ||
+                        files_.FileExists(program_.BelowGame("\\Routes\\USA1") + folder + "\\ATrackTun*.ace");
+    if (copied && !comes && !files_.IsPathAFolder(WorkingRoute + folder))
+      throw RunTimeError(ErrorNumber::PathNotFound, WorkingRoute + folder);
+  }
+}
+
+std::uint64_t LoadPreflight::RoomOfFiles(const std::string& pattern) const {
+  std::uint64_t sum = 0, size = 0;
+  const std::string folder(FolderOf(pattern));
+  for (const auto& name : files_.ListFiles(pattern))
+    if (files_.Host().GetSize(folder + name, size) == FileCode::Ok) sum = SaturatedSum(sum, RoomFor(size));
+  return sum;
+}
+
+/// The route, its terrain, its saved activities, and what comes from the store.
+std::uint64_t LoadPreflight::RoomOfRoute() const {
+  std::uint64_t needed = 0;
   for (const int entry : map_.entries)
     needed = SaturatedSum(needed, RoomFor(archive_.Entries()[static_cast<std::size_t>(entry)].size));
-  // What is put away is written before anything is freed.
-  files_.RequireRoom(program_.app.Routes(), kRoomReserve);
-  // Only worth adding up when it is tight.
-  if (SaturatedSum(needed, kRoomReserve) <= files_.Host().FreeSpace(WorkingRoute)) return;
-  for (const auto& path : loadedFiles_) {
-    std::uint64_t size = 0;
-    if (files_.Host().GetSize(path, size) == FileCode::Ok) freed += RoomFor(size);
+  const std::string& zip = program_.shared.LoadZip;
+  const Installation& app = program_.app;
+  if (files_.FileExists(app.TerrainCache(zip))) {
+    ArchiveReader cache(files_, [] {});
+    cache.InputFile = app.TerrainCache(zip);
+    cache.ReadDirectory();
+    for (const auto& entry : cache.Entries()) needed = SaturatedSum(needed, RoomFor(entry.size));
   }
-  files_.RequireRoom(WorkingRoute, SaturatedSum(needed > freed ? needed - freed : 0, kRoomReserve));
+  for (const auto& folder : {app.Saves(zip), app.Activities(zip), app.Paths(zip), app.Services(zip), app.Traffic(zip)})
+    needed = SaturatedSum(needed, RoomOfFiles(folder + "\\*.*"));
+  return needed;
+}
+
+/// The stores of the previous route beside their old state, and its terrain in a cache.
+std::uint64_t LoadPreflight::RoomOfPuttingAway() const {
+  std::uint64_t needed = kRoomReserve;
+  const std::string previous = Catalogue(program_).Loaded();
+  if (!files_.FileExists(program_.app.RouteFile(previous))) return needed;
+  needed = SaturatedSum(needed, RoomOfFiles(program_.BelowGame(kWorkingSaves) + "\\*.sav"));
+  for (const auto* folder : {"\\ACTIVITIES", "\\PATHS", "\\SERVICES", "\\TRAFFIC"})
+    needed = SaturatedSum(needed, RoomOfFiles(WorkingRoute + folder + "\\*.*"));
+  if (!files_.FileExists(program_.app.TerrainCache(previous)))
+    for (const auto* pattern : {"\\TILES\\*_e.raw", "\\TILES\\*_n.raw", "\\LO_TILES\\*_e.raw", "\\LO_TILES\\*_n.raw"})
+      needed = SaturatedSum(needed, RoomOfFiles(WorkingRoute + pattern));
+  return needed;
+}
+
+std::uint64_t LoadPreflight::RoomFreed() const {
+  std::uint64_t freed = 0, size = 0;
+  for (const auto& path : lists_.Current())
+    if (files_.Host().GetSize(path, size) == FileCode::Ok) freed += RoomFor(size);
+  return freed;
+}
+
+void LoadPreflight::RequireRoom() {
+  const std::string app = program_.app.Routes();
+  const bool oneDisk = files_.Host().DiskOf(app).name == files_.Host().DiskOf(WorkingRoute).name;
+  const std::uint64_t away = RoomOfPuttingAway(), room = SaturatedSum(RoomOfRoute(), kRoomReserve);
+  // What is put away is written before anything is freed.
+  files_.RequireRoom(app, away);
+  const std::uint64_t whole = oneDisk ? SaturatedSum(room, away) : room;
+  const std::uint64_t free = files_.Host().FreeSpace(WorkingRoute);
+  std::uint64_t needed = whole;
+  // Only worth adding up when it is tight.
+  if (whole > free) {
+    const std::uint64_t freed = RoomFreed();
+    needed = whole > freed ? whole - freed : 0;
+    files_.RequireRoom(WorkingRoute, needed);
+  }
+  const auto tell = [&](const std::string& path, std::uint64_t bytes, std::uint64_t left) {
+    if (bytes / 10 + bytes < left || bytes <= kRoomReserve) return;
+    if (!tightRoom_.empty()) tightRoom_ += "\n";
+    tightRoom_ += path + ": " + std::to_string((bytes >> 20) + 1) + " MB needed, " + std::to_string(left >> 20) +
+                  " MB free";
+  };
+  tell(program_.shared.TrainSimPath, needed, free);
+  if (!oneDisk) tell(program_.app.App(), away, files_.Host().FreeSpace(app));
 }
 
 /// Where the load deletes, renames, makes or writes something, it needs the right to.
@@ -119,7 +209,7 @@ void LoadPreflight::RequireWritablePlaces() {
   for (auto& place : StoresAndLists()) places.insert(std::move(place));
   if (BringsNewConsist()) places.insert(CutBackslash(program_.BelowGame(kGameConsists)));
   const auto addFolderOf = [&](const std::string& path) { places.insert(CutBackslash(FolderOf(path))); };
-  for (const auto& path : loadedFiles_) addFolderOf(path);
+  for (const auto& path : lists_.Current()) addFolderOf(path);
   for (const auto& path : coveredFiles_) addFolderOf(path);
   std::unordered_set<std::string_view> routeFolders;
   for (const auto& path : map_.lstRouteStrippedPath)

@@ -8,6 +8,7 @@
 
 #include "core/Program.h"
 #include "core/archive/ArchiveReader.h"
+#include "catalogue/LoadLists.h"
 #include "loading/RouteMap.h"
 
 namespace quillon {
@@ -16,16 +17,30 @@ namespace quillon {
 class LoadPreflight {
  public:
   LoadPreflight(Program& program, const std::string& workingRoute, const ArchiveReader& archive,
-                const RouteMap& map)
-      : program_(program), files_(program.files), WorkingRoute(workingRoute), archive_(archive), map_(map) {}
+                const RouteMap& map, const LoadLists& lists)
+      : program_(program),
+        files_(program.files),
+        WorkingRoute(workingRoute),
+        archive_(archive),
+        map_(map),
+        lists_(lists) {}
 
   void Run();
+  /// After Run: what the load needs of each disk, and what is free there, when a disk is nearly full; else
+  /// empty.
+  std::string TightRoom() const { return tightRoom_; }
 
  private:
   void RequireFolders();
   void ReadLists();
   void RefuseReadOnlyBackups();
   void RequireRoom();
+  std::uint64_t RoomOfFiles(const std::string& pattern) const;
+  std::uint64_t RoomOfRoute() const;
+  std::uint64_t RoomOfPuttingAway() const;
+  std::uint64_t RoomFreed() const;
+  void RequireTextureFolders();
+  bool GoesBeforehand(const std::string& upperPath) const;
   void RequireWritablePlaces();
   std::vector<std::string> StoresAndLists();
   bool BringsNewConsist();
@@ -38,8 +53,9 @@ class LoadPreflight {
   const std::string& WorkingRoute;
   const ArchiveReader& archive_;
   const RouteMap& map_;
+  const LoadLists& lists_;
+  std::string tightRoom_;
   std::unordered_set<std::string> removed_;   // paths that the load deletes first, upper case
-  std::vector<std::string> loadedFiles_;      // lines of current.tsl
   std::vector<std::string> coveredFiles_;     // lines of default.tsl whose file is there
   std::vector<std::string> lostBackups_;      // backups that go because something stands in their old place
   std::unordered_set<std::string> restored_;  // paths of default files that it gives back, upper case

@@ -1,11 +1,13 @@
 #include "loading/LoadRoute.h"
 
 #include "catalogue/CustomFolders.h"
+#include "catalogue/LoadMark.h"
+#include "catalogue/RouteStores.h"
 #include "loading/CustomScript.h"
 #include "loading/LoadPreflight.h"
 #include "loading/Materialisation.h"
-#include "loading/PreviousRoute.h"
 #include "loading/TerrainCache.h"
+#include "shelf/PlacedRecord.h"
 
 namespace quillon {
 namespace {
@@ -71,28 +73,30 @@ void LoadRoute::SetSizeMessage() { texts_.SetFirstMessage(SizeMessage(unzip1_.En
 
 void LoadRoute::RefuseWhatWouldFail() {
   program_.Step("Making sure that the route can be loaded");
-  LoadPreflight(program_, WorkingRoute, unzip1_, map_).Run();
+  previous_.emplace(program_, WorkingRoute, LoadZip);
+  LoadPreflight preflight(program_, WorkingRoute, unzip1_, map_, previous_->Lists());
+  preflight.Run();
+  texts_.SetRoom(preflight.TightRoom());
 }
 
 void LoadRoute::PutAwayPreviousRoute() {
-  PreviousRoute previous(program_, WorkingRoute);
   program_.Step("Putting the previous route away");
-  previous.PutAway();
-  previous.EmptyActivityFolders();
+  previous_->PutAway();
+  previous_->EmptyActivityFolders();
 }
 
 void LoadRoute::RemovePreviousFiles() {
-  PreviousRoute previous(program_, WorkingRoute);
   program_.Step("Removing the files of the previous route");
-  previous.RemoveLoadedFiles();
+  previous_->RemoveLoadedFiles();
   program_.Step("Giving back the default files");
-  previous.GiveBackDefaultFiles();
+  previous_->GiveBackDefaultFiles();
 }
 
 void LoadRoute::ExchangeTerrain() {
   TerrainCache cache(program_, progress_, texts_, WorkingRoute);
   program_.Step("Gathering the terrain files of the previous route");
-  cache.Gather(catalogue_.Loaded());
+  // After a load that was cut short the terrain may be another route's.
+  if (!previous_->WasPutAway()) cache.Gather(catalogue_.Loaded());
   texts_.SetTerrainInfo({}, false);
   texts_.ShowRoute();
   program_.Step("Exchanging the terrain files");
@@ -104,7 +108,7 @@ void LoadRoute::ExchangeTerrain() {
 void LoadRoute::PlaceRoute() {
   Materialisation material(program_, progress_, WorkingRoute, LoadZip);
   program_.Step("Listing the files of the route");
-  material.WriteCurrentList(map_);
+  material.WriteLists(map_);
   MakeCustomFolders(program_, LoadZip);
   progress_.Caption("Transferring route data...");
   program_.Step("Extracting the route");
@@ -121,8 +125,9 @@ void LoadRoute::PlaceRoute() {
 void LoadRoute::CopySavesBack() {
   program_.Step("Copying the saved activities");
   program_.files.MakeFolderIfMissing(program_.BelowGame(kWorkingSaves));
-  program_.files.CopyAllFiles(program_.app.Saves(LoadZip) + "\\", program_.BelowGame(kWorkingSaves) + "\\",
-                              "*.sav");
+  const std::string store = program_.app.Saves(LoadZip) + "\\", game = program_.BelowGame(kWorkingSaves) + "\\";
+  program_.files.CopyAllFiles(store, game, "*.sav");
+  NoteWhatDidNotCome(program_, store, game, "*.sav");
 }
 
 void LoadRoute::LayOverTheRest() {
@@ -143,7 +148,11 @@ void LoadRoute::RunCustomScript() {
 
 void LoadRoute::RecordLoad() {
   program_.Step("Recording the load");
-  catalogue_.WriteCurrent("Loaded", LoadZip);
+  PlacedRecord(program_).LoadEnds();
+  program_.files.Flush(WorkingRoute);
+  program_.files.Flush(program_.app.CurrentList());
+  LoadMark(program_).Commit(LoadZip);
+  if (!previous_->Healed().empty()) program_.TellHealed(previous_->Healed());
 }
 
 void LoadRoute::Finish() {

@@ -1,6 +1,7 @@
 // The load driver: puts the previous route away and builds the new one in the working folder.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,12 +10,13 @@
 #include "core/Progress.h"
 #include "core/archive/ArchiveReader.h"
 #include "loading/LoadTexts.h"
+#include "loading/PreviousRoute.h"
 #include "loading/RouteMap.h"
 
 namespace quillon {
 
-/// One load, from top to bottom. It can't be cancelled and undoes nothing; the two lists on disk and the
-/// order of its steps make it safe to repeat. `[Current]` "Loaded" is written last.
+/// One load, from top to bottom. It can't be cancelled and undoes nothing; the two lists on disk, the mark of
+/// where it stands and the order of its steps make it safe to repeat. `[Current]` "Loaded" is written last.
 class LoadRoute {
  public:
   LoadRoute(Program& program, Progress& progress, LoadTexts& texts);
@@ -43,6 +45,7 @@ class LoadRoute {
   Catalogue catalogue_;
   ArchiveReader unzip1_;
   RouteMap map_;
+  std::optional<PreviousRoute> previous_;
   const std::string LoadZip;
   std::string WorkingRoute;
 };

@@ -15,6 +15,8 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
   explicit LoadScreen(Program& program) : ProgressScreen(program, "frmLoad") {}
 
   Label lblRouteName{"", false}, lblFirstMessage{"", false}, lblTerrainInfo{"", false}, lblMessage{"", false};
+  /// What the load needs of the disks, when it is tight.
+  Label lblRoom{"", false};
   Button btnOK{.enabled = false};
 
   /// Runs the load to its end.
@@ -53,11 +55,15 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
   void SetTerrainInfo(std::string_view text, bool visible) override {
     SetLabel("lblTerrainInfo", lblTerrainInfo, std::string(text), visible);
   }
+  void SetRoom(std::string_view text) override {
+    SetLabel("lblRoom", lblRoom, std::string(text), !text.empty());
+  }
   void ShowResult(std::string_view text) override {
     SetLabel("lblMessage", lblMessage, std::string(text), false);
     SetLabel("lblRouteName", lblRouteName, lblRouteName.text, false);
     SetLabel("lblTerrainInfo", lblTerrainInfo, lblTerrainInfo.text, false);
     SetLabel("lblFirstMessage", lblFirstMessage, lblFirstMessage.text, false);
+    SetLabel("lblRoom", lblRoom, lblRoom.text, false);
     SetLabel("lblMessage", lblMessage, std::string(text), true);
   }
 

@@ -1,7 +1,12 @@
 #include "loading/Materialisation.h"
 
+#include <unordered_set>
+
 #include "core/Text.h"
+#include "catalogue/LoadLists.h"
+#include "catalogue/RouteStores.h"
 #include "loading/MaterialTables.h"
+#include "shelf/OwnFiles.h"
 
 namespace quillon {
 
@@ -10,10 +15,25 @@ std::string BackupPath(std::string_view workingRoute, std::string_view strippedP
          std::string(FileNameOf(strippedPath));
 }
 
-void Materialisation::WriteCurrentList(const RouteMap& map) {
-  std::string lines;
-  for (const auto& path : map.lstRouteStrippedPath) lines += WorkingRoute + "\\" + path + "\r\n";
-  files_.WriteAll(program_.app.CurrentList(), lines);
+void Materialisation::WriteLists(const RouteMap& map) {
+  OwnFiles own(program_, {LoadZip});
+  std::vector<std::string> current, covered, ownCovered;
+  std::unordered_set<std::string> planned;  // backup names to come, upper case: the archive may cover them
+  backups_.clear();
+  for (const auto& stripped : map.lstRouteStrippedPath) {
+    const std::string path = WorkingRoute + "\\" + stripped;
+    current.push_back(path);
+    std::string& backup = backups_.emplace_back();
+    const bool coversBackup = Contains(stripped, kBackupPrefix) && planned.contains(UpperCase(path));
+    if (!coversBackup && !files_.FileExists(path)) continue;
+    backup = BackupPath(WorkingRoute, stripped);
+    if (files_.FileExists(backup)) throw RunTimeError(ErrorNumber::FileAlreadyExists, backup);
+    if (own.IsOwn(path)) ownCovered.push_back(path);
+    planned.insert(UpperCase(backup));
+    covered.push_back(backup);
+  }
+  if (!ownCovered.empty()) PlacedRecord(program_).NoteOwn(ownCovered);
+  LoadLists::Write(program_, current, covered);
 }
 
 void Materialisation::PlaceRouteFiles(ArchiveReader& archive, const RouteMap& map) {
@@ -22,21 +42,15 @@ void Materialisation::PlaceRouteFiles(ArchiveReader& archive, const RouteMap& ma
   for (std::size_t i = 0; i < map.entries.size(); ++i)
     placements.push_back({map.entries[i], WorkingRoute + "\\" + map.lstRouteStrippedPath[i]});
 
-  ListFile defaultList(files_, program_.app.DefaultList());
   archive.OnProgress = [&](const ArchiveReader& running) {
     progress_.Detail(running.FilesDone(), placements.size(), "files");
     progress_.Detail(running.BytesDone(), running.BytesToDo(), "bytes");
     progress_.Yield();
   };
+  std::size_t next = 0;
   archive.Place(placements, [&](const ArchiveReader::Placement& placement) {
-    if (files_.FileExists(placement.path)) {
-      const std::string backup =
-          BackupPath(WorkingRoute, std::string_view(placement.path).substr(WorkingRoute.size() + 1));
-      if (files_.FileExists(backup)) throw RunTimeError(ErrorNumber::FileAlreadyExists, backup);
+    if (const std::string& backup = backups_[next++]; !backup.empty()) {
       files_.SetAttributes(placement.path, kArchive);
-      // The line first: a crash between the two leaves a line that finds no file, never a file without a
-      // line.
-      defaultList.Add(backup);
       files_.Rename(placement.path, backup);
     }
     LoadProgress += program_.random.Whole(15);
@@ -64,6 +78,7 @@ void Materialisation::CopyOwnActivities(const std::string& source, const std::st
     if (fileByFile) files_.FileCopy(source + name, destination + name);
   }
   files_.CopyAllFiles(source, destination, "*.*");
+  NoteWhatDidNotCome(program_, source, destination, "*.*");
 }
 
 bool IsNewConsist(const Program& program, const std::string& name) {
@@ -87,9 +102,9 @@ void Materialisation::CopyTrackTextures() {
                                    "ATrackTunFloor.ace", "ATrackTunWall.ace"}) {
       const std::string source = program_.BelowGame("\\Routes\\USA1") + folder + name;
       if (!files_.FileExists(source)) continue;
-      // Games from a disc are read-only, and so are the copies of their files.
-      files_.SetAttributes(InRoute(folder + name), kArchive);
       files_.FileCopy(source, InRoute(folder + name));
+      // Games from a disc are read-only: the next load copies over it again.
+      files_.SetAttributes(InRoute(folder + name), kArchive);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "core/Program.h"
 #include "core/Progress.h"
@@ -21,10 +22,10 @@ class Materialisation {
         WorkingRoute(std::move(workingRoute)),
         LoadZip(std::move(loadZip)) {}
 
-  /// current.tsl: every file that the route is about to place.
-  void WriteCurrentList(const RouteMap& map);
-  /// Extracts every file; a default file in the way is kept under its `ts-bak-` name and noted in
-  /// default.tsl.
+  /// current.tsl: every file that the route is about to place; default.tsl: the `ts-bak-` names of the files
+  /// that it will cover. Both whole, before the first change.
+  void WriteLists(const RouteMap& map);
+  /// Extracts every file; one in the way is kept under its `ts-bak-` name. After WriteLists.
   void PlaceRouteFiles(ArchiveReader& archive, const RouteMap& map);
   /// The defaults for routes that shipped without, then the route's own.
   void CopyActivities();
@@ -45,6 +46,7 @@ class Materialisation {
   Files& files_;
   Progress& progress_;
   const std::string WorkingRoute, LoadZip;
+  std::vector<std::string> backups_;  // one for each file of the route, empty where it covers nothing
   int LoadProgress = 0;
 };
 

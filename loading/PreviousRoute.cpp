@@ -1,39 +1,78 @@
 #include "loading/PreviousRoute.h"
 
-#include <array>
 #include <utility>
 
-#include "catalogue/Saves.h"
+#include "catalogue/LoadMark.h"
+#include "catalogue/RouteStores.h"
 #include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
+#include "shelf/OwnFiles.h"
 
 namespace quillon {
 
-PreviousRoute::PreviousRoute(Program& program, std::string workingRoute)
+PreviousRoute::PreviousRoute(Program& program, std::string workingRoute, std::string loadZip)
     : program_(program),
       files_(program.files),
       WorkingRoute(std::move(workingRoute)),
-      PreviousZip(Catalogue(program).Loaded()) {}
+      LoadZip(std::move(loadZip)),
+      PreviousZip(Catalogue(program).Loaded()),
+      wasPutAway_(LoadMark(program).Stands()),
+      cutZip_(wasPutAway_ ? LoadMark(program).Loading() : ""),
+      lists_(program) {}
 
 void PreviousRoute::PutAway() {
-  if (!files_.FileExists(program_.app.RouteFile(PreviousZip))) return;
-  RescueSaves(program_, PreviousZip);
-  if (PreviousZip != kNoData) PutAwayActivities();
+  if (wasPutAway_) {
+    TakeInWhatACutLoadLeft();
+  } else if (IsInCatalogue()) {
+    RouteStores stores(program_, PreviousZip);
+    stores.RenewSaves();
+    if (PreviousZip != kNoData) stores.RenewActivities();
+  }
+  files_.Flush(program_.app.Routes());
+  LoadMark(program_).Set(LoadZip);
+  RescueOwnWork();
+  PlacedRecord(program_).LoadBegins();
+  // What can't be deleted stays in silence, and would be the next route's: it is tried once more.
+  const std::string saves = program_.BelowGame(kWorkingSaves);
+  if (IsInCatalogue() && files_.DelTree(saves) > 0) files_.DelTree(saves);
 }
 
-void PreviousRoute::PutAwayActivities() {
-  const Installation& app = program_.app;
-  const std::array<std::pair<std::string, std::string>, 4> folders = {{
-      {"\\Activities\\", app.Activities(PreviousZip)},
-      {"\\Paths\\", app.Paths(PreviousZip)},
-      {"\\Services\\", app.Services(PreviousZip)},
-      {"\\Traffic\\", app.Traffic(PreviousZip)},
-  }};
-  for (const auto& [ignored, store] : folders) {
-    if (!files_.FileExists(store)) continue;
-    files_.DelTree(store);
-    files_.MakeFolder(store);
+/// The game may have been played with the half-built route.
+void PreviousRoute::TakeInWhatACutLoadLeft() {
+  files_.PartSweep(WorkingRoute + "\\*.*");
+  files_.KillIfThere(program_.app.TerrainCacheTemp("*"));
+  int saves = 0;
+  if (IsUsableStem(cutZip_) && files_.FileExists(program_.app.RouteFile(cutZip_)))
+    saves = RouteStores(program_, cutZip_).AddSaves(PreviousZip);
+  healed_ = "A load that was cut short has been put right; nothing of " + PreviousZip + " was lost.";
+  if (saves > 0)
+    healed_ += "\nFound in the game and kept for " + cutZip_ + ": " + std::to_string(saves) + " saved activities.";
+}
+
+void PreviousRoute::RescueOwnWork() {
+  std::vector<std::string> zips = {PreviousZip};
+  if (wasPutAway_) zips.push_back(cutZip_);
+  const std::string& owner = wasPutAway_ && cutZip_ != kNoData ? cutZip_ : PreviousZip;
+  OwnFiles own(program_, zips);
+  Rescue rescue(program_, owner, "Loading another route would have deleted what only the game's folders had.");
+  if (IsInCatalogue()) own.KeepSaves(rescue);
+  for (const auto* folder : {"\\activities", "\\paths", "\\services", "\\traffic"})
+    own.KeepBelow(rescue, WorkingRoute + folder);
+  for (const auto& line : lists_.Current()) own.KeepIfOwn(rescue, line);
+  std::unordered_set<std::string> goes;
+  if (!lists_.Backups().empty())
+    for (const auto& line : lists_.Current()) goes.insert(UpperCase(line));
+  // A backup goes when something of nobody's list stands in its place.
+  for (const auto& backup : lists_.Backups()) {
+    const std::string target = LoadLists::TargetOf(backup);
+    if (!goes.contains(UpperCase(target)) && files_.FileExists(target) && files_.FileExists(backup))
+      own.KeepIfOwn(rescue, backup);
   }
-  for (const auto& [folder, store] : folders) CopyForSure(files_, WorkingRoute + folder, store + "\\", "*.*");
+  for (const std::string folder : {"\\Tiles\\", "\\LO_Tiles\\"})
+    for (const auto* pattern : {"*.raw", "*.t"})
+      for (const auto& name : files_.ListFiles(WorkingRoute + folder + pattern))
+        own.KeepIfOwn(rescue, WorkingRoute + folder + name);
+  rescue.Close();
 }
 
 void PreviousRoute::EmptyActivityFolders() {
@@ -44,14 +83,17 @@ void PreviousRoute::EmptyActivityFolders() {
 }
 
 void PreviousRoute::RemoveLoadedFiles() {
-  for (const auto& line : Lines(files_.ReadAll(program_.app.CurrentList())))
-    if (!line.empty()) files_.KillIfThere(line);
+  const auto spared = wasPutAway_ ? lists_.NeverPlaced() : std::unordered_set<std::string>();
+  for (const auto& line : lists_.Current())
+    if ((spared.empty() || !spared.contains(UpperCase(line))) &&
+        files_.Host().Delete(line) != FileCode::Ok && !files_.IsPathAFolder(line))
+      files_.KillIfThere(line);
 }
 
 void PreviousRoute::GiveBackDefaultFiles() {
-  for (const auto& line : Lines(files_.ReadAll(program_.app.DefaultList()))) {
-    if (line.empty() || !files_.FileExists(line)) continue;
-    const std::string target = ReplaceAll(line, kBackupPrefix, "");
+  for (const auto& line : lists_.Backups()) {
+    if (!files_.FileExists(line)) continue;
+    const std::string target = LoadLists::TargetOf(line);
     if (files_.FileExists(target)) {
       files_.Kill(line);
     } else {

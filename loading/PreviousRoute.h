@@ -3,18 +3,29 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "catalogue/Catalogue.h"
 #include "core/Program.h"
+#include "catalogue/LoadLists.h"
 
 namespace quillon {
 
 class PreviousRoute {
  public:
-  PreviousRoute(Program& program, std::string workingRoute);
+  PreviousRoute(Program& program, std::string workingRoute, std::string loadZip);
 
-  /// Saved activities, activities, paths, services and traffic, when the route is still in the catalogue.
+  /// A load or a clean-up was cut short: the previous route is in its stores already.
+  bool WasPutAway() const { return wasPutAway_; }
+  /// What became of a run that was cut short, for the user; empty when there was none.
+  const std::string& Healed() const { return healed_; }
+  const LoadLists& Lists() const { return lists_; }
+
+  /// Saved activities, activities, paths, services and traffic go to the stores, when the route is still in
+  /// the catalogue. Nothing is deleted before all of it is on the disk and marked as put away.
   void PutAway();
+  /// What the steps to come would delete, and nothing else holds, goes to the shelf.
+  void RescueOwnWork();
   void EmptyActivityFolders();
   /// Every file that current.tsl names.
   void RemoveLoadedFiles();
@@ -22,11 +33,16 @@ class PreviousRoute {
   void GiveBackDefaultFiles();
 
  private:
-  void PutAwayActivities();
+  void TakeInWhatACutLoadLeft();
+  bool IsInCatalogue() const { return files_.FileExists(program_.app.RouteFile(PreviousZip)); }
 
   Program& program_;
   Files& files_;
-  const std::string WorkingRoute, PreviousZip;
+  const std::string WorkingRoute, LoadZip, PreviousZip;
+  const bool wasPutAway_;
+  const std::string cutZip_;  // the route that a load cut short was bringing in
+  const LoadLists lists_;
+  std::string healed_;
 };
 
 }  // namespace quillon

@@ -50,8 +50,10 @@ void TerrainCache::Gather(const std::string& PreviousZip) {
       true);
   const std::vector<std::string> files = TerrainFiles();
   Pack(temporary, files);
-  for (const auto& file : files) program_.files.KillIfThere(file);
   program_.files.Rename(temporary, cache);
+  program_.files.Flush(cache);
+  // Nothing goes before the cache stands: a run that is cut short here is not started again.
+  for (const auto& file : files) program_.files.KillIfThere(file);
   SizeTest(cache);
 }
 

@@ -4,8 +4,11 @@
 #include <array>
 
 #include "catalogue/DefaultFileScan.h"
-#include "catalogue/Saves.h"
+#include "catalogue/LoadMark.h"
+#include "catalogue/RouteStores.h"
 #include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
+#include "shelf/OwnFiles.h"
 
 namespace quillon {
 namespace {
@@ -31,14 +34,14 @@ void CleanUp::Run() {
   FillEmptyLists();
   RequireWritablePlaces();
   RequireRoom();
+  PutLoadedRouteAway();
   RemoveWorkingRoute();
   MakeFolders();
   progress_.Maximum(kBarMaximum);
   CopyGameFolders();
   CopyDefaultFiles();
-  RescueLoadedSaves();
   ResetLists();
-  catalogue_.WriteCurrent("Loaded", kNoData);
+  RecordCleanUp();
 }
 
 /// What would end the run halfway is missed before the first change.
@@ -52,6 +55,13 @@ void CleanUp::RequireSources() {
   for (const auto& file :
        {program_.app.CopyFilesList(), masters + "\\current.tsl", masters + "\\default.tsl"})
     if (!files_.FileExists(file)) throw RunTimeError(ErrorNumber::FileNotFound, file);
+  // What can't be read is not what is not there.
+  std::vector<FoundFile> found;
+  for (const auto* folder : {"\\TEMPLATE", "\\Global\\Shapes", "\\Global\\Textures"}) {
+    const FileCode code = files_.Host().Find(program_.BelowGame(folder) + "\\*.*", found);
+    if (code != FileCode::FileNotFound && code != FileCode::PathNotFound)
+      RaiseFileError(code, program_.BelowGame(folder));
+  }
 }
 
 void CleanUp::FillEmptyLists() {
@@ -116,8 +126,41 @@ std::uint64_t CleanUp::RoomNeeded() {
   return needed;
 }
 
+/// All that the user has made is safe, and marked so, before anything goes.
+void CleanUp::PutLoadedRouteAway() {
+  program_.Step("Putting the saved activities away");
+  const LoadMark mark(program_);
+  const std::string loaded = catalogue_.Loaded(), cut = mark.Stands() ? mark.Loading() : loaded;
+  RouteStores stores(program_, loaded);
+  if (mark.Stands()) {
+    files_.KillIfThere(program_.app.TerrainCacheTemp("*"));
+    healed_ = cut == kNoData ? "A clean-up that was cut short has been finished."
+                             : "A load that was cut short has been cleaned up; nothing of " + loaded + " was lost.";
+    if (IsUsableStem(cut) && files_.FileExists(program_.app.RouteFile(cut)))
+      RouteStores(program_, cut).AddSaves(loaded);
+  } else if (loaded != kNoData && !stores.KeepSavesOfLostGame()) {
+    stores.RenewSaves();
+  }
+  files_.Flush(program_.app.Routes());
+  mark.Set(kNoData);
+  RescueOwnWork(loaded, cut);
+}
+
+void CleanUp::RescueOwnWork(const std::string& loaded, const std::string& cut) {
+  program_.Step("Rescuing what only the working route has");
+  std::vector<std::string> zips = {loaded};
+  if (cut != loaded) zips.push_back(cut);
+  OwnFiles own(program_, zips);
+  Rescue rescue(program_, cut == kNoData ? loaded : cut, "Cleaning up would have deleted what only the game's folders had.");
+  if (loaded != kNoData) own.KeepSaves(rescue);
+  own.KeepBelow(rescue, program_.BelowGame(kWorkingRoute));
+  rescue.Close();
+  PlacedRecord(program_).Forget();
+}
+
 void CleanUp::RemoveWorkingRoute() {
   program_.Step("Removing the working route");
+  if (catalogue_.Loaded() != kNoData) files_.DelTree(program_.BelowGame(kWorkingSaves));
   files_.DelTree(program_.BelowGame(kWorkingRoute));
   progress_.Yield();
 }
@@ -137,6 +180,24 @@ void CleanUp::CopyGameFolders() {
                       "*.*");
   files_.CopyAllFiles(program_.BelowGame("\\Global\\Shapes\\"), route + "\\Shapes\\", "*.*");
   files_.CopyAllFiles(program_.BelowGame("\\Global\\Textures\\"), route + "\\Textures\\", "*.*");
+  for (const auto* folder : {"\\", "\\Shapes\\", "\\Textures\\"}) MakeWritable(route + folder);
+}
+
+/// Games from a disc are read-only, and so are the copies of their files.
+void CleanUp::MakeWritable(const std::string& folder) {
+  std::vector<FoundFile> found;
+  files_.Host().Find(folder + "*.*", found);
+  for (const auto& entry : found)
+    if (!entry.folder() && (entry.attributes & kReadOnly) != 0)
+      files_.SetAttributes(folder + entry.name, kArchive);
+}
+
+/// What can't be read is not what is not there.
+bool CleanUp::IsThere(const std::string& source) {
+  std::uint32_t attributes = 0;
+  const FileCode code = files_.Host().GetAttributes(source, attributes);
+  if (code == FileCode::AccessDenied) RaiseFileError(code, source);
+  return code == FileCode::Ok;
 }
 
 void CleanUp::CopyDefaultFiles() {
@@ -146,12 +207,11 @@ void CleanUp::CopyDefaultFiles() {
   std::uint64_t done = 0;
   for (const auto& line : lines) {
     const std::string source = program_.shared.TrainSimPath + "\\" + line;
-    if (!line.empty() && files_.FileExists(source)) {
+    if (!line.empty() && IsThere(source)) {
       progress_.Value(++value);
       const std::string target = program_.BelowGame(DestinationOf(line));
-      // Games from a disc are read-only, and so are the copies that an earlier step made.
-      files_.SetAttributes(target, kArchive);
       files_.FileCopy(source, target);
+      files_.SetAttributes(target, kArchive);
     }
     if (++done % 32 == 0 || done == lines.size()) {
       progress_.Detail(done, lines.size(), "files");
@@ -160,17 +220,20 @@ void CleanUp::CopyDefaultFiles() {
   }
 }
 
-void CleanUp::RescueLoadedSaves() {
-  program_.Step("Putting the saved activities away");
-  const std::string loaded = catalogue_.Loaded();
-  if (loaded != kNoData) RescueSaves(program_, loaded);
-}
-
 void CleanUp::ResetLists() {
   program_.Step("Resetting the lists of the working route");
   const std::string masters = program_.app.MiscInfo() + "\\";
   files_.FileCopy(masters + "current.tsl", program_.app.CurrentList());
   files_.FileCopy(masters + "default.tsl", program_.app.DefaultList());
+}
+
+void CleanUp::RecordCleanUp() {
+  program_.Step("Recording the clean-up");
+  PlacedRecord(program_).CleanUpEnds();
+  files_.Flush(program_.BelowGame(kWorkingRoute));
+  files_.Flush(program_.app.CurrentList());
+  LoadMark(program_).Commit(kNoData);
+  if (!healed_.empty()) program_.TellHealed(healed_);
 }
 
 }  // namespace quillon

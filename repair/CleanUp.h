@@ -22,17 +22,22 @@ class CleanUp {
   void RequireRoom();
   std::uint64_t RoomOf(const std::string& path);
   std::uint64_t RoomNeeded();
+  void PutLoadedRouteAway();
+  void RescueOwnWork(const std::string& loaded, const std::string& cut);
   void RemoveWorkingRoute();
   void MakeFolders();
   void CopyGameFolders();
   void CopyDefaultFiles();
-  void RescueLoadedSaves();
+  bool IsThere(const std::string& source);
+  void MakeWritable(const std::string& folder);
   void ResetLists();
+  void RecordCleanUp();
 
   Program& program_;
   Files& files_;
   Progress& progress_;
   Catalogue catalogue_;
+  std::string healed_;  // what became of a run that was cut short
   bool roomIsTight_ = false;
   std::uint64_t roomFreed_ = 0;  // bytes that the working route gives back; only counted when room is tight
 };

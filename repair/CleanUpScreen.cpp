@@ -1,5 +1,6 @@
 #include "repair/CleanUpScreen.h"
 
+#include "catalogue/RouteRemoval.h"
 #include "repair/CleanUp.h"
 
 namespace quillon {
@@ -23,6 +24,7 @@ void CleanUpScreen::TimerWaitTick() {
     RebuildCatalogue();
     const Work work(*this);
     CleanUp(program_, *this).Run();
+    RouteRemoval::PermanentIsDone(program_);
   }
   Finish();
 }

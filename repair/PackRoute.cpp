@@ -4,7 +4,10 @@
 #include <array>
 #include <utility>
 
+#include "catalogue/Unfinished.h"
 #include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 namespace {
@@ -19,13 +22,15 @@ bool IsLeftOut(std::string_view lowerName) {
 
 }  // namespace
 
-PackRoute::PackRoute(Program& program, Progress& progress, std::string parent, std::string name)
+PackRoute::PackRoute(Program& program, Progress& progress, std::string parent, std::string name,
+                     std::string folder)
     : program_(program),
       files_(program.files),
       progress_(progress),
       PackParent(std::move(parent)),
       PackName(std::move(name)),
       route_(PackParent + "\\" + PackName + "\\"),
+      folder_(std::move(folder)),
       xzipper1_(program.files) {}
 
 std::string PackRoute::ArchivePath(const char* extension) const {
@@ -35,22 +40,52 @@ std::string PackRoute::ArchivePath(const char* extension) const {
 void PackRoute::Run() {
   const FileSystem::Pass pass(files_.Host());
   program_.Step("Packing the route " + PackName);
-  DeleteOldArchives();
+  Unfinished(program_).Begin(kPackAct, {});
+  SetOldArchiveAside();
   progress_.Yield();
   progress_.Value(100);
   ReadDefaultFiles();
   SkipScan();
   AddScan();
   Zip();
+  DropOldArchiveIfContained();
   MakeSavesFolder();
+  Unfinished(program_).End(kPackAct);
   progress_.Colour(kGreen);
   progress_.Value(100);
   progress_.Caption("Finished Packing!");
 }
 
-void PackRoute::DeleteOldArchives() {
+/// An older zip of the route may hold what the folder no longer has.
+void PackRoute::SetOldArchiveAside() {
   files_.KillIfThere(ArchivePath(".tmp"));
+  if (!files_.FileExists(ArchivePath(".zip"))) return;
+  Rescue rescue(program_, "QNPacked-" + PackName, "An older zip of this route, from before it was packed again.");
+  rescue.Keep(ArchivePath(".zip"));
+  oldArchive_ = rescue.Folder();
+  rescue.Close();
   files_.KillIfThere(ArchivePath(".zip"));
+}
+
+void PackRoute::DropOldArchiveIfContained() {
+  if (oldArchive_.empty()) return;
+  const Shelf shelf(program_);
+  ArchiveReader older(files_, [] {}), newer(files_);
+  older.InputFile = oldArchive_ + shelf.PlaceOf(ArchivePath(".zip"));
+  newer.InputFile = ArchivePath(".zip");
+  older.ReadDirectory();
+  newer.ReadDirectory();
+  std::unordered_map<std::string, std::uint32_t> held;
+  for (const auto& entry : newer.Entries()) held.emplace(LowerCase(entry.name), entry.crc);
+  const bool contained =
+      !older.Entries().empty() &&
+      std::all_of(older.Entries().begin(), older.Entries().end(), [&](const ArchiveEntry& entry) {
+        const auto at = held.find(LowerCase(entry.name));
+        return at != held.end() && at->second == entry.crc;
+      });
+  if (!contained) return;
+  for (const auto& entry : shelf.List())
+    if (entry.path == oldArchive_) shelf.Drop(entry);
 }
 
 void PackRoute::ReadDefaultFiles() {
@@ -62,23 +97,62 @@ void PackRoute::ReadDefaultFiles() {
 }
 
 void PackRoute::SkipScan() {
-  files_.Walk(route_ + "*.*", [this](const std::string& folder, const std::string& name) {
+  std::vector<std::string> way;
+  WalkRoute(route_, way, [this](const std::string& folder, const std::string& name) {
     if (IsLeftOut(LowerCase(name))) PackSkipList.insert(LowerCase(folder + name));
     progress_.Yield();
   });
 }
 
+/// Links are entered: what they lead to is part of the route. `way` has the folders above, to see a link that
+/// leads back into one of them. `folder` is given as it is told, with a closing backslash.
+void PackRoute::WalkRoute(const std::string& folder, std::vector<std::string>& way, const FileAction& action) {
+  const std::string real = folder_ + folder.substr(route_.size() - 1);
+  FileSystem::Stamp stamp;
+  RaiseFileError(files_.Host().GetStamp(CutBackslash(real), stamp), real);
+  const std::string identity = files_.Host().DiskOf(real).name + "|" + std::to_string(stamp.inode);
+  if (std::find(way.begin(), way.end(), identity) != way.end()) return;
+  way.push_back(identity);
+  std::vector<FoundFile> found;
+  if (const FileCode code = files_.Host().Find(real + "*.*", found); code != FileCode::FileNotFound)
+    RaiseFileError(code, CutBackslash(real));
+  for (const auto& entry : found) {
+    if (entry.dots()) continue;
+    if (entry.folder())
+      WalkRoute(folder + entry.name + "\\", way, action);
+    else
+      action(folder, entry.name);
+  }
+  way.pop_back();
+}
+
 void PackRoute::AddScan() {
   ListFile log(files_, program_.app.TrainRecord("packedup.log"), true);
   // The route's own folder stays in front of each name.
-  xzipper1_.PrepareRebuild(PackParent + "\\");
-  files_.Walk(route_ + "*.*", [&](const std::string& folder, const std::string& name) {
+  std::vector<std::string> way;
+  WalkRoute(route_, way, [&](const std::string& folder, const std::string& name) {
     progress_.Caption("Checking " + LowerCase(name));
     if (PackSkipList.contains(LowerCase(folder + name))) return;
-    xzipper1_.AddFiles(folder + name);
+    Add(folder, name);
     log.Add("Added to Zip: " + folder + name + "\r\n");
     progress_.Yield();
   });
+}
+
+/// Refuses what would be missing in the zip, or keep all of it from being loaded.
+void PackRoute::Add(const std::string& folder, const std::string& name) {
+  const std::string path = folder_ + folder.substr(route_.size() - 1) + name;
+  const std::string storedName = folder.substr(PackParent.size() + 1) + name;
+  FileSystem::Stamp stamp;
+  const FileCode code = files_.Host().GetStamp(path, stamp);
+  if (const char* harm = HarmIn(storedName); code == FileCode::InvalidName || harm != nullptr)
+    throw RunTimeError(ErrorNumber::BadFileName, path,
+                       std::string(harm != nullptr ? harm : "Windows knows no such name") + ": rename it to pack the route");
+  RaiseFileError(code, path);
+  if (!packed_.emplace(LowerCase(storedName), stamp.size).second)
+    throw RunTimeError(ErrorNumber::FileAlreadyExists, path,
+                       "two files have names that differ in case only: rename one to pack the route");
+  xzipper1_.AddFile(path, storedName);
 }
 
 void PackRoute::Zip() {
@@ -86,13 +160,31 @@ void PackRoute::Zip() {
   xzipper1_.ArchiveFile = ArchivePath(".tmp");
   xzipper1_.OnProgress = [this](const ArchiveWriter&) { TellProgress(); };
   xzipper1_.Zip();
+  RequireComplete();
   files_.KillIfThere(ArchivePath(".zip"));
   files_.Rename(ArchivePath(".tmp"), ArchivePath(".zip"));
+  files_.Flush(ArchivePath(".zip"));
+}
+
+/// The folder may go next: the zip's own list is compared with what was to be in it.
+void PackRoute::RequireComplete() {
+  ArchiveReader reader(files_);
+  reader.InputFile = ArchivePath(".tmp");
+  reader.ReadDirectory();
+  auto missing = packed_;
+  for (const auto& entry : reader.Entries()) {
+    const auto at = missing.find(LowerCase(entry.name));
+    if (at != missing.end() && at->second == entry.size) missing.erase(at);
+  }
+  if (missing.empty()) return;
+  files_.KillIfThere(ArchivePath(".tmp"));
+  throw RunTimeError(ErrorNumber::DeviceIoError, PackParent + "\\" + missing.begin()->first,
+                     "it is not in the zip as it is on the disk: something changes the route while it is packed");
 }
 
 void PackRoute::TellProgress() {
   const std::string& file = xzipper1_.CurrentFile();
-  if (file.size() > PackParent.size()) progress_.Caption("Packing " + file.substr(PackParent.size() + 1));
+  if (file.size() > folder_.size()) progress_.Caption("Packing " + PackName + file.substr(folder_.size()));
   progress_.Value(xzipper1_.PercentDone());
   progress_.Detail(xzipper1_.BytesDone(), xzipper1_.BytesToDo(), "bytes");
   progress_.Yield();
@@ -101,8 +193,40 @@ void PackRoute::TellProgress() {
 /// Ready for the route that an intake will make of the zip.
 void PackRoute::MakeSavesFolder() {
   const std::string saves = program_.app.Saves("QNPacked-" + PackName);
+  Rescue rescue(program_, "QNPacked-" + PackName, "The route was packed again, which empties its saved activities.");
+  files_.Walk(saves + "\\*.*",
+              [&](const std::string& folder, const std::string& name) { rescue.Keep(folder + name); });
+  rescue.Close();
   if (files_.IsPathAFolder(saves)) files_.DelTree(saves);
   files_.MakeFolderIfMissing(saves);
+}
+
+/// Left out of the zip, and the same in the game's own routes.
+bool PackRoute::IsGamesOwn(const std::string& path) {
+  const std::string below = path.substr(folder_.size());
+  const auto equals = [&](std::string_view route) {
+    return files_.AreEqual(program_.BelowGame(route) + below, path);
+  };
+  return equals("\\TEMPLATE") || equals("\\Global") ||
+         std::any_of(kDefaultRoutes.begin(), kDefaultRoutes.end(), equals);
+}
+
+bool PackRoute::RemoveFolder() {
+  const std::string saves = program_.BelowGame("\\Saves\\") + PackName;
+  program_.Step("Removing the folder of the route " + PackName);
+  Rescue rescue(program_, "QNPacked-" + PackName, "The route's folder was removed after packing; its zip leaves this out.");
+  files_.Walk(folder_ + "\\*.*", [&](const std::string& folder, const std::string& name) {
+    const std::string told = route_ + (folder + name).substr(folder_.size() + 1);
+    const std::string lower = LowerCase(name);
+    const bool isGenerated = lower.ends_with("_e.raw") || lower.ends_with("_n.raw");
+    if (PackSkipList.contains(LowerCase(told)) && !isGenerated && !IsGamesOwn(folder + name))
+      rescue.Keep(folder + name);
+  });
+  files_.Walk(saves + "\\*.*",
+              [&](const std::string& folder, const std::string& name) { rescue.Keep(folder + name); });
+  rescue.Close();
+  files_.DelTree(saves);
+  return DeleteWhole(program_, folder_);
 }
 
 }  // namespace quillon

@@ -3,7 +3,9 @@
 
 #include <functional>
 #include <string>
+#include <unordered_map>
 #include <unordered_set>
+#include <vector>
 
 #include "core/Program.h"
 #include "core/Progress.h"
@@ -14,13 +16,26 @@ namespace quillon {
 class PackRoute {
  public:
   /// `PackParent` is the folder that holds the route's folder `PackName`; neither has a closing backslash.
-  PackRoute(Program& program, Progress& progress, std::string PackParent, std::string PackName);
+  /// `folder` is that folder as the disk spells it.
+  PackRoute(Program& program, Progress& progress, std::string PackParent, std::string PackName,
+            std::string folder);
 
-  /// Leaves "QNPacked-" and the name as a zip in downloaded_routes. The route itself is not touched.
+  /// Leaves "QNPacked-" and the name as a zip in downloaded_routes, and makes sure that it holds all that was
+  /// to be packed. The route itself is not touched. Raises RunTimeErrors for what can't be packed.
   void Run();
+  /// After Run: takes the folder and its saved activities out of the game. What the zip has not, and nothing
+  /// else holds, goes to the shelf. False when the folder, or a part of it, could not go.
+  bool RemoveFolder();
 
  private:
-  void DeleteOldArchives();
+  using FileAction = std::function<void(const std::string& folder, const std::string& name)>;
+
+  void SetOldArchiveAside();
+  void WalkRoute(const std::string& folder, std::vector<std::string>& way, const FileAction& action);
+  void Add(const std::string& folder, const std::string& name);
+  void RequireComplete();
+  void DropOldArchiveIfContained();
+  bool IsGamesOwn(const std::string& path);
   void ReadDefaultFiles();
   void SkipScan();
   void AddScan();
@@ -33,9 +48,11 @@ class PackRoute {
   Program& program_;
   Files& files_;
   Progress& progress_;
-  const std::string PackParent, PackName, route_;
+  const std::string PackParent, PackName, route_, folder_;
   ArchiveWriter xzipper1_;
-  std::unordered_set<std::string> PackSkipList;  // full paths, lower case
+  std::unordered_set<std::string> PackSkipList;                // full paths, lower case
+  std::unordered_map<std::string, std::uint64_t> packed_;      // stored names, lower case, and sizes
+  std::string oldArchive_;                                     // on the shelf
 };
 
 }  // namespace quillon

@@ -1,7 +1,6 @@
 #include "repair/PackScreens.h"
 
 #include "core/Text.h"
-#include "repair/PackRoute.h"
 
 namespace quillon {
 
@@ -21,7 +20,8 @@ void PackConfirmScreen::btnCancelClick() {
 PackScreen::PackScreen(Program& program)
     : ProgressScreen(program, "frmPack"),
       txtRoutePath_(program.shared.PackParentField),
-      txtZipRoute_(program.shared.PackNameField) {}
+      txtZipRoute_(program.shared.PackNameField),
+      pack_(program, *this, txtRoutePath_, txtZipRoute_, program.shared.PackFolderField) {}
 
 void PackScreen::Activate() {
   if (ran_) return;
@@ -29,7 +29,7 @@ void PackScreen::Activate() {
   SetLabel("lblRouteName", lblRouteName, ProperCase(txtZipRoute_), true);
   {
     const Work work(*this);
-    PackRoute(program_, *this, txtRoutePath_, txtZipRoute_).Run();
+    pack_.Run();
   }
   btnOK.enabled = true;
 }
@@ -51,13 +51,13 @@ void PackScreen::RemoveRouteFolder() {
   const std::string folder = txtRoutePath_ + "\\" + txtZipRoute_;
   Caption("Deleting " + folder);
   const Work work(*this);
-  program_.files.DelTree(program_.BelowGame("\\Saves\\") + txtZipRoute_);
-  program_.files.DelTree(folder);
-  if (program_.files.FileExists(folder))
-    program_.boxes.Tell("Remove route folder?",
-                        "Not all of " + folder +
-                            " could be removed.\r\nClose what uses its files and remove the "
-                            "folder by hand; its zip is complete.");
+  if (pack_.RemoveFolder()) return;
+  program_.boxes.Tell("Remove route folder?",
+                      program_.files.FileExists(folder)
+                          ? folder + " could not be removed.\r\nClose what uses its files and remove the folder by "
+                                     "hand; its zip is complete."
+                          : "Not all of " + folder +
+                                " could be removed.\r\nThe rest goes at the next start; its zip is complete.");
 }
 
 }  // namespace quillon

@@ -5,6 +5,7 @@
 
 #include "core/Controls.h"
 #include "core/Screen.h"
+#include "repair/PackRoute.h"
 
 namespace quillon {
 
@@ -35,6 +36,7 @@ class PackScreen : public ProgressScreen {
   void RemoveRouteFolder();
 
   const std::string txtRoutePath_, txtZipRoute_;
+  PackRoute pack_;
   bool ran_ = false;
 };
 

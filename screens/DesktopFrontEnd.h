@@ -61,6 +61,8 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   void RunModal(Screen& screen, const std::function<bool()>& isOpen) override;
   void CopyFoundNothing(std::string_view) override {}
   void CopyMoved(int position) override;
+  void CopyFailed(std::string_view path, FileCode code) override;
+  void ShelfChanged(const ShelfEntry& entry, bool dropped) override;
 
  private:
   QWidget* ActiveScreen() const;

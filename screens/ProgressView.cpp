@@ -26,8 +26,22 @@ void ProgressView::Measure(unsigned long long done, unsigned long long total, co
   if (!bytes) thing_ = QString::fromStdString(unit);
 }
 
+void ProgressView::Notice(const QString& text) { notice_ = text; }
+
 void ProgressView::Sync() {
   ScreenView::Sync();
+  if (!model_.working) notice_.clear();
+  QString text;
+  if (model_.working && notice_.isEmpty())
+    text = Amounts();
+  else if (model_.working)
+    text = lblDetail_->fontMetrics().elidedText(notice_, Qt::ElideMiddle, lblDetail_->width());
+  if (lblDetail_->text() == text) return;
+  lblDetail_->setText(text);
+  lblDetail_->setToolTip(notice_);
+}
+
+QString ProgressView::Amounts() const {
   QStringList parts;
   const QLocale numbers = QLocale::c();
   if (things_.total > 0)
@@ -36,8 +50,7 @@ void ProgressView::Sync() {
   if (bytes_.total > 0)
     parts << QStringLiteral("%1 of %2 MB").arg(Megabytes(bytes_.done), Megabytes(bytes_.total));
   if (const QString left = TimeLeft(); !left.isEmpty()) parts << left;
-  const QString text = model_.working ? parts.join(", ") : QString();
-  if (lblDetail_->text() != text) lblDetail_->setText(text);
+  return parts.join(", ");
 }
 
 QString ProgressView::TimeLeft() const {

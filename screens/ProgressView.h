@@ -12,9 +12,11 @@ class ProgressView : public ScreenView {
   ProgressView(ProgressScreen& model, Desk& desk, const char* bar);
 
   void Sync() override;
+  void Notice(const QString& text) override;
   void Measure(unsigned long long done, unsigned long long total, const std::string& unit) override;
 
  private:
+  QString Amounts() const;
   QString TimeLeft() const;
 
   struct Amount {
@@ -25,6 +27,7 @@ class ProgressView : public ScreenView {
   QLabel* lblDetail_;
   Amount bytes_, things_;
   QString thing_;
+  QString notice_;  // stands in the place of the measure
   QElapsedTimer since_;
 };
 

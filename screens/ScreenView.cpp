@@ -11,6 +11,24 @@ namespace quillon {
 namespace {
 
 constexpr int kFrame = 48;  // pixels that a window manager may add
+constexpr int kSmallestText = 9;
+
+/// May be broken behind every separator.
+QString Breakable(QString text) {
+  const QChar gap(0x200B);
+  return text.replace('\\', QString('\\') + gap).replace('/', QString('/') + gap);
+}
+
+/// Each line, or each word of it, in no more than `width`.
+QString Elided(const QString& text, QChar separator, const QFont& font, int width) {
+  QStringList lines = text.split('\n');
+  for (QString& line : lines) {
+    QStringList parts = line.split(separator);
+    for (QString& part : parts) part = QFontMetrics(font).elidedText(part, Qt::ElideMiddle, width);
+    line = parts.join(separator);
+  }
+  return lines.join('\n');
+}
 
 }  // namespace
 
@@ -113,6 +131,33 @@ QLabel* ScreenView::Bind(const char* control, const Label& label) {
     widget->setVisible(label.visible);
   });
   return widget;
+}
+
+void ScreenView::ShowWhole(QLabel& label, const std::string& text) const {
+  const QString plain = QString::fromStdString(text).remove('\r');
+  if (label.property("plain") == plain) return;
+  label.setProperty("plain", plain);
+  const QFont usual = FontOf(layout_.Of(label.objectName()));
+  QFont font = usual;
+  QString shown;
+  const auto fits = [&] {
+    const QRect place(0, 0, label.width(), 0);
+    const QSize room = QFontMetrics(font).boundingRect(place, Qt::TextWordWrap, shown).size();
+    return room.width() <= label.width() && room.height() <= label.height();
+  };
+  const auto fit = [&](const QString& candidate) {
+    shown = candidate;
+    for (font = usual; !fits() && font.pixelSize() > kSmallestText;) font.setPixelSize(font.pixelSize() - 1);
+    return fits();
+  };
+  shown = plain;
+  const bool whole = fits() || fit(Breakable(plain));
+  if (!whole && !fit(Elided(plain, ' ', usual, label.width())))
+    shown = Elided(plain, '\n', font, label.width());
+  label.setFont(font);
+  label.setText(shown);
+  label.setToolTip(whole ? QString() : plain);
+  label.setAccessibleName(plain);
 }
 
 HoverList* ScreenView::Bind(const char* control, List& list, const QString& name) {

@@ -27,6 +27,8 @@ class ScreenView : public QWidget {
   virtual void Sync();
   /// The true measure of the work that the screen shows.
   virtual void Measure(unsigned long long, unsigned long long, const std::string&) {}
+  /// Something that a user should know and that does not end the work.
+  virtual void Notice(const QString&) {}
   /// Puts the window there; WasMoved tells whether the user has moved it away since.
   void PlaceAt(QPoint position);
   bool WasMoved() const;
@@ -50,6 +52,9 @@ class ScreenView : public QWidget {
   PictureButton* BindTick(const char* control, const bool& ticked, const QString& name, const Action& toggle);
   void Bind(const Timer& timer, const Action& tick);
   QLabel* AddText(const char* control, const QString& text);
+  /// Shows all of a text of the system, however long: in smaller letters where they are needed, with paths
+  /// broken at their separators. What doesn't fit even so is left out in the middle, and told by the tooltip.
+  void ShowWhole(QLabel& label, const std::string& text) const;
 
   /// The button of the Enter key, and of closing the window and the Esc key.
   void SetDefault(PictureButton* button);

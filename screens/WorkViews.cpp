@@ -1,16 +1,32 @@
 #include "screens/WorkViews.h"
 
+#include "screens/Art.h"
+
 namespace quillon {
 
-frmLoad::frmLoad(LoadScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {
+frmLoad::frmLoad(LoadScreen& model, Desk& desk)
+    : ProgressView(model, desk, "ProgressBarUnzip"), model_(model) {
   setWindowTitle("Quillon is loading a route");
   Bind("lblRouteName", model.lblRouteName);
   Bind("lblFirstMessage", model.lblFirstMessage);
   Bind("lblTerrainInfo", model.lblTerrainInfo);
   Bind("lblMessage", model.lblMessage);
+  cardRoom_ = AddText("cardRoom", {});
+  lblRoom_ = AddText("lblRoom", {});
   PictureButton* ok = Bind("btnOK", model.btnOK, "Back to main screen.", [&model] { model.btnOKClick(); });
   SetDefault(ok);
   SetCancel(ok);
+}
+
+void frmLoad::Sync() {
+  ProgressView::Sync();
+  const Label& room = model_.lblRoom;
+  const bool shown = room.visible && !room.text.empty();
+  if (shown && cardRoom_->pixmap().isNull())
+    cardRoom_->setPixmap(Picture(LayoutOf("cardRoom").picture, cardRoom_->size(), devicePixelRatioF()));
+  if (shown) ShowWhole(*lblRoom_, room.text);
+  cardRoom_->setVisible(shown);
+  lblRoom_->setVisible(shown);
 }
 
 frmZipCheck::frmZipCheck(ZipCheckScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {

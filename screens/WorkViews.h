@@ -14,6 +14,12 @@ namespace quillon {
 class frmLoad : public ProgressView {
  public:
   frmLoad(LoadScreen& model, Desk& desk);
+
+  void Sync() override;
+
+ private:
+  LoadScreen& model_;
+  QLabel *cardRoom_, *lblRoom_;
 };
 
 class frmZipCheck : public ProgressView {

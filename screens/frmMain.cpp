@@ -104,11 +104,7 @@ void frmMain::ShowPreview() {
 
 void frmMain::ShowHint() {
   const bool boardIsFree = !model_.ListRoutes.visible && !model_.infoList.visible;
-  QStringList lines;
-  for (const QString& line : QString::fromStdString(model_.Hint()).split('\n'))
-    lines << (line.contains(' ') ? line
-                                 : hint_->fontMetrics().elidedText(line, Qt::ElideMiddle, hint_->width()));
-  if (const QString text = lines.join('\n'); hint_->text() != text) hint_->setText(text);
+  ShowWhole(*hint_, model_.Hint());
   hint_->setVisible(boardIsFree);
 }
 

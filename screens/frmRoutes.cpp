@@ -14,6 +14,7 @@ frmRoutes::frmRoutes(RoutesScreen& model, Desk& desk) : ScreenView(model, desk),
       Bind("cmdAddRoutes", m.cmdAddRoutes, "Add new routes to Quillon.", [&m] { m.cmdAddRoutesClick(); }));
   Bind("btnPack", m.btnPack, "Pack a route that's already installed.", [this] { PickRoute(); });
   Bind("btnZips", m.btnZips, "Browse original route zip files.", [&m] { m.btnZipsClick(); });
+  Bind("btnShelf", m.btnShelf, "Rescued files.", [&m] { m.btnShelfClick(); });
   Bind("btnClean", m.btnClean, "Perform clean up operation.", [&m] { m.btnCleanClick(); });
   Bind("btnCheckup", m.btnCheckup, "Check for problems.", [&m] { m.btnCheckupClick(); });
   Bind("btnHelp", m.btnHelp, "Need help?", [&m] { m.btnHelpClick(); })->setShortcut(Qt::Key_F1);

@@ -20,16 +20,18 @@ std::string Advice(const RunTimeError& error) {
     return "Take the read-only mark off it, or get the right to change it and its folder, and try again.";
   if (missing && (Contains(path, "MISC_INFO") || Contains(path, "QNNOIMAGE")))
     return "A delivered file is missing: run 'quillon setup' to lay it again.";
-  // A load may have stopped halfway.
+  if (Contains(path, "\\RESCUED\\") || Contains(UpperCase(error.reason()), "\\RESCUED\\"))
+    return "Nothing was put back. Move what stands in the way elsewhere, or copy the rescued files by hand.";
   if (path.ends_with(".QNZ") && (missing || is(ErrorNumber::InvalidFileFormat)))
-    return "Run Clean in the route manager ('quillon clean') first, and then add the route's zip again.";
+    return "Nothing of yours is lost. Copy the route's zip from original_zips\\Installed to downloaded_routes and "
+           "add it again; meanwhile load another route.";
   if (Contains(path, "\\DOWNLOADED_ROUTES\\") || Contains(path, "\\ROUTE_PICS\\") ||
       Contains(path, "\\ROUTE_INFO\\"))
     return "Take that zip out of downloaded_routes and add the others; its original may be mended or "
            "downloaded again.";
   if (Contains(path, "QUILLON-ROUTE"))
-    return "Close Train Simulator and try again; Clean in the route manager ('quillon clean') rebuilds the "
-           "working route.";
+    return "Nothing of yours is lost. Close Train Simulator and load again; Clean in the route manager ('quillon "
+           "clean') rebuilds the working route.";
   return "Mend what is said above and try again.";
 }
 

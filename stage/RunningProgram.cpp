@@ -6,6 +6,7 @@
 #include "catalogue/MainScreen.h"
 #include "catalogue/Notices.h"
 #include "catalogue/OptionsScreen.h"
+#include "catalogue/ShelfScreen.h"
 #include "checkup/CheckupScreens.h"
 #include "intake/InitProgScreen.h"
 #include "intake/RoutesScreen.h"
@@ -23,6 +24,7 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmRoutes") return std::make_unique<RoutesScreen>(program);
   if (name == "frmZipCheck") return std::make_unique<ZipCheckScreen>(program);
   if (name == "frmInitProg") return std::make_unique<InitProgScreen>(program);
+  if (name == "frmShelf") return std::make_unique<ShelfScreen>(program);
   if (name == "frmLoad") return std::make_unique<LoadScreen>(program);
   if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);
   if (name == "frmCleanUp") return std::make_unique<CleanUpScreen>(program);

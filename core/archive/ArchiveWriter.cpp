@@ -41,9 +41,13 @@ void ArchiveWriter::AddFiles(std::string_view path) {
                 [this](const std::string& folder, const std::string& name) { AddFiles(folder + name); });
     return;
   }
+  AddFile(path, StoredName(path));
+}
+
+void ArchiveWriter::AddFile(std::string_view path, std::string storedName) {
   FileSystem::Stamp stamp;
   if (files_.IsPathAFolder(path) || files_.Host().GetStamp(path, stamp) != FileCode::Ok) return;
-  Add({StoredName(path), std::string(path), -1, stamp.size,
+  Add({std::move(storedName), std::string(path), -1, stamp.size,
        static_cast<std::time_t>(stamp.modified / 1000000000)});
 }
 

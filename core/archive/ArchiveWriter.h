@@ -32,6 +32,8 @@ class ArchiveWriter {
   /// One file by full path, or a wildcard path, which walks subfolders and keeps the tree. What is missing,
   /// or a folder, adds nothing.
   void AddFiles(std::string_view path);
+  /// One file by full path, under a stored name of its own. What is missing, or a folder, adds nothing.
+  void AddFile(std::string_view path, std::string storedName);
   /// Takes out what was added and matches: one file by full path, or a wildcard on file names below a folder.
   void ExcludeFiles(std::string_view path);
   /// An entry of another archive travels as it is packed there, under a stored name of its own. A name that

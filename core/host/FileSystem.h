@@ -34,6 +34,9 @@ inline constexpr std::uint64_t kNoLimit = ~std::uint64_t{0};
 /// Attribute bits.
 inline constexpr std::uint32_t kReadOnly = 1, kHidden = 2, kSystem = 4, kFolder = 16, kArchive = 32;
 
+/// The end of the name that a file has while it is written; a process that was ended leaves such files.
+inline constexpr std::string_view kPartMark = ".part~";
+
 /// One name of a folder's listing.
 struct FoundFile {
   std::string name;              // as it is spelled on the disk, without a path
@@ -117,6 +120,17 @@ class FileSystem {
   virtual bool MayWrite(std::string_view folder) = 0;
   /// Bytes that a user may still write to the disk that holds `path`'s folder.
   virtual std::uint64_t FreeSpace(std::string_view path) = 0;
+  /// The disk that holds `path`, or its folder while it is missing.
+  struct Disk {
+    std::string name;        // equal for equal disks; empty when there is none
+    std::uint64_t size = 0;  // bytes
+  };
+  virtual Disk DiskOf(std::string_view path) = 0;
+
+  /// What was written to the disk that holds `path`, by this object or by a library that told Touched, is on
+  /// it when the call returns, names included: a power cut takes none of it back. Costs as long as the disk
+  /// takes, so once a step, not once a file.
+  virtual FileCode Flush(std::string_view path) = 0;
 
   /// While one lives, folders are listed once and remembered, so that a pass over thousands of files is
   /// linear. For passes during which no other program is expected to change the same folders.

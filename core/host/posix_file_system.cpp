@@ -61,8 +61,11 @@ class PosixFileSystem final : public FileSystem {
   void Touched(std::string_view path, bool exists) override;
   bool MayWrite(std::string_view folder) override;
   std::uint64_t FreeSpace(std::string_view path) override;
+  Disk DiskOf(std::string_view path) override;
+  FileCode Flush(std::string_view path) override;
 
  private:
+  std::string ExistingPart(std::string_view path);
   void BeginPass() override;
   void EndPass() override;
 
@@ -385,11 +388,38 @@ bool PosixFileSystem::MayWrite(std::string_view folder) {
   return ::access(HostPath(folder).c_str(), W_OK | X_OK) == 0;
 }
 
-std::uint64_t PosixFileSystem::FreeSpace(std::string_view path) {
+/// The host's name of `path`, or of the nearest folder above that is there; empty without one.
+std::string PosixFileSystem::ExistingPart(std::string_view path) {
   std::string host = HostPath(path);
+  struct stat found;
+  while (!host.empty() && ::stat(host.c_str(), &found) != 0) host.resize(host.rfind('/'));
+  return host;
+}
+
+std::uint64_t PosixFileSystem::FreeSpace(std::string_view path) {
+  const std::string host = ExistingPart(path);
   struct statvfs disk;
-  while (!host.empty() && ::statvfs(host.c_str(), &disk) != 0) host.resize(host.rfind('/'));
-  return host.empty() ? 0 : std::uint64_t{disk.f_bavail} * disk.f_frsize;
+  if (host.empty() || ::statvfs(host.c_str(), &disk) != 0) return 0;
+  return std::uint64_t{disk.f_bavail} * disk.f_frsize;
+}
+
+PosixFileSystem::Disk PosixFileSystem::DiskOf(std::string_view path) {
+  const std::string host = ExistingPart(path);
+  struct stat found;
+  struct statvfs disk;
+  if (host.empty() || ::stat(host.c_str(), &found) != 0 || ::statvfs(host.c_str(), &disk) != 0) return {};
+  return {std::to_string(found.st_dev), std::uint64_t{disk.f_blocks} * disk.f_frsize};
+}
+
+FileCode PosixFileSystem::Flush(std::string_view path) {
+  Idle();
+  const std::string host = ExistingPart(path);
+  const Descriptor place(::open(host.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  if (!place.IsOpen()) return host.empty() ? FileCode::PathNotFound : CodeOf(errno, host);
+  // Some network disks have no such call: they write when a file is closed.
+  if (::syncfs(place.Number()) != 0 && errno != EINVAL && errno != ENOSYS && errno != ENOTSUP)
+    return CodeOf(errno, host);
+  return FileCode::Ok;
 }
 
 }  // namespace

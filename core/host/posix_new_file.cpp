@@ -12,12 +12,13 @@
 #include <cstddef>
 #include <utility>
 
+#include "core/host/FileSystem.h"
+
 namespace quillon {
 namespace {
 
 constexpr std::size_t kBufferSize = 65536;
 constexpr std::uint64_t kBetweenIdles = 8u << 20;  // bytes that a disk copies without being felt
-constexpr std::string_view kPartMark = ".part~";
 
 std::string HostFolder(const std::string& host) {
   return host.substr(0, std::max<std::size_t>(host.rfind('/'), 1));

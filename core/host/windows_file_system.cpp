@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <unordered_set>
 #include <utility>
 
 #include "core/Text.h"
@@ -52,9 +53,11 @@ class WindowsFileSystem final : public FileSystem {
   FileCode Open(std::string_view path, bool append, std::unique_ptr<OutputFile>& file) override;
   FileCode GetStamp(std::string_view path, Stamp& stamp) override;
   std::string HostPath(std::string_view path) override;
-  void Touched(std::string_view, bool) override {}
+  void Touched(std::string_view path, bool exists) override;
   bool MayWrite(std::string_view folder) override;
   std::uint64_t FreeSpace(std::string_view path) override;
+  Disk DiskOf(std::string_view path) override;
+  FileCode Flush(std::string_view path) override;
 
  private:
   void BeginPass() override {}
@@ -63,6 +66,8 @@ class WindowsFileSystem final : public FileSystem {
   FileCode FindAll(WindowsPath& path, std::vector<FoundFile>& found);
   FileCode LocateTarget(std::string_view path, Target& target);
   FileCode CopyBytes(const std::wstring& from, const std::wstring& to);
+
+  std::unordered_set<std::wstring> unflushed_;  // files written since the last Flush
 };
 
 /// Attributes of what `path` names; the code says why there are none.
@@ -241,8 +246,10 @@ FileCode WindowsFileSystem::Copy(std::string_view from, std::string_view to) {
   const std::wstring path = source.Call();
   if (target.Replaces() && AreOneFile(path, target.path)) return FileCode::SharingViolation;
   PartFile part(target.path);
-  const FileCode code = CopyBytes(path, part.Name());
-  return code == FileCode::Ok ? part.Publish() : code;
+  FileCode code = CopyBytes(path, part.Name());
+  if (code == FileCode::Ok) code = part.Publish();
+  if (code == FileCode::Ok) unflushed_.insert(target.path);
+  return code;
 }
 
 /// No exception may pass through the platform's copying: it ends that, and goes on afterwards.
@@ -321,7 +328,9 @@ FileCode WindowsFileSystem::Replace(std::string_view path, std::string_view byte
                             attributes & (FILE_ATTRIBUTE_NORMAL | kHidden | kSystem | kArchive), nullptr));
   if (!file.IsOpen()) return LastCode();
   if (const FileCode code = WriteAll(file.Get(), bytes); code != FileCode::Ok) return code;
-  return file.Close() ? part.Publish(true) : LastCode();
+  if (!file.Close()) return LastCode();
+  unflushed_.insert(target.path);
+  return part.Publish(true);
 }
 
 FileCode WindowsFileSystem::Open(std::string_view path, bool append, std::unique_ptr<OutputFile>& file) {
@@ -334,6 +343,7 @@ FileCode WindowsFileSystem::Open(std::string_view path, bool append, std::unique
                                       kShareAll, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   if (handle == INVALID_HANDLE_VALUE) return LastCode();
   file = std::make_unique<WindowsOutputFile>(handle);
+  unflushed_.insert(target.path);
   // Emptied when it is open: hidden files are refused to whom makes them anew.
   return append || ::SetEndOfFile(handle) != 0 ? FileCode::Ok : LastCode();
 }
@@ -366,6 +376,44 @@ std::uint64_t WindowsFileSystem::FreeSpace(std::string_view path) {
     if (named.text.names.empty()) return 0;
     named.text.names.pop_back();
   }
+}
+
+WindowsFileSystem::Disk WindowsFileSystem::DiskOf(std::string_view path) {
+  Idle();
+  WindowsPath named = TakeApart(path);
+  if (!named.Named()) return {};
+  for (;;) {
+    ULARGE_INTEGER free, whole;
+    if (::GetDiskFreeSpaceExW(named.Call().c_str(), &free, &whole, nullptr) != 0) {
+      std::wstring volume(named.Call().size() + MAX_PATH, L'\0');
+      if (::GetVolumePathNameW(named.Call().c_str(), volume.data(), static_cast<DWORD>(volume.size())) == 0)
+        return {};
+      volume.resize(volume.find(L'\0'));
+      return {UpperCase(Narrow(volume)), whole.QuadPart};
+    }
+    if (named.text.names.empty()) return {};
+    named.text.names.pop_back();
+  }
+}
+
+void WindowsFileSystem::Touched(std::string_view path, bool exists) {
+  const WindowsPath named = TakeApart(path);
+  if (exists && named.Named()) unflushed_.insert(named.Call());
+}
+
+/// A whole disk is flushed for an administrator only, so each file is: all but the last without waiting for
+/// the device. A file that has gone, or was renamed by a journal of the disk's own, needs none.
+FileCode WindowsFileSystem::Flush(std::string_view) {
+  FileCode result = FileCode::Ok;
+  std::size_t left = unflushed_.size();
+  for (const auto& path : unflushed_) {
+    Idle();
+    const Handle file(OpenExisting(path, GENERIC_WRITE));
+    const bool last = --left == 0;
+    if (file.IsOpen() && !FlushFile(file.Get(), last)) result = LastCode();
+  }
+  unflushed_.clear();
+  return result;
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "core/host/windows_new_file.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "core/host/windows_errors.h"
@@ -10,7 +11,6 @@ namespace quillon {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
-constexpr std::wstring_view kPartMark = L".part~";
 constexpr DWORD kMostBytes = 1u << 30, kPause = 20;  // of one call; milliseconds
 constexpr int kTries = 10;
 
@@ -18,7 +18,7 @@ constexpr int kTries = 10;
 std::wstring PartName(const std::wstring& path) {
   const std::size_t start = path.rfind(L'\\') + 1;
   const std::size_t kept = std::min(path.size() - start, kLongestName - kPartMark.size());
-  return path.substr(0, start + kept).append(kPartMark);
+  return path.substr(0, start + kept).append(kPartMark.begin(), kPartMark.end());
 }
 
 /// A file that is in use can't be replaced, either; the platform says that it is forbidden.
@@ -48,6 +48,16 @@ FileCode PartFile::Publish(bool flush) {
   }
   part_.clear();
   return FileCode::Ok;
+}
+
+bool FlushFile(HANDLE file, bool wait) {
+  using Flush = LONG(WINAPI*)(HANDLE, ULONG, PVOID, ULONG, PVOID);
+  constexpr ULONG kNoDeviceSync = 2;
+  static const auto flush = reinterpret_cast<Flush>(
+      reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "NtFlushBuffersFileEx")));
+  std::array<ULONG_PTR, 2> status = {};
+  if (!wait && flush != nullptr && flush(file, kNoDeviceSync, nullptr, 0, status.data()) >= 0) return true;
+  return ::FlushFileBuffers(file) != 0;
 }
 
 FileCode WriteAll(HANDLE file, std::string_view bytes) {

@@ -28,6 +28,10 @@ class PartFile {
   std::wstring path_, part_;
 };
 
+/// Writes out what the platform holds back of an open file; with `wait` it returns when the device has all of
+/// it and of what was flushed before. False: GetLastError tells why.
+bool FlushFile(HANDLE file, bool wait);
+
 FileCode WriteAll(HANDLE file, std::string_view bytes);
 
 /// Takes the read-only mark off a file and deletes it.

@@ -90,7 +90,9 @@ void HoverList::Hover(QPoint position) {
   if (OnHover) OnHover(indexAt(position).row(), position.y());
 }
 
-void HoverList::mouseMoveEvent(QMouseEvent* event) { Hover(event->pos()); }
+void HoverList::mouseMoveEvent(QMouseEvent* event) {
+  if (followsPointer_) Hover(event->pos());
+}
 
 void HoverList::mousePressEvent(QMouseEvent* event) {
   Hover(event->pos());
@@ -101,7 +103,7 @@ void HoverList::mousePressEvent(QMouseEvent* event) {
 
 void HoverList::wheelEvent(QWheelEvent* event) {
   QListView::wheelEvent(event);
-  if (OnHover) OnHover(indexAt(event->position().toPoint()).row(), height() / 2);
+  if (OnHover && followsPointer_) OnHover(indexAt(event->position().toPoint()).row(), height() / 2);
 }
 
 void HoverList::keyPressEvent(QKeyEvent* event) {

@@ -1,4 +1,4 @@
-// A list that selects what the pointer passes over.
+// A list that selects what the pointer passes over, or what is pressed.
 #pragma once
 
 #include <QListView>
@@ -20,6 +20,9 @@ class HoverList : public QListView {
   /// The pointer is over a row, -1 for none, `y` pixels below the list's top; or a key has reached the row.
   std::function<void(int row, int y)> OnHover;
   std::function<void()> OnLeftPress, OnRightPress, OnEscape;
+
+  /// When false, only presses and keys reach a row.
+  void SetFollowsPointer(bool follows) { followsPointer_ = follows; }
 
   /// Makes it equal to the model's. The list's own end limits `top`.
   void Sync(List& list);
@@ -43,7 +46,7 @@ class HoverList : public QListView {
   const ControlLayout& layout_;
   std::vector<std::string> rows_;
   QStringListModel texts_;
-  bool syncing_ = false;
+  bool syncing_ = false, followsPointer_ = true;
   int top_ = 0;
 };
 

@@ -35,6 +35,7 @@ class FaultSweep : public ProgramTest {
  protected:
   FaultSweep() {
     EXPECT_EQ(FirstRun(), 0);
+    EXPECT_EQ(Run("clean"), 0);  // now with the shared extras that each route gets
     Store("valley");
     Store("hill");
     SetIni("scripts.ini", "hill", "Script", "Hill");
@@ -48,6 +49,7 @@ class FaultSweep : public ProgramTest {
     Drive("valley");
     Write(GamePath("SAVES\\Quillon-route\\mine.sav"), "saved game");
     Play("Activities\\mine.act", "an activity of the user's");
+    Play("Activities\\pack\\mine.act", "an activity in a folder");
     fs::copy(ToPath(Root()), ToPath(start_), fs::copy_options::recursive | fs::copy_options::copy_symlinks);
     ReferenceRun();
   }
@@ -118,8 +120,9 @@ class FaultSweep : public ProgramTest {
       const bool touched = below("game\\routes\\quillon-route\\") || below("game\\saves\\quillon-route\\") ||
                            below("game\\trains\\consists\\hill.con") || below("app\\routes\\saves\\") ||
                            below("app\\routes\\terrain_cache\\valley") || below("game\\quillon_extras\\") ||
-                           name.ends_with(".ini") || name.ends_with("!\\current.tsl") ||
-                           name.ends_with("!\\default.tsl") ||
+                           below("app\\rescued\\") || name.ends_with(".ini") ||
+                           name.ends_with("!\\current.tsl") || name.ends_with("!\\default.tsl") ||
+                           name.ends_with("!\\placed.tsl") ||
                            (below("app\\routes\\activities\\") && Contains(name, "\\valley\\"));
       if (!touched && !below("home\\")) outside[name] = bytes;
     }
@@ -136,9 +139,12 @@ class FaultSweep : public ProgramTest {
     return names;
   }
 
-  bool SomewhereIs(const Strings& places, const std::string& bytes) const {
-    return std::any_of(places.begin(), places.end(),
-                       [&](const auto& place) { return Exists(place) && ReadBytes(place) == bytes; });
+  /// What the user has made is still there, whatever its name.
+  void CheckOwnWork() const {
+    const auto tree = Tree(Root());
+    for (const std::string bytes : {"saved game", "an activity of the user's", "an activity in a folder"})
+      EXPECT_TRUE(std::any_of(tree.begin(), tree.end(), [&](const auto& file) { return file.second == bytes; }))
+          << bytes;
   }
 
   /// What must hold right after the fault, and what a clean-up and a new load must bring about.
@@ -148,19 +154,16 @@ class FaultSweep : public ProgramTest {
     if (!finished && Loaded() != "valley") {
       EXPECT_EQ(Differences(recorded_, Tree(WorkingPath(""))), Strings()) << Loaded();
     }
-    EXPECT_TRUE(
-        SomewhereIs({GamePath("SAVES\\Quillon-route\\mine.sav"), AppPath("routes\\Saves\\valley\\mine.sav")},
-                    "saved game"));
-    EXPECT_TRUE(SomewhereIs(
-        {WorkingPath("Activities\\mine.act"), AppPath("routes\\activities\\activities\\valley\\mine.act")},
-        "an activity of the user's"));
-    if (loadAgain) {
-      Run("load", "hill");  // may refuse, and then sends the user to the clean-up
-      EXPECT_EQ(Differences(outside_, Outside()), Strings());
-    }
-    EXPECT_EQ(Run("clean"), 0) << Last("error");
+    CheckOwnWork();
+    if (loadAgain)
+      EXPECT_EQ(Run("load", "hill"), 0) << Last("error");
+    else
+      EXPECT_EQ(Run("clean"), 0) << Last("error");
+    CheckOwnWork();
+    EXPECT_EQ(Current({"PutAway", "Loading"}), std::string(kMissing) + "|" + kMissing);
     EXPECT_EQ(Run("load", "hill"), 0) << Last("error");
     EXPECT_EQ(Differences(loaded_, Tree(WorkingPath(""))), Strings());
+    CheckOwnWork();
     EXPECT_EQ(Differences(outside_, Outside()), Strings());
   }
 

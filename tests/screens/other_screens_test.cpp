@@ -5,8 +5,10 @@
 #include <QUrl>
 
 #include "catalogue/OptionsScreen.h"
+#include "catalogue/ShelfScreen.h"
 #include "core/Text.h"
 #include "intake/RoutesScreen.h"
+#include "loading/LoadScreen.h"
 #include "screens/Fonts.h"
 #include "screens/Views.h"
 #include "tests/screens/ScreensTest.h"
@@ -26,6 +28,20 @@ class OtherScreensTest : public ScreensTest {
     ASSERT_TRUE(enter.isAccepted());
     QDropEvent drop({50, 50}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&View(screen), &drop);
+  }
+  void ExpectWhole(const QLabel& label) {
+    const QRect room =
+        label.fontMetrics().boundingRect(QRect(0, 0, label.width(), 2000), Qt::TextWordWrap, label.text());
+    const std::string name =
+        label.window()->objectName().toStdString() + " " + label.objectName().toStdString();
+    EXPECT_LE(room.height(), label.height()) << name;
+    EXPECT_LE(room.width(), label.width()) << name;
+  }
+  /// A rescued activity of the route.
+  void Rescue(const std::string& zip, const std::string& day, const std::string& why) {
+    const std::string folder = "rescued\\" + zip + "\\" + day + " 12-30-00";
+    Write(AppPath(folder + "\\shelf.txt"), why + "\r\n");
+    Write(AppPath(folder + "\\app\\routes\\Saves\\" + zip + "\\x.sav"), zip);
   }
 };
 
@@ -90,6 +106,65 @@ TEST_F(OtherScreensTest, PackAsksAboutARealRoute) {
   EXPECT_EQ(program_->Get().shared.PackNameField, "my route");
   EXPECT_EQ(program_->Get().shared.PackParentField, LowerCase(Game()) + "\\routes");
   EXPECT_FALSE(IsOpen("frmPackConfirm"));
+}
+
+TEST_F(OtherScreensTest, ARescueIsChosenByKeyPutBackAndDeleted) {
+  const std::string endless(300, 'x');
+  Rescue("valley", "2026-05-01", "A load " + endless + " " + endless);
+  Rescue("glacier", "2026-05-02", "A load.");
+  Start();
+  Click("frmMain", "btnManage");
+  AnswerBoxes("Yes");
+  QTimer shown;
+  QObject::connect(&shown, &QTimer::timeout, [&] {
+    if (!IsOpen("frmShelf") || ModelOf<ShelfScreen>("frmShelf").ListShelf.rows.empty()) return;
+    shown.stop();
+    auto& rows = Control<HoverList>("frmShelf", "ListShelf");
+    EXPECT_TRUE(rows.hasFocus());
+    EXPECT_FALSE(ButtonOf("frmShelf", "btnDrop").isEnabled());
+    for (const int key : {Qt::Key_Down, Qt::Key_End}) QTest::keyClick(&rows, static_cast<Qt::Key>(key));
+    ExpectWhole(Control<QLabel>("frmShelf", "lblWhy"));
+    Hover(rows, RowAt(rows, 0));
+    QTest::keyClick(&rows, Qt::Key_Return);
+    Click("frmShelf", "btnPutBack");
+    EXPECT_EQ(ReadBytes(AppPath("routes\\Saves\\valley\\x.sav")), "valley") << "hovering is not selecting";
+    EXPECT_FALSE(Exists(AppPath("routes\\Saves\\glacier\\x.sav")));
+    Press(rows, 0);
+    EXPECT_EQ(TextOf("frmShelf", "lblWhy").substr(0, 8), "A load.\n");
+    Click("frmShelf", "btnDrop");
+    EXPECT_FALSE(Exists(AppPath("rescued\\glacier"))) << boxes_;
+    EXPECT_TRUE(Exists(AppPath("rescued\\valley")));
+    EXPECT_EQ(rows.model()->rowCount(), 1);
+    QTest::keyClick(&rows, Qt::Key_Escape);
+  });
+  shown.start(10);
+  Click("frmRoutes", "btnShelf");
+  EXPECT_FALSE(IsOpen("frmShelf"));
+  EXPECT_EQ(program_->Screens().Top()->Name(), "frmRoutes");
+}
+
+TEST_F(OtherScreensTest, ANoticeOutlivesTheMeasureAndTheCardShowsOnlyWithItsText) {
+  Start();
+  const auto screen = MakeScreen(program_->Get(), "frmLoad");
+  auto& load = dynamic_cast<LoadScreen&>(*screen);
+  const auto view = MakeView(load, frontEnd_);
+  const auto label = [&](const char* name) { return view->findChild<QLabel*>(name); };
+  load.working = true;
+  view->Notice(QString(200, 'x'));
+  view->Measure(1 << 20, 2 << 20, "bytes");
+  view->Sync();
+  EXPECT_TRUE(label("lblDetail")->text().startsWith("xxx"));
+  EXPECT_EQ(label("lblDetail")->toolTip().size(), 200);
+  ExpectWhole(*label("lblDetail"));
+  EXPECT_TRUE(label("cardRoom")->isHidden());
+  load.working = false;
+  load.lblRoom = {"C:\\Program Files\\Microsoft Games\\Train Simulator: 1 MB needed, 2 MB free\r\n" + Home() +
+                      std::string(90, 'x') + ": 1 MB needed, 2 MB free",
+                  true};
+  view->Sync();
+  EXPECT_EQ(label("lblDetail")->text(), "");
+  EXPECT_FALSE(label("cardRoom")->isHidden());
+  ExpectWhole(*label("lblRoom"));
 }
 
 TEST_F(OtherScreensTest, OptionsKeepWhatWasTyped) {
@@ -161,19 +236,15 @@ TEST_F(OtherScreensTest, NoTextIsCut) {
   Start();
   Program& program = program_->Get();
   program.shared.PackNameField = "great western main line and its branches";
-  for (const char* screen : {"frmMain", "frmOptions", "frmRoutes", "frmWelcome", "frmNoAct",
-                             "frmCleanUpNotice", "frmPackConfirm", "frmCustomConsist", "frmZipCheck",
-                             "frmInitProg", "frmCleanUp", "frmReportOptions", "frmActivityCheck"}) {
+  for (const char* screen :
+       {"frmMain", "frmOptions", "frmRoutes", "frmWelcome", "frmNoAct", "frmCleanUpNotice", "frmPackConfirm",
+        "frmCustomConsist", "frmZipCheck", "frmInitProg", "frmCleanUp", "frmReportOptions",
+        "frmActivityCheck", "frmShelf"}) {
     const auto model = MakeScreen(program, screen);
     if (auto* routes = dynamic_cast<RoutesScreen*>(model.get())) routes->Explain("btnClean");
     const auto view = MakeView(*model, frontEnd_);
     view->Sync();
-    for (const QLabel* label : view->findChildren<QLabel*>()) {
-      const QRect room = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 2000),
-                                                           Qt::TextWordWrap, label->text());
-      EXPECT_LE(room.height(), label->height()) << screen << " " << label->objectName().toStdString();
-      EXPECT_LE(room.width(), label->width()) << screen << " " << label->objectName().toStdString();
-    }
+    for (const QLabel* label : view->findChildren<QLabel*>()) ExpectWhole(*label);
     const ScreenLayout layout(screen);
     for (const PictureButton* button : view->findChildren<PictureButton*>()) {
       const ControlLayout& place = layout.Of(button->objectName());

@@ -16,6 +16,9 @@ class Fault {
   virtual ~Fault() = default;
   /// Ok: the call goes on. Anything else is what the call answers.
   virtual FileCode Strike() = 0;
+  /// A file has got bytes, or a name, that are not on the disk yet; and all of them are.
+  virtual void Wrote(std::string_view) {}
+  virtual void Flushed() {}
 };
 
 /// `fault` outlives the object.
@@ -37,9 +40,17 @@ class FaultyFiles : public FileSystem {
   std::string HostPath(std::string_view path) override { return host_->HostPath(path); }
   bool MayWrite(std::string_view folder) override { return host_->MayWrite(folder); }
   std::uint64_t FreeSpace(std::string_view path) override { return host_->FreeSpace(path); }
+  Disk DiskOf(std::string_view path) override { return host_->DiskOf(path); }
+  FileCode Flush(std::string_view path) override {
+    return Or([&] {
+      fault_.Flushed();
+      return host_->Flush(path);
+    });
+  }
   /// An archive's file was placed: no more can go wrong, but the process may die here.
   void Touched(std::string_view path, bool exists) override {
     host_->Touched(path, exists);
+    if (exists) fault_.Wrote(path);
     fault_.Strike();
   }
 
@@ -53,6 +64,7 @@ class FaultyFiles : public FileSystem {
     return Or([&] { return host_->Move(from, to); });
   }
   FileCode Copy(std::string_view from, std::string_view to) override {
+    fault_.Wrote(to);
     return Or([&] { return host_->Copy(from, to); });
   }
   FileCode CreateFolder(std::string_view path) override {
@@ -62,6 +74,7 @@ class FaultyFiles : public FileSystem {
     return Or([&] { return host_->RemoveFolder(path); });
   }
   FileCode Replace(std::string_view path, std::string_view bytes) override {
+    fault_.Wrote(path);
     return Or([&] { return host_->Replace(path, bytes); });
   }
   FileCode Open(std::string_view path, bool append, std::unique_ptr<OutputFile>& file) override {

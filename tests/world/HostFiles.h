@@ -14,7 +14,8 @@ namespace quillon {
 struct RecordedMeter : CopyMeter {
   void CopyFoundNothing(std::string_view caption) override { captions.emplace_back(caption); }
   void CopyMoved(int position) override { positions.push_back(position); }
-  std::vector<std::string> captions;
+  void CopyFailed(std::string_view path, FileCode) override { failed.emplace_back(path); }
+  std::vector<std::string> captions, failed;
   std::vector<int> positions;
 };
 

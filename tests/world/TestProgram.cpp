@@ -66,7 +66,7 @@ void TestProgram::MakeGame() const {
 
 int TestProgram::Run(const Command& command) {
   output_.events.clear();
-  if (!session_) session_ = std::make_unique<Session>(options, output_);
+  if (!session_) session_ = std::make_unique<Session>(options, output_, makeFiles ? makeFiles() : nullptr);
   const int status = session_->Run(command);
   if (!kept_) session_.reset();  // lets go of the instance lock
   return status;

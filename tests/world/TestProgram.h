@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -34,6 +35,8 @@ class TestProgram {
 
   /// The options of the sessions to come.
   Options options;
+  /// What the sessions to come have for a file system; the host's own without it.
+  std::function<std::unique_ptr<FileSystem>()> makeFiles;
 
   // Commands. Each gives the exit status and forgets the events of the one before. Without KeepSession each
   // has a session, as a process, of its own.

@@ -1,0 +1,161 @@
+#include "catalogue/IntakeJournal.h"
+
+#include <utility>
+
+#include "catalogue/Catalogue.h"
+#include "core/Text.h"
+#include "core/archive/ArchiveReader.h"
+#include "shelf/Rescue.h"
+
+namespace quillon {
+namespace {
+
+constexpr const char* kOlder = ".older~";
+constexpr const char *kCopied = "copied ", *kRebuilt = "rebuilt ", *kWorkFolder = "folder ";
+
+}  // namespace
+
+void IntakeJournal::Begin() {
+  if (!list_) list_ = std::make_unique<ListFile>(program_.files, program_.app.IntakeJournal(), true);
+}
+
+void IntakeJournal::Note(const char* what, const std::string& name) {
+  Begin();
+  list_->Add(what + name);
+}
+
+void IntakeJournal::WorkFolderComes(const std::string& folder) { Note(kWorkFolder, folder); }
+
+void IntakeJournal::OriginalComes(const std::string& zip) {
+  const std::string original = Original(zip);
+  if (program_.files.AreEqual(original, Download(zip))) return;  // it came before, and stays
+  Note(kCopied, zip);
+  if (!program_.files.FileExists(original)) return;
+  program_.files.KillIfThere(Older(zip));
+  program_.files.Rename(original, Older(zip));
+}
+
+void IntakeJournal::RebuiltComes(const std::string& zip) {
+  Note(kRebuilt, zip);
+  program_.files.Flush(program_.app.IntakeJournal());
+}
+
+void IntakeJournal::TakeOriginalBack(const std::string& zip) {
+  Files& files = program_.files;
+  const bool olderWaits = files.FileExists(Older(zip));
+  // Without one, another file than the copy is the older original, which is back already.
+  if (olderWaits || files.AreEqual(Original(zip), Download(zip))) files.KillIfThere(Original(zip));
+  if (olderWaits) files.Rename(Older(zip), Original(zip));
+}
+
+void IntakeJournal::End() {
+  for (const auto& name : program_.files.ListFiles(program_.app.Installed() + "\\*" + kOlder))
+    KeepOlder(CutAtLastDot(name.substr(0, name.size() - std::string_view(kOlder).size())));
+  list_.reset();
+  program_.files.KillIfThere(program_.app.IntakeJournal());
+}
+
+void IntakeJournal::KeepOlder(const std::string& zip) {
+  Rescue rescue(program_, zip, "Another zip of the same name was added: this is the original of before.");
+  rescue.Keep(Older(zip), Original(zip));
+  rescue.Close();
+  program_.files.KillIfThere(Older(zip));
+}
+
+void IntakeJournal::TakeBackWhatWasCutShort() {
+  const std::string journal = program_.app.IntakeJournal();
+  if (!program_.files.FileExists(journal)) return;
+  const auto lines = Lines(program_.files.ReadAll(journal));
+  for (const auto& line : lines)
+    if (line.starts_with(kRebuilt)) FinishRebuilt(line.substr(std::string_view(kRebuilt).size()));
+  bool taken = false;
+  for (const auto& line : lines) {
+    if (line.starts_with(kWorkFolder)) RemoveWorkFolder(line.substr(std::string_view(kWorkFolder).size()));
+    if (!line.starts_with(kCopied)) continue;
+    const std::string zip = line.substr(std::string_view(kCopied).size());
+    taken |= FinishOriginal(zip);
+    for (const auto& name : {zip, "Quillon-" + zip}) {
+      FinishRouteFile(name);
+      FinishStores(name);
+    }
+  }
+  for (const auto* rest : {"*.tmp", "*.part~"})
+    program_.files.KillIfThere(program_.app.DownloadedRoutes() + "\\" + rest);
+  program_.files.KillIfThere(journal);
+  if (taken) program_.TellHealed("Adding routes was cut short: what is still among the downloads is added next time.");
+}
+
+/// A known route has its old file until its new zip is taken in: its stores are filled from that again.
+void IntakeJournal::FinishStores(const std::string& zip) {
+  const Installation& app = program_.app;
+  if (!program_.files.FileExists(app.RouteFile(zip)) || !program_.files.FileExists(Download(zip))) return;
+  ArchiveReader reader(program_.files, [] {});
+  reader.InputFile = app.RouteFile(zip);
+  reader.KeepFolders = false;
+  reader.ReadDirectory();
+  for (const auto& [store, pattern] : {std::pair(app.Activities(zip), "*.act"), std::pair(app.Services(zip), "*.srv"),
+                                       std::pair(app.Paths(zip), "*.pat"), std::pair(app.Traffic(zip), "*.trf"),
+                                       std::pair(app.Consists(zip), "*.con")}) {
+    reader.OutputFolder = store + "\\";
+    reader.ClearFilters();
+    reader.AddFilter(pattern);
+    reader.Extract();
+  }
+}
+
+/// The rebuilt zip, and the original in Installed, are all that the next intake needs.
+void IntakeJournal::FinishRebuilt(const std::string& zip) {
+  const std::string written = program_.app.DownloadedRoutes() + "\\" + zip + ".tmp";
+  if (program_.files.FileExists(written)) {
+    ArchiveReader reader(program_.files, [] {});
+    reader.InputFile = written;
+    reader.ReadDirectory();
+    const bool isLast = reader.EntryCount() > 0 && !program_.files.FileExists(Download(zip)) &&
+                        !program_.files.FileExists(Download("Quillon-" + zip));
+    if (isLast)
+      program_.files.Rename(written, Download("Quillon-" + zip));
+    else
+      program_.files.KillIfThere(written);
+  }
+  if (program_.files.FileExists(Download("Quillon-" + zip)) &&
+      program_.files.AreEqual(Download(zip), Original(zip)))
+    program_.files.KillIfThere(Download(zip));
+}
+
+/// Only with the mark of ours in it, or when nothing is.
+void IntakeJournal::RemoveWorkFolder(const std::string& folder) {
+  Files& files = program_.files;
+  if (files.FileExists(folder + kWorkFolderMark))
+    files.DelTree(folder);
+  else
+    files.Host().RemoveFolder(folder);
+}
+
+/// A route that is known gets its new file; for any other the next intake makes it again.
+void IntakeJournal::FinishRouteFile(const std::string& zip) {
+  const std::string copy = program_.app.Routes() + "\\" + zip + ".zip", file = program_.app.RouteFile(zip);
+  if (!program_.files.FileExists(copy)) return;
+  const bool isKnown = Catalogue(program_).NameOf(zip, kNoData) != kNoData;
+  if (isKnown && !program_.files.FileExists(file))
+    program_.files.Rename(copy, file);
+  else
+    program_.files.KillIfThere(copy);
+}
+
+/// While the download is there the next intake copies it again; without it the copy is the original.
+bool IntakeJournal::FinishOriginal(const std::string& zip) {
+  Files& files = program_.files;
+  if (files.FileExists(Download(zip))) {
+    TakeOriginalBack(zip);
+    return true;
+  }
+  if (!files.FileExists(Older(zip))) return false;
+  if (!files.FileExists(Original(zip))) {
+    files.Rename(Older(zip), Original(zip));
+    return true;
+  }
+  KeepOlder(zip);
+  return true;
+}
+
+}  // namespace quillon

@@ -1,0 +1,55 @@
+// What a running intake has done to the downloads and their originals, line by line, for the case that it is
+// cut short.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "core/Program.h"
+
+namespace quillon {
+
+/// Tells a work folder of ours from a user's route; holds the path of the download that it is for.
+inline constexpr const char* kWorkFolderMark = "\\quillon-work-folder";
+
+class IntakeJournal {
+ public:
+  explicit IntakeJournal(Program& program) : program_(program) {}
+
+  /// An intake begins, unless one goes on.
+  void Begin();
+  /// A folder among the game's routes is about to be made, with kWorkFolderMark in it.
+  void WorkFolderComes(const std::string& folder);
+  /// The download `zip` is about to be copied to `Installed`. An older original of that name is set aside.
+  void OriginalComes(const std::string& zip);
+  /// The rebuilt zip of `zip` is whole and about to get its name: from then on the download is no longer
+  /// needed.
+  void RebuiltComes(const std::string& zip);
+  /// The intake does not take `zip`: its copy in `Installed` goes, and an older original comes back.
+  void TakeOriginalBack(const std::string& zip);
+  /// All went well: older originals go.
+  void End();
+
+  /// At the next start.
+  void TakeBackWhatWasCutShort();
+
+ private:
+  std::string Original(const std::string& zip) const { return program_.app.Installed() + "\\" + zip + ".zip"; }
+  std::string Older(const std::string& zip) const { return Original(zip) + ".older~"; }
+  /// The older original goes to the shelf.
+  void KeepOlder(const std::string& zip);
+  std::string Download(const std::string& zip) const {
+    return program_.app.DownloadedRoutes() + "\\" + zip + ".zip";
+  }
+  void Note(const char* what, const std::string& name);
+  void RemoveWorkFolder(const std::string& folder);
+  void FinishRebuilt(const std::string& zip);
+  void FinishStores(const std::string& zip);
+  void FinishRouteFile(const std::string& zip);
+  bool FinishOriginal(const std::string& zip);
+
+  Program& program_;
+  std::unique_ptr<ListFile> list_;
+};
+
+}  // namespace quillon

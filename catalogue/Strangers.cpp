@@ -1,0 +1,60 @@
+#include "catalogue/Strangers.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "catalogue/LoadLists.h"
+#include "core/Text.h"
+#include "shelf/PlacedRecord.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::string_view kPatterns[] = {"\\*.trk", "\\WORLD\\*.w"};
+
+bool IsInACustomFolder(Program& program, const std::string& below) {
+  std::vector<FoundFile> routes;
+  program.files.Host().Find(program.app.Custom("*.*"), routes);
+  return std::any_of(routes.begin(), routes.end(), [&](const FoundFile& route) {
+    return !route.dots() && program.files.FileExists(program.app.Custom(route.name) + below);
+  });
+}
+
+/// A track file may be among the default files.
+bool IsOfTheDefaultState(Program& program, const std::string& below) {
+  const auto isIn = [&](std::string_view folder) {
+    return program.files.FileExists(program.BelowGame(folder) + below);
+  };
+  return isIn("\\TEMPLATE") || std::any_of(kDefaultRoutes.begin(), kDefaultRoutes.end(), isIn);
+}
+
+}  // namespace
+
+std::string StrangerInWorkingRoute(Program& program) {
+  Files& files = program.files;
+  // Lists that can't be read are the load's to tell of.
+  if (!files.FileExists(program.app.CurrentList()) || !files.FileExists(program.app.DefaultList())) return {};
+  const FileSystem::Pass pass(files.Host());
+  const PlacedRecord placed(program);
+  const std::string route = program.BelowGame(kWorkingRoute);
+  const LoadLists lists(program);
+  std::unordered_set<std::string> listed;
+  for (const auto pattern : kPatterns) {
+    const auto names = files.ListFiles(route + std::string(pattern));
+    if (!names.empty() && listed.empty())
+      for (const auto& line : lists.Current()) listed.insert(UpperCase(line));
+    for (const auto& name : names) {
+      const std::string below = std::string(FolderOf(pattern)) + name;
+      FileSystem::Stamp stamp;
+      // What scripts and custom folders leave stands in no list.
+      const bool known = listed.contains(UpperCase(route + below)) ||
+                         files.Host().GetStamp(route + below, stamp) != FileCode::Ok ||
+                         placed.Covers(stamp.changed) || IsInACustomFolder(program, below) ||
+                         IsOfTheDefaultState(program, below);
+      if (!known) return route + below;
+    }
+  }
+  return {};
+}
+
+}  // namespace quillon

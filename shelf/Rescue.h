@@ -1,0 +1,47 @@
+// One rescue while it is made: files on their way to the shelf.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "shelf/Shelf.h"
+
+namespace quillon {
+
+/// Nothing is made until the first file comes.
+class Rescue {
+ public:
+  /// `zip` is the route that the files belong to, `why` one line.
+  Rescue(Program& program, std::string zip, std::string why);
+
+  /// Takes a file, or a folder with all it holds, to the shelf. From another disk it is copied, and the
+  /// original is the caller's to delete after Close. Raises RunTimeErrors.
+  void Keep(std::string_view path) { Keep(path, path); }
+  /// The same for a file that lies at `path` only for a while: it is kept as what it was at `place`.
+  void Keep(std::string_view path, std::string_view place);
+  /// Goes on with a rescue that was cut short, if its folder is there.
+  void Resume(const std::string& folder) {
+    if (files_.IsPathAFolder(folder)) folder_ = folder;
+  }
+  /// The names of a removed route.
+  void NoteRoute(std::string_view name);
+
+  bool IsEmpty() const { return folder_.empty(); }
+  /// The folder of the rescue; empty while there is none.
+  const std::string& Folder() const { return folder_; }
+  /// All files are safe on the disk when it returns. Tells of the rescue, and makes room by the shelf's rule.
+  void Close();
+
+ private:
+  void MakeFolder();
+  std::string FreePlaceFor(std::string_view path);
+  void Copy(const std::string& from, const std::string& to);
+
+  Program& program_;
+  Files& files_;
+  const Shelf shelf_;
+  const std::string zip_, why_, disk_;
+  std::string folder_;
+};
+
+}  // namespace quillon

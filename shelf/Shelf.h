@@ -1,0 +1,57 @@
+// The shelf: what the system would have deleted for good, kept by route and date until there is newer.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Program.h"
+
+namespace quillon {
+
+/// The rescues in `rescued\<zip>\<date time>`: the files as they lay below the game and below the application
+/// folder, in `game` and `app`, and one line of reason in `shelf.txt`.
+class Shelf {
+ public:
+  static constexpr std::size_t kMostOfARoute = 10;  // rescues
+
+  explicit Shelf(Program& program) : program_(program), files_(program.files) {}
+
+  /// All rescues that hold a file, the newest first.
+  std::vector<ShelfEntry> List() const;
+  /// The rescue with this number; none when there is no such.
+  std::optional<ShelfEntry> Find(int number) const;
+
+  /// Copies the files back to where they came from; the rescue stays. Raises error 58, and copies nothing,
+  /// where another file stands than the rescued one.
+  void PutBack(const ShelfEntry& entry) const;
+  /// What stands in the way of PutBack; empty when nothing does.
+  std::string ObstacleOf(const ShelfEntry& entry) const;
+  void Drop(const ShelfEntry& entry) const;
+
+  /// Takes the oldest away until at most ten are left of a route and all take no more than a tenth of the
+  /// disk, nor 2 GB. The newest stays, whatever it takes.
+  void Prune() const;
+
+  /// Which of the rescues of one second the folder of this name is, from 1.
+  static int CountOf(std::string_view folderName);
+  /// Where a rescued file lies below its rescue's folder.
+  std::string PlaceOf(std::string_view path) const;
+
+ private:
+  struct Move {
+    std::string from, to;
+  };
+  std::vector<Move> WayBack(const ShelfEntry& entry) const;
+  std::vector<ShelfEntry> All() const;
+
+  Program& program_;
+  Files& files_;
+};
+
+// What stands in a rescue's folder beside the files.
+inline constexpr const char* kShelfReason = "\\shelf.txt";
+/// Of a removed route: its names, for the catalogue.
+inline constexpr const char* kShelfRoute = "\\route.ini";
+
+}  // namespace quillon
