@@ -20,6 +20,14 @@ bool IsInACustomFolder(Program& program, const std::string& below) {
   });
 }
 
+/// In upper case.
+std::unordered_set<std::string> ListedFiles(Program& program) {
+  const LoadLists lists(program);
+  std::unordered_set<std::string> listed;
+  for (const auto& line : lists.Current()) listed.insert(UpperCase(line));
+  return listed;
+}
+
 /// A track file may be among the default files.
 bool IsOfTheDefaultState(Program& program, const std::string& below) {
   const auto isIn = [&](std::string_view folder) {
@@ -37,23 +45,18 @@ std::string StrangerInWorkingRoute(Program& program) {
   const FileSystem::Pass pass(files.Host());
   const PlacedRecord placed(program);
   const std::string route = program.BelowGame(kWorkingRoute);
-  const LoadLists lists(program);
   std::unordered_set<std::string> listed;
-  for (const auto pattern : kPatterns) {
-    const auto names = files.ListFiles(route + std::string(pattern));
-    if (!names.empty() && listed.empty())
-      for (const auto& line : lists.Current()) listed.insert(UpperCase(line));
-    for (const auto& name : names) {
+  for (const auto pattern : kPatterns)
+    for (const auto& name : files.ListFiles(route + std::string(pattern))) {
       const std::string below = std::string(FolderOf(pattern)) + name;
       FileSystem::Stamp stamp;
-      // What scripts and custom folders leave stands in no list.
-      const bool known = listed.contains(UpperCase(route + below)) ||
-                         files.Host().GetStamp(route + below, stamp) != FileCode::Ok ||
-                         placed.Covers(stamp.changed) || IsInACustomFolder(program, below) ||
-                         IsOfTheDefaultState(program, below);
-      if (!known) return route + below;
+      // What a load, a script or a custom folder has put there. The lists are only read when that is not known.
+      if (files.Host().GetStamp(route + below, stamp) != FileCode::Ok || placed.Covers(stamp.changed)) continue;
+      if (listed.empty()) listed = ListedFiles(program);
+      if (!listed.contains(UpperCase(route + below)) && !IsInACustomFolder(program, below) &&
+          !IsOfTheDefaultState(program, below))
+        return route + below;
     }
-  }
   return {};
 }
 

@@ -59,7 +59,10 @@ bool LoadPreflight::GoesBeforehand(const std::string& upperPath) const {
 }
 
 bool LoadPreflight::StandsAfterwards(const std::string& path) {
-  const bool standsNow = files_.FileExists(path);
+  return StandsAfterwards(path, files_.FileExists(path));
+}
+
+bool LoadPreflight::StandsAfterwards(const std::string& path, bool standsNow) {
   if (!standsNow && restored_.empty()) return false;
   const std::string upper = UpperCase(path);
   return restored_.contains(upper) || (standsNow && !removed_.contains(upper) && !GoesBeforehand(upper));
@@ -77,7 +80,10 @@ void LoadPreflight::RefuseImpossiblePaths() {
     if (const char* harm = HarmIn(path))
       throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile, harm);
     const std::string placed = WorkingRoute + "\\" + path;
-    if (files_.IsPathAFolder(placed) && !GoesBeforehand(UpperCase(placed))) refuse(placed);
+    std::uint32_t attributes = 0;
+    const bool stands = files_.Host().GetAttributes(placed, attributes) == FileCode::Ok;
+    if (stands && (attributes & kFolder) != 0 && !GoesBeforehand(UpperCase(placed))) refuse(placed);
+    covered_.push_back(StandsAfterwards(placed, stands));
     for (auto at = path.find('\\'); at != path.npos; at = path.find('\\', at + 1)) {
       const std::string_view below = std::string_view(path).substr(0, at);
       if (!folders.insert(below).second) continue;
@@ -91,12 +97,14 @@ void LoadPreflight::RefuseImpossiblePaths() {
 /// path may come twice: it would cover itself.
 void LoadPreflight::RefuseTakenBackups() {
   std::unordered_set<std::string> taken;
-  for (const auto& stripped : map_.lstRouteStrippedPath) {
+  for (std::size_t i = 0; i < map_.lstRouteStrippedPath.size(); ++i) {
+    const std::string& stripped = map_.lstRouteStrippedPath[i];
+    const bool isNew = taken.insert(UpperCase(stripped)).second;
+    if (isNew && !covered_[i]) continue;
     const std::string backup = BackupPath(WorkingRoute, stripped);
-    if (!taken.insert(UpperCase(stripped)).second)
+    if (!isNew)
       throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
                          "the route file holds " + stripped + " twice");
-    if (!StandsAfterwards(WorkingRoute + "\\" + stripped)) continue;
     if (taken.contains(UpperCase(std::string_view(backup).substr(WorkingRoute.size() + 1))))
       throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
                          "the route file holds this name, which a default file needs when the route covers it");

@@ -29,6 +29,8 @@ class LoadPreflight {
   /// After Run: what the load needs of each disk, and what is free there, when a disk is nearly full; else
   /// empty.
   std::string TightRoom() const { return tightRoom_; }
+  /// After Run: which files of the route will cover one, in the order of its map.
+  const std::vector<bool>& Covered() const { return covered_; }
 
  private:
   void RequireFolders();
@@ -47,6 +49,7 @@ class LoadPreflight {
   void RefuseImpossiblePaths();
   void RefuseTakenBackups();
   bool StandsAfterwards(const std::string& path);
+  bool StandsAfterwards(const std::string& path, bool standsNow);
 
   Program& program_;
   Files& files_;
@@ -55,6 +58,7 @@ class LoadPreflight {
   const RouteMap& map_;
   const LoadLists& lists_;
   std::string tightRoom_;
+  std::vector<bool> covered_;
   std::unordered_set<std::string> removed_;   // paths that the load deletes first, upper case
   std::vector<std::string> coveredFiles_;     // lines of default.tsl whose file is there
   std::vector<std::string> lostBackups_;      // backups that go because something stands in their old place

@@ -77,6 +77,9 @@ void LoadRoute::RefuseWhatWouldFail() {
   LoadPreflight preflight(program_, WorkingRoute, unzip1_, map_, previous_->Lists());
   preflight.Run();
   texts_.SetRoom(preflight.TightRoom());
+  covered_ = preflight.Covered();
+  // After a run that was cut short default files may stand where a list expects the route's.
+  if (previous_->WasPutAway()) covered_.assign(covered_.size(), true);
 }
 
 void LoadRoute::PutAwayPreviousRoute() {
@@ -88,6 +91,7 @@ void LoadRoute::PutAwayPreviousRoute() {
 void LoadRoute::RemovePreviousFiles() {
   program_.Step("Removing the files of the previous route");
   previous_->RemoveLoadedFiles();
+  previous_->RescueOwnTiles();
   program_.Step("Giving back the default files");
   previous_->GiveBackDefaultFiles();
 }
@@ -108,7 +112,7 @@ void LoadRoute::ExchangeTerrain() {
 void LoadRoute::PlaceRoute() {
   Materialisation material(program_, progress_, WorkingRoute, LoadZip);
   program_.Step("Listing the files of the route");
-  material.WriteLists(map_);
+  material.WriteLists(map_, covered_);
   MakeCustomFolders(program_, LoadZip);
   progress_.Caption("Transferring route data...");
   program_.Step("Extracting the route");

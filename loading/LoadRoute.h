@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "catalogue/Catalogue.h"
 #include "core/Program.h"
@@ -46,6 +47,7 @@ class LoadRoute {
   ArchiveReader unzip1_;
   RouteMap map_;
   std::optional<PreviousRoute> previous_;
+  std::vector<bool> covered_;  // which files of the map may cover one
   const std::string LoadZip;
   std::string WorkingRoute;
 };

@@ -15,17 +15,17 @@ std::string BackupPath(std::string_view workingRoute, std::string_view strippedP
          std::string(FileNameOf(strippedPath));
 }
 
-void Materialisation::WriteLists(const RouteMap& map) {
+void Materialisation::WriteLists(const RouteMap& map, const std::vector<bool>& mayCover) {
   OwnFiles own(program_, {LoadZip});
   std::vector<std::string> current, covered, ownCovered;
   std::unordered_set<std::string> planned;  // backup names to come, upper case: the archive may cover them
   backups_.clear();
-  for (const auto& stripped : map.lstRouteStrippedPath) {
-    const std::string path = WorkingRoute + "\\" + stripped;
-    current.push_back(path);
+  for (std::size_t i = 0; i < map.lstRouteStrippedPath.size(); ++i) {
+    const std::string& stripped = map.lstRouteStrippedPath[i];
+    const std::string& path = current.emplace_back(WorkingRoute + "\\" + stripped);
     std::string& backup = backups_.emplace_back();
     const bool coversBackup = Contains(stripped, kBackupPrefix) && planned.contains(UpperCase(path));
-    if (!coversBackup && !files_.FileExists(path)) continue;
+    if (!coversBackup && !(mayCover[i] && files_.FileExists(path))) continue;
     backup = BackupPath(WorkingRoute, stripped);
     if (files_.FileExists(backup)) throw RunTimeError(ErrorNumber::FileAlreadyExists, backup);
     if (own.IsOwn(path)) ownCovered.push_back(path);

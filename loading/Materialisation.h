@@ -23,8 +23,9 @@ class Materialisation {
         LoadZip(std::move(loadZip)) {}
 
   /// current.tsl: every file that the route is about to place; default.tsl: the `ts-bak-` names of the files
-  /// that it will cover. Both whole, before the first change.
-  void WriteLists(const RouteMap& map);
+  /// that it will cover. Both whole, before the first change. Only files that `mayCover`, at the same index,
+  /// are looked for.
+  void WriteLists(const RouteMap& map, const std::vector<bool>& mayCover);
   /// Extracts every file; one in the way is kept under its `ts-bak-` name. After WriteLists.
   void PlaceRouteFiles(ArchiveReader& archive, const RouteMap& map);
   /// The defaults for routes that shipped without, then the route's own.

@@ -9,6 +9,11 @@
 #include "shelf/OwnFiles.h"
 
 namespace quillon {
+namespace {
+
+constexpr const char* kWhy = "Loading another route would have deleted what only the game's folders had.";
+
+}  // namespace
 
 PreviousRoute::PreviousRoute(Program& program, std::string workingRoute, std::string loadZip)
     : program_(program),
@@ -49,12 +54,18 @@ void PreviousRoute::TakeInWhatACutLoadLeft() {
     healed_ += "\nFound in the game and kept for " + cutZip_ + ": " + std::to_string(saves) + " saved activities.";
 }
 
+/// The routes whose files stand in the working folder.
+std::vector<std::string> PreviousRoute::Zips() const {
+  return wasPutAway_ ? std::vector{PreviousZip, cutZip_} : std::vector{PreviousZip};
+}
+
+const std::string& PreviousRoute::Owner() const {
+  return wasPutAway_ && cutZip_ != kNoData ? cutZip_ : PreviousZip;
+}
+
 void PreviousRoute::RescueOwnWork() {
-  std::vector<std::string> zips = {PreviousZip};
-  if (wasPutAway_) zips.push_back(cutZip_);
-  const std::string& owner = wasPutAway_ && cutZip_ != kNoData ? cutZip_ : PreviousZip;
-  OwnFiles own(program_, zips);
-  Rescue rescue(program_, owner, "Loading another route would have deleted what only the game's folders had.");
+  OwnFiles own(program_, Zips());
+  Rescue rescue(program_, Owner(), kWhy);
   if (IsInCatalogue()) own.KeepSaves(rescue);
   for (const auto* folder : {"\\activities", "\\paths", "\\services", "\\traffic"})
     own.KeepBelow(rescue, WorkingRoute + folder);
@@ -68,6 +79,12 @@ void PreviousRoute::RescueOwnWork() {
     if (!goes.contains(UpperCase(target)) && files_.FileExists(target) && files_.FileExists(backup))
       own.KeepIfOwn(rescue, backup);
   }
+  rescue.Close();
+}
+
+void PreviousRoute::RescueOwnTiles() {
+  OwnFiles own(program_, Zips());
+  Rescue rescue(program_, Owner(), kWhy);
   for (const std::string folder : {"\\Tiles\\", "\\LO_Tiles\\"})
     for (const auto* pattern : {"*.raw", "*.t"})
       for (const auto& name : files_.ListFiles(WorkingRoute + folder + pattern))

@@ -26,6 +26,8 @@ class PreviousRoute {
   void PutAway();
   /// What the steps to come would delete, and nothing else holds, goes to the shelf.
   void RescueOwnWork();
+  /// The same for tiles that no list names. After RemoveLoadedFiles: only such are left.
+  void RescueOwnTiles();
   void EmptyActivityFolders();
   /// Every file that current.tsl names.
   void RemoveLoadedFiles();
@@ -34,6 +36,8 @@ class PreviousRoute {
 
  private:
   void TakeInWhatACutLoadLeft();
+  std::vector<std::string> Zips() const;
+  const std::string& Owner() const;
   bool IsInCatalogue() const { return files_.FileExists(program_.app.RouteFile(PreviousZip)); }
 
   Program& program_;
