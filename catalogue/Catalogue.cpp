@@ -59,7 +59,7 @@ std::string Catalogue::Add(std::string_view zip, std::string_view routeName) con
     WriteCurrent("Zip", zip);
     WriteCurrent("Temp", name);
   }
-  RequireEntry(zip, name);
+  RequireEntry(zip);
   return name;
 }
 
@@ -69,8 +69,8 @@ void Catalogue::Enter(std::string_view zip, std::string_view name) const {
 }
 
 /// Writes to profile files fail in silence, and a route without an entry can't be chosen.
-void Catalogue::RequireEntry(std::string_view zip, std::string_view name) const {
-  if (NameOf(zip, kUnknown) != name)
+void Catalogue::RequireEntry(std::string_view zip) const {
+  if (NameOf(zip, kUnknown) == kUnknown)
     throw RunTimeError(ErrorNumber::PathFileAccessError, program_.app.RoutesIni(), kNoPermission);
 }
 
@@ -82,7 +82,7 @@ void Catalogue::Restore(std::string_view zip, std::string_view name) const {
     own = ZipOf(name, kFree) == kFree ? std::string(name) : UniqueName(std::string(name));
     Enter(zip, own);
   }
-  RequireEntry(zip, own);
+  RequireEntry(zip);
 }
 
 std::string Catalogue::UniqueName(const std::string& routeName) const {

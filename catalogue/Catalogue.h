@@ -49,7 +49,7 @@ class Catalogue {
 
  private:
   void Enter(std::string_view zip, std::string_view name) const;
-  void RequireEntry(std::string_view zip, std::string_view name) const;
+  void RequireEntry(std::string_view zip) const;
   std::string UniqueName(const std::string& routeName) const;
 
   Program& program_;

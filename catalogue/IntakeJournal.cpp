@@ -24,7 +24,10 @@ void IntakeJournal::Note(const char* what, const std::string& name) {
   list_->Add(what + name);
 }
 
-void IntakeJournal::WorkFolderComes(const std::string& folder) { Note(kWorkFolder, folder); }
+void IntakeJournal::WorkFolderComes(const std::string& folder) {
+  Note(kWorkFolder, folder);
+  workFolders_.push_back(folder);
+}
 
 void IntakeJournal::OriginalComes(const std::string& zip) {
   const std::string original = Original(zip);
@@ -51,6 +54,9 @@ void IntakeJournal::TakeOriginalBack(const std::string& zip) {
 void IntakeJournal::End() {
   for (const auto& name : program_.files.ListFiles(program_.app.Installed() + "\\*" + kOlder))
     KeepOlder(CutAtLastDot(name.substr(0, name.size() - std::string_view(kOlder).size())));
+  // What could not go in silence is tried once more.
+  for (const auto& folder : workFolders_)
+    if (program_.files.IsPathAFolder(folder)) RemoveWorkFolder(folder);
   list_.reset();
   program_.files.KillIfThere(program_.app.IntakeJournal());
 }
@@ -82,7 +88,8 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
   for (const auto* rest : {"*.tmp", "*.part~"})
     program_.files.KillIfThere(program_.app.DownloadedRoutes() + "\\" + rest);
   program_.files.KillIfThere(journal);
-  if (taken) program_.TellHealed("Adding routes was cut short: what is still among the downloads is added next time.");
+  if (taken)
+    program_.TellHealed("Adding routes was cut short: what is still among the downloads is added next time.");
 }
 
 /// A known route has its old file until its new zip is taken in: its stores are filled from that again.
@@ -93,9 +100,10 @@ void IntakeJournal::FinishStores(const std::string& zip) {
   reader.InputFile = app.RouteFile(zip);
   reader.KeepFolders = false;
   reader.ReadDirectory();
-  for (const auto& [store, pattern] : {std::pair(app.Activities(zip), "*.act"), std::pair(app.Services(zip), "*.srv"),
-                                       std::pair(app.Paths(zip), "*.pat"), std::pair(app.Traffic(zip), "*.trf"),
-                                       std::pair(app.Consists(zip), "*.con")}) {
+  for (const auto& [store, pattern] :
+       {std::pair(app.Activities(zip), "*.act"), std::pair(app.Services(zip), "*.srv"),
+        std::pair(app.Paths(zip), "*.pat"), std::pair(app.Traffic(zip), "*.trf"),
+        std::pair(app.Consists(zip), "*.con")}) {
     reader.OutputFolder = store + "\\";
     reader.ClearFilters();
     reader.AddFilter(pattern);
@@ -149,6 +157,10 @@ bool IntakeJournal::FinishOriginal(const std::string& zip) {
     TakeOriginalBack(zip);
     return true;
   }
+  // A zip that was rebuilt is no original: the download that it comes from is.
+  constexpr std::string_view kRebuiltPrefix = "Quillon-";
+  if (zip.starts_with(kRebuiltPrefix) && files.FileExists(Original(zip.substr(kRebuiltPrefix.size()))))
+    files.KillIfThere(Original(zip));
   if (!files.FileExists(Older(zip))) return false;
   if (!files.FileExists(Original(zip))) {
     files.Rename(Older(zip), Original(zip));

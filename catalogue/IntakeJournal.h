@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "core/Program.h"
 
@@ -34,7 +35,9 @@ class IntakeJournal {
   void TakeBackWhatWasCutShort();
 
  private:
-  std::string Original(const std::string& zip) const { return program_.app.Installed() + "\\" + zip + ".zip"; }
+  std::string Original(const std::string& zip) const {
+    return program_.app.Installed() + "\\" + zip + ".zip";
+  }
   std::string Older(const std::string& zip) const { return Original(zip) + ".older~"; }
   /// The older original goes to the shelf.
   void KeepOlder(const std::string& zip);
@@ -50,6 +53,7 @@ class IntakeJournal {
 
   Program& program_;
   std::unique_ptr<ListFile> list_;
+  std::vector<std::string> workFolders_;  // of this intake
 };
 
 }  // namespace quillon

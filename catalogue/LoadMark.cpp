@@ -11,6 +11,13 @@ bool LoadMark::Stands() const { return catalogue_.ReadCurrent("PutAway", kNoMark
 
 std::string LoadMark::Loading() const { return catalogue_.ReadCurrent("Loading", kNoData); }
 
+std::string LoadMark::Healed() const {
+  if (Loading() == kNoData) return "A clean-up that was cut short has been finished.";
+  const std::string loaded = catalogue_.Loaded();
+  return "A load that was cut short has been put right" +
+         (loaded == kNoData ? std::string(".") : "; nothing of " + loaded + " was lost.");
+}
+
 void LoadMark::Set(std::string_view loading) const {
   const std::string loaded = catalogue_.Loaded();
   {

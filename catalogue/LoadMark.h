@@ -19,6 +19,8 @@ class LoadMark {
   bool Stands() const;
   /// The route that was coming in; "No Data!" for a clean-up.
   std::string Loading() const;
+  /// What to tell a user when the mark stands and all has been put right.
+  std::string Healed() const;
   bool CleanUpWasCut() const { return Stands() && Loading() == kNoData; }
 
   /// The loaded route is safe in its stores; `loading` comes next.

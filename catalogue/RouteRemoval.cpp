@@ -33,7 +33,8 @@ void RouteRemoval::RemoveRoute() {
   if (IsUsableStem(zip_)) {
     Rescue rescue(program_, zip_, Trim(RightClickName) + " was removed from Quillon.");
     rescue.NoteRoute(name);
-    Unfinished(program_).Begin(kRemove, {{"Zip", zip_}, {"Name", RightClickName}, {"Shelf", rescue.Folder()}});
+    Unfinished(program_).Begin(kRemove,
+                               {{"Zip", zip_}, {"Name", RightClickName}, {"Shelf", rescue.Folder()}});
     MoveBelongings(rescue);
   }
   if (!program_.shared.MakingPermanent)
@@ -53,25 +54,27 @@ void RouteRemoval::FinishRemoval(Program& program) {
   removal.MoveBelongings(rescue);
   removal.ForgetSelection();
   unfinished.End(kRemove);
-  program.TellHealed("The removal of " + Trim(removal.RightClickName) + " that was cut short has been finished.");
+  program.TellHealed("The removal of " + Trim(removal.RightClickName) +
+                     " that was cut short has been finished.");
 }
 
 /// In the order in which they are told to go.
 void RouteRemoval::MoveBelongings(Rescue& rescue) {
   const Installation& app = program_.app;
-  for (const auto& path :
-       {app.RouteFile(zip_), app.Saves(zip_), app.Preview(zip_), app.TerrainCache(zip_), app.Activities(zip_),
-        app.Consists(zip_), app.Custom(zip_), app.Paths(zip_), app.RouteInfo(zip_), app.RoutePics(zip_),
-        app.Services(zip_), app.Traffic(zip_)}) {
-    if (!files_.FileExists(path)) continue;
-    rescue.Keep(path);
-    // A copy on another disk leaves the original.
+  const auto belongings = {app.RouteFile(zip_),    app.Saves(zip_),      app.Preview(zip_),
+                           app.TerrainCache(zip_), app.Activities(zip_), app.Consists(zip_),
+                           app.Custom(zip_),       app.Paths(zip_),      app.RouteInfo(zip_),
+                           app.RoutePics(zip_),    app.Services(zip_),   app.Traffic(zip_)};
+  for (const auto& path : belongings)
+    if (files_.FileExists(path)) rescue.Keep(path);
+  rescue.Close();
+  // A copy leaves its original; whether a folder could go is nobody's concern.
+  for (const auto& path : belongings) {
     if (files_.IsPathAFolder(path))
       files_.DelTree(path);
     else
       files_.KillIfThere(path);
   }
-  rescue.Close();
 }
 
 void RouteRemoval::ForgetSelection() {
@@ -100,8 +103,8 @@ void RouteRemoval::MakeRoutePermanent() {
   const std::string route = program_.BelowGame(kWorkingRoute);
   const std::string selected = catalogue_.ReadCurrent("Zip", "Route"), folder = FreeRouteFolder();
   RescueBackups(route);
-  Unfinished(program_).Begin(kPermanent,
-                             {{"Zip", zip_}, {"Name", RightClickName}, {"Preview", selected}, {"Folder", folder}});
+  Unfinished(program_).Begin(
+      kPermanent, {{"Zip", zip_}, {"Name", RightClickName}, {"Preview", selected}, {"Folder", folder}});
   // First of all: until then nothing has changed, and from then on it can be finished.
   if (files_.FileExists(route)) files_.Rename(route, folder);
   FurnishFolder(folder, selected);
@@ -112,7 +115,8 @@ void RouteRemoval::MakeRoutePermanent() {
 /// Covered files that are the user's own; the others come from the game.
 void RouteRemoval::RescueBackups(const std::string& route) {
   OwnFiles own(program_, {zip_});
-  Rescue rescue(program_, zip_, "Making the route permanent would have deleted this file, which a load had covered.");
+  Rescue rescue(program_, zip_,
+                "Making the route permanent would have deleted this file, which a load had covered.");
   files_.Walk(route + "\\*.*", [&](const std::string& place, const std::string& name) {
     if (IsBackup(name)) own.KeepIfOwn(rescue, place + name);
   });

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Text.h"
 #include "core/archive/ArchiveIndex.h"
 #include "shelf/PlacedRecord.h"
 #include "shelf/Rescue.h"
@@ -29,11 +30,12 @@ void NoteWhatDidNotCome(Program& program, const std::string& store, const std::s
   if (!missing.empty()) PlacedRecord(program).NoteMissing(missing);
 }
 
-RouteStores::RouteStores(Program& program, std::string zip)
+RouteStores::RouteStores(Program& program, std::string zip, Rescue& rescue)
     : program_(program),
       files_(program.files),
       zip_(std::move(zip)),
-      gameSaves_(program.BelowGame(kWorkingSaves) + "\\") {}
+      gameSaves_(program.BelowGame(kWorkingSaves) + "\\"),
+      rescue_(rescue) {}
 
 void RouteStores::RenewSaves() { Renew(gameSaves_, program_.app.Saves(zip_), "*.sav", true); }
 
@@ -51,7 +53,6 @@ void RouteStores::RenewActivities() {
 
 void RouteStores::Renew(const std::string& source, const std::string& store, const char* pattern,
                         bool makeAlways) {
-  Rescue rescue(program_, zip_, "Its store was renewed from the game, which has no such file or another one.");
   ArchiveIndex archive(files_, program_.app.RouteFile(zip_));
   const PlacedRecord placed(program_);
   std::vector<std::string> goes;
@@ -63,11 +64,11 @@ void RouteStores::Renew(const std::string& source, const std::string& store, con
       anyStays = true;  // the game never had it
     } else {
       const bool isHeld = (isStored && files_.AreEqual(game, old)) || archive.Holds(name, old);
-      if (!isHeld && !name.ends_with(kPartMark)) rescue.Keep(old);
+      if (!isHeld && !name.ends_with(kPartMark)) rescue_.Keep(old);
       goes.push_back(old);
     }
   });
-  rescue.Close();
+  rescue_.Flush();
   const bool wasThere = files_.FileExists(store);
   if (anyStays)
     for (const auto& old : goes) files_.KillIfThere(old);
@@ -81,17 +82,15 @@ void RouteStores::Renew(const std::string& source, const std::string& store, con
 
 int RouteStores::AddSaves(const std::string& putAway) {
   const std::string store = program_.app.Saves(zip_) + "\\", others = program_.app.Saves(putAway) + "\\";
-  Rescue rescue(program_, zip_, "A newer one of the same name was found in the game.");
   int added = 0;
   for (const auto& name : files_.ListFiles(gameSaves_ + "*.sav")) {
     const std::string save = gameSaves_ + name;
     if (files_.AreEqual(save, others + name) || files_.AreEqual(save, store + name)) continue;
-    if (files_.FileExists(store + name)) rescue.Keep(store + name);
+    if (files_.FileExists(store + name)) rescue_.Keep(store + name);
     files_.MakeFolders(program_.app.Saves(zip_));
     CopyForSure(files_, save, store + name);
     ++added;
   }
-  rescue.Close();
   return added;
 }
 
@@ -105,7 +104,7 @@ bool RouteStores::KeepSavesOfLostGame() {
   const std::string folder = rescue.Folder();
   rescue.Close();
   for (const auto& entry : shelf.List())
-    if (entry.path == folder) shelf.PutBack(entry);
+    if (EqualNoCase(entry.path, folder)) shelf.PutBack(entry);
   return true;
 }
 

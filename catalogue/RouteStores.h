@@ -5,6 +5,7 @@
 #include <string>
 
 #include "core/Program.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -14,11 +15,12 @@ void NoteWhatDidNotCome(Program& program, const std::string& store, const std::s
                         const std::string& pattern);
 
 /// Makes a store equal to what the game has. What it held before and holds no longer goes to the shelf first.
-/// The game's files stay. Raises the RunTimeError of a file that can't be copied: the game's are the only ones
-/// then.
+/// The game's files stay. Raises the RunTimeError of a file that can't be copied: the game's are the only
+/// ones then.
 class RouteStores {
  public:
-  RouteStores(Program& program, std::string zip);
+  /// `rescue` outlives the object, and is the caller's to close.
+  RouteStores(Program& program, std::string zip, Rescue& rescue);
 
   /// The saved activities of the working route.
   void RenewSaves();
@@ -37,6 +39,7 @@ class RouteStores {
   Program& program_;
   Files& files_;
   const std::string zip_, gameSaves_;
+  Rescue& rescue_;
 };
 
 }  // namespace quillon

@@ -41,10 +41,11 @@ void ShelfScreen::btnPutBackClick() {
   const std::string obstacle = Shelf(program_).ObstacleOf(Current());
   if (!obstacle.empty()) {
     FileSystem& host = program_.files.Host();
-    program_.boxes.Tell("Rescued files", "Another file stands at\r\n" + host.HostPath(obstacle) +
-                                             "\r\n\r\nNothing was put back. Move that file away first, or take the "
-                                             "rescued one out of\r\n" +
-                                             host.HostPath(Current().path));
+    program_.boxes.Tell("Rescued files",
+                        "Another file stands at\r\n" + host.HostPath(obstacle) +
+                            "\r\n\r\nNothing was put back. Move that file away first, or take the "
+                            "rescued one out of\r\n" +
+                            host.HostPath(Current().path));
     return;
   }
   const std::string zip = Current().zip;
@@ -56,7 +57,8 @@ void ShelfScreen::btnPutBackClick() {
 
 void ShelfScreen::btnDropClick() {
   if (ListShelf.current < 0) return;
-  if (program_.boxes.AskYesNo("Rescued files", "Delete these rescued files for good?\r\n\r\n" + RowOf(Current())))
+  if (program_.boxes.AskYesNo("Rescued files",
+                              "Delete these rescued files for good?\r\n\r\n" + RowOf(Current())))
     Drop(Current().number);
 }
 

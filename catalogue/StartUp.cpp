@@ -51,7 +51,18 @@ void StartUp::TidyAndShow() {
 
 /// Without the game nothing can be finished in it.
 void StartUp::FinishWhatWasCut() {
-  for (const std::string& folder : {CutBackslash(FolderOf(program_.app.RoutesIni())), program_.app.Routes(), program_.app.MiscInfo()})
+  try {
+    FinishInTheGame();
+  } catch (const RunTimeError& error) {
+    // The program must come up all the same; the next start tries again.
+    program_.TellHealed("What was cut short could not be finished yet: " + error.text() + ": " +
+                        error.path());
+  }
+}
+
+void StartUp::FinishInTheGame() {
+  for (const std::string& folder :
+       {CutBackslash(FolderOf(program_.app.RoutesIni())), program_.app.Routes(), program_.app.MiscInfo()})
     program_.files.KillIfThere(folder + "\\*" + std::string(kPartMark));
   if (!main_.TrainExeFound) return;
   if (FinishWhatWasCutShort(program_)) cleanUpFollows_ = true;
@@ -173,7 +184,8 @@ void StartUp::ChooseFlashTarget() {
 void StartUp::WelcomeNewUser() {
   const bool halfBuilt = main_.TrainExeFound && LoadMark(program_).CleanUpWasCut();
   if (halfBuilt && program_.shared.HealedNote.empty())
-    program_.TellHealed("A clean-up was cut short. Load a route, or click Route manager and then Clean, to finish it.");
+    program_.TellHealed(
+        "A clean-up was cut short. Load a route, or click Route manager and then Clean, to finish it.");
   if ((!main_.WorkingRouteIsMissing() && !halfBuilt) || program_.shared.WelcomeSeen) return;
   main_.SendToWelcome();
 }

@@ -26,6 +26,7 @@ class StartUp {
   void SeedFiles();
   void RememberPreview();
   void FinishWhatWasCut();
+  void FinishInTheGame();
   void FinishPermanentInstall();
   void ChooseFlashTarget();
   void WelcomeNewUser();

@@ -46,17 +46,28 @@ std::string StrangerInWorkingRoute(Program& program) {
   const PlacedRecord placed(program);
   const std::string route = program.BelowGame(kWorkingRoute);
   std::unordered_set<std::string> listed;
-  for (const auto pattern : kPatterns)
-    for (const auto& name : files.ListFiles(route + std::string(pattern))) {
+  std::string stranger;
+  for (const auto pattern : kPatterns) {
+    const auto names = files.ListFiles(route + std::string(pattern));
+    // A few world files more are a user's with a route editor; a track file more, or no known one, is a
+    // route.
+    std::size_t strangers = 0;
+    for (const auto& name : names) {
       const std::string below = std::string(FolderOf(pattern)) + name;
       FileSystem::Stamp stamp;
-      // What a load, a script or a custom folder has put there. The lists are only read when that is not known.
-      if (files.Host().GetStamp(route + below, stamp) != FileCode::Ok || placed.Covers(stamp.changed)) continue;
+      // What a load, a script or a custom folder has put there. The lists are only read when that is not
+      // known.
+      if (files.Host().GetStamp(route + below, stamp) != FileCode::Ok || placed.Covers(stamp.changed))
+        continue;
       if (listed.empty()) listed = ListedFiles(program);
-      if (!listed.contains(UpperCase(route + below)) && !IsInACustomFolder(program, below) &&
-          !IsOfTheDefaultState(program, below))
-        return route + below;
+      if (listed.contains(UpperCase(route + below)) || IsInACustomFolder(program, below) ||
+          IsOfTheDefaultState(program, below))
+        continue;
+      stranger = route + below;
+      ++strangers;
     }
+    if (strangers > 0 && (pattern == kPatterns[0] || strangers == names.size())) return stranger;
+  }
   return {};
 }
 

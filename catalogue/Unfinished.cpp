@@ -70,7 +70,7 @@ bool FinishWhatWasCutShort(Program& program) {
   if (const std::string folder = unfinished.Fact(kDelete, "Folder"); !folder.empty()) {
     if (Contains(folder, kRemovedMark) && program.files.DelTree(folder) == 0)
       program.TellHealed("The removal of a route folder that was cut short has been finished.");
-    unfinished.End(kDelete);
+    if (!program.files.FileExists(folder)) unfinished.End(kDelete);
   }
   if (unfinished.HasBegun(kPackAct)) {
     program.files.KillIfThere(program.app.DownloadedRoutes() + "\\QNPacked-*.tmp");

@@ -112,7 +112,8 @@ void ConsistAnalysis::MoveAway(const std::string& file) {
   if (!files_.FileExists(backup)) return files_.Rename(consist, backup);
   // The older backup stands for the consist.
   if (!files_.AreEqual(consist, backup)) {
-    Rescue rescue(program_, std::string(kNoData), "The Checkup set the consist aside, and an older one of that name was there.");
+    Rescue rescue(program_, std::string(kNoData),
+                  "The Checkup set the consist aside, and an older one of that name was there.");
     rescue.Keep(consist);
     rescue.Close();
   }

@@ -260,8 +260,7 @@ FileCode Files::CopyTwice(const std::string& from, const std::string& to) {
 /// The copy gets the name as the disk spells it.
 int Files::CopyOneFile(std::string_view source, std::string_view destination, std::string_view name) {
   const std::string path = std::string(source) + std::string(name), host = host_.HostPath(path);
-  const FileCode code =
-      CopyTwice(path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1));
+  const FileCode code = CopyTwice(path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1));
   if (code != FileCode::Ok && !FileExists(path)) {
     meter_.CopyFoundNothing("No new routes found.");
     return 0;

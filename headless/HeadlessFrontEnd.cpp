@@ -150,7 +150,8 @@ void HeadlessFrontEnd::CopyFoundNothing(std::string_view caption) {
 }
 
 void HeadlessFrontEnd::CopyFailed(std::string_view path, FileCode code) {
-  const std::string text = std::string(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
+  const std::string text =
+      std::string(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
   output_.Put({{"event", "text"},
                {"screen", lastScreen_},
                {"control", "lblDetail"},

@@ -46,7 +46,8 @@ void InformationExtraction::RescueOwnWork(const std::string& zip) {
   const Installation& app = state_.program.app;
   Rescue rescue(state_.program, zip, "The route was added again, and its zip does not hold this.");
   ArchiveIndex archive(state_.program.files, state_.Download(zip));
-  for (const auto& store : {app.Activities(zip), app.Services(zip), app.Paths(zip), app.Traffic(zip), app.Consists(zip)})
+  for (const auto& store :
+       {app.Activities(zip), app.Services(zip), app.Paths(zip), app.Traffic(zip), app.Consists(zip)})
     state_.program.files.Walk(store + "\\*.*", [&](const std::string& folder, const std::string& name) {
       if (!archive.Holds(name, folder + name)) rescue.Keep(folder + name);
     });

@@ -25,7 +25,8 @@ void IntakeState::CopyOver(const std::string& from, const std::string& to) const
 void IntakeState::MoveOver(const std::string& from, const std::string& to) const {
   program.files.SetAttributes(from, kArchive);
   if (program.files.FileExists(to) && !program.files.AreEqual(from, to)) {
-    Rescue rescue(program, CutAtLastDot(FileNameOf(to)), "Another zip of the same name was set aside: this one was there before.");
+    Rescue rescue(program, CutAtLastDot(FileNameOf(to)),
+                  "Another zip of the same name was set aside: this one was there before.");
     rescue.Keep(to);
     rescue.Close();
   }

@@ -47,8 +47,10 @@ constexpr std::array<Explanation, 6> kExplanations = {{
      "will let you know about any potential problems.  Once the checkup is completed, click 'View Report' to "
      "see the results.",
      "Note: This operation may take a few minutes depending on how many files you have installed."},
-    {"btnShelf", "Use Rescued Files to get back what a load, a clean-up or a removal would have deleted for good.",
-     "Older saved activities, your own changes to a loaded route, and routes that you removed are kept here, the "
+    {"btnShelf",
+     "Use Rescued Files to get back what a load, a clean-up or a removal would have deleted for good.",
+     "Older saved activities, your own changes to a loaded route, and routes that you removed are kept here, "
+     "the "
      "newest ten of each route.  Choose one and put it back where it came from.",
      "Note: When they take too much of your disk the oldest ones go first."},
 }};

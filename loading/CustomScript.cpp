@@ -56,6 +56,7 @@ void CustomScript::Run(const std::string& zip) {
 
 void CustomScript::KeepOwn(const std::string& path) {
   own_->KeepIfOwn(*rescue_, path);
+  rescue_->Flush();
 }
 
 void CustomScript::RunLine(std::string_view line) {
@@ -102,7 +103,7 @@ void CustomScript::CopyFrom(const std::string& root) {
   const std::string covered = target + "\\" + file,
                     backup = target + "\\" + std::string(kBackupPrefix) + file;
   if (files_.FileExists(covered) && !files_.FileExists(backup)) {
-    Cover(covered, backup, target + std::string(kBackupPrefix) + file);
+    Cover(target + file, backup, target + std::string(kBackupPrefix) + file);
   }
   files_.CopyAllFiles(root + source, target, file);
 }
@@ -141,7 +142,7 @@ void CustomScript::DeleteBelow(const std::string& root) {
   if (root == WorkingRoute)
     KeepOwn(path);
   else if (!files_.IsPathAFolder(path) && path.find('?') == path.npos)
-    rescue_->Keep(path);
+    rescue_->Keep(path), rescue_->Flush();
   if (files_.FileExists(path)) files_.KillReadOnly(path);
 }
 
@@ -158,6 +159,7 @@ void CustomScript::DelDir() {
   const std::string folder = WorkingRoute + Folder();
   if (!files_.IsPathAFolder(folder)) return;
   own_->KeepBelow(*rescue_, CutBackslash(folder));
+  rescue_->Flush();
   files_.DelTree(folder);
 }
 

@@ -47,8 +47,11 @@ void LoadPreflight::ReadLists() {
 
 /// What lies in the folders that a load empties, and the tiles, are in nobody's way.
 bool LoadPreflight::GoesBeforehand(const std::string& upperPath) const {
-  const std::string_view below = std::string_view(upperPath).substr(std::min(upperPath.size(), WorkingRoute.size()));
-  const auto isIn = [&](std::string_view folder) { return below.starts_with(folder) && below.size() > folder.size(); };
+  const std::string_view below =
+      std::string_view(upperPath).substr(std::min(upperPath.size(), WorkingRoute.size()));
+  const auto isIn = [&](std::string_view folder) {
+    return below.starts_with(folder) && below.size() > folder.size();
+  };
   for (const auto* folder : {"\\ACTIVITIES\\", "\\PATHS\\", "\\SERVICES\\", "\\TRAFFIC\\"})
     if (isIn(folder)) return true;
   for (const std::string_view folder : {"\\TILES\\", "\\LO_TILES\\"})
@@ -106,8 +109,9 @@ void LoadPreflight::RefuseTakenBackups() {
       throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
                          "the route file holds " + stripped + " twice");
     if (taken.contains(UpperCase(std::string_view(backup).substr(WorkingRoute.size() + 1))))
-      throw RunTimeError(ErrorNumber::FileAlreadyExists, backup,
-                         "the route file holds this name, which a default file needs when the route covers it");
+      throw RunTimeError(
+          ErrorNumber::FileAlreadyExists, backup,
+          "the route file holds this name, which a default file needs when the route covers it");
     if (StandsAfterwards(backup))
       throw RunTimeError(
           ErrorNumber::FileAlreadyExists, backup,
@@ -127,8 +131,9 @@ void LoadPreflight::RequireTextureFolders() {
     const auto& paths = map_.lstRouteStrippedPath;
     const bool comes = std::any_of(paths.begin(), paths.end(),
                                    [&](const std::string& path) { return path.starts_with(lower); });
-    const bool copied = files_.FileExists(program_.BelowGame("\\Routes\\USA1") + folder + "\\ACleanTrack*.ace") ||
-                        files_.FileExists(program_.BelowGame("\\Routes\\USA1") + folder + "\\ATrackTun*.ace");
+    const bool copied =
+        files_.FileExists(program_.BelowGame("\\Routes\\USA1") + folder + "\\ACleanTrack*.ace") ||
+        files_.FileExists(program_.BelowGame("\\Routes\\USA1") + folder + "\\ATrackTun*.ace");
     if (copied && !comes && !files_.IsPathAFolder(WorkingRoute + folder))
       throw RunTimeError(ErrorNumber::PathNotFound, WorkingRoute + folder);
   }
@@ -155,7 +160,8 @@ std::uint64_t LoadPreflight::RoomOfRoute() const {
     cache.ReadDirectory();
     for (const auto& entry : cache.Entries()) needed = SaturatedSum(needed, RoomFor(entry.size));
   }
-  for (const auto& folder : {app.Saves(zip), app.Activities(zip), app.Paths(zip), app.Services(zip), app.Traffic(zip)})
+  for (const auto& folder :
+       {app.Saves(zip), app.Activities(zip), app.Paths(zip), app.Services(zip), app.Traffic(zip)})
     needed = SaturatedSum(needed, RoomOfFiles(folder + "\\*.*"));
   return needed;
 }
@@ -169,7 +175,8 @@ std::uint64_t LoadPreflight::RoomOfPuttingAway() const {
   for (const auto* folder : {"\\ACTIVITIES", "\\PATHS", "\\SERVICES", "\\TRAFFIC"})
     needed = SaturatedSum(needed, RoomOfFiles(WorkingRoute + folder + "\\*.*"));
   if (!files_.FileExists(program_.app.TerrainCache(previous)))
-    for (const auto* pattern : {"\\TILES\\*_e.raw", "\\TILES\\*_n.raw", "\\LO_TILES\\*_e.raw", "\\LO_TILES\\*_n.raw"})
+    for (const auto* pattern :
+         {"\\TILES\\*_e.raw", "\\TILES\\*_n.raw", "\\LO_TILES\\*_e.raw", "\\LO_TILES\\*_n.raw"})
       needed = SaturatedSum(needed, RoomOfFiles(WorkingRoute + pattern));
   return needed;
 }
@@ -199,8 +206,8 @@ void LoadPreflight::RequireRoom() {
   const auto tell = [&](const std::string& path, std::uint64_t bytes, std::uint64_t left) {
     if (bytes / 10 + bytes < left || bytes <= kRoomReserve) return;
     if (!tightRoom_.empty()) tightRoom_ += "\n";
-    tightRoom_ += path + ": " + std::to_string((bytes >> 20) + 1) + " MB needed, " + std::to_string(left >> 20) +
-                  " MB free";
+    tightRoom_ += path + ": " + std::to_string((bytes >> 20) + 1) + " MB needed, " +
+                  std::to_string(left >> 20) + " MB free";
   };
   tell(program_.shared.TrainSimPath, needed, free);
   if (!oneDisk) tell(program_.app.App(), away, files_.Host().FreeSpace(app));

@@ -6,9 +6,9 @@
 #include <unordered_set>
 #include <vector>
 
+#include "catalogue/LoadLists.h"
 #include "core/Program.h"
 #include "core/archive/ArchiveReader.h"
-#include "catalogue/LoadLists.h"
 #include "loading/RouteMap.h"
 
 namespace quillon {

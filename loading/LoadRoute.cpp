@@ -91,9 +91,9 @@ void LoadRoute::PutAwayPreviousRoute() {
 void LoadRoute::RemovePreviousFiles() {
   program_.Step("Removing the files of the previous route");
   previous_->RemoveLoadedFiles();
-  previous_->RescueOwnTiles();
   program_.Step("Giving back the default files");
   previous_->GiveBackDefaultFiles();
+  previous_->RescueOwnTiles();
 }
 
 void LoadRoute::ExchangeTerrain() {
@@ -129,7 +129,8 @@ void LoadRoute::PlaceRoute() {
 void LoadRoute::CopySavesBack() {
   program_.Step("Copying the saved activities");
   program_.files.MakeFolderIfMissing(program_.BelowGame(kWorkingSaves));
-  const std::string store = program_.app.Saves(LoadZip) + "\\", game = program_.BelowGame(kWorkingSaves) + "\\";
+  const std::string store = program_.app.Saves(LoadZip) + "\\",
+                    game = program_.BelowGame(kWorkingSaves) + "\\";
   program_.files.CopyAllFiles(store, game, "*.sav");
   NoteWhatDidNotCome(program_, store, game, "*.sav");
 }

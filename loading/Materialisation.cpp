@@ -2,9 +2,9 @@
 
 #include <unordered_set>
 
-#include "core/Text.h"
 #include "catalogue/LoadLists.h"
 #include "catalogue/RouteStores.h"
+#include "core/Text.h"
 #include "loading/MaterialTables.h"
 #include "shelf/OwnFiles.h"
 

@@ -11,7 +11,7 @@
 namespace quillon {
 namespace {
 
-constexpr const char* kWhy = "Loading another route would have deleted what only the game's folders had.";
+constexpr const char* kWhy = "Loading a route would have replaced or deleted what nothing else held.";
 
 }  // namespace
 
@@ -23,18 +23,20 @@ PreviousRoute::PreviousRoute(Program& program, std::string workingRoute, std::st
       PreviousZip(Catalogue(program).Loaded()),
       wasPutAway_(LoadMark(program).Stands()),
       cutZip_(wasPutAway_ ? LoadMark(program).Loading() : ""),
-      lists_(program) {}
+      lists_(program),
+      rescue_(program, Owner(), kWhy) {}
 
 void PreviousRoute::PutAway() {
   if (wasPutAway_) {
     TakeInWhatACutLoadLeft();
   } else if (IsInCatalogue()) {
-    RouteStores stores(program_, PreviousZip);
+    RouteStores stores(program_, PreviousZip, rescue_);
     stores.RenewSaves();
     if (PreviousZip != kNoData) stores.RenewActivities();
   }
   files_.Flush(program_.app.Routes());
-  LoadMark(program_).Set(LoadZip);
+  // After a load that was cut short the mark names that route until its files are out.
+  if (!wasPutAway_) LoadMark(program_).Set(LoadZip);
   RescueOwnWork();
   PlacedRecord(program_).LoadBegins();
   // What can't be deleted stays in silence, and would be the next route's: it is tried once more.
@@ -48,10 +50,11 @@ void PreviousRoute::TakeInWhatACutLoadLeft() {
   files_.KillIfThere(program_.app.TerrainCacheTemp("*"));
   int saves = 0;
   if (IsUsableStem(cutZip_) && files_.FileExists(program_.app.RouteFile(cutZip_)))
-    saves = RouteStores(program_, cutZip_).AddSaves(PreviousZip);
-  healed_ = "A load that was cut short has been put right; nothing of " + PreviousZip + " was lost.";
+    saves = RouteStores(program_, cutZip_, rescue_).AddSaves(PreviousZip);
+  healed_ = LoadMark(program_).Healed();
   if (saves > 0)
-    healed_ += "\nFound in the game and kept for " + cutZip_ + ": " + std::to_string(saves) + " saved activities.";
+    healed_ +=
+        "\nFound in the game and kept for " + cutZip_ + ": " + std::to_string(saves) + " saved activities.";
 }
 
 /// The routes whose files stand in the working folder.
@@ -65,11 +68,18 @@ const std::string& PreviousRoute::Owner() const {
 
 void PreviousRoute::RescueOwnWork() {
   OwnFiles own(program_, Zips());
-  Rescue rescue(program_, Owner(), kWhy);
-  if (IsInCatalogue()) own.KeepSaves(rescue);
+  if (IsInCatalogue()) own.KeepSaves(rescue_);
   for (const auto* folder : {"\\activities", "\\paths", "\\services", "\\traffic"})
-    own.KeepBelow(rescue, WorkingRoute + folder);
-  for (const auto& line : lists_.Current()) own.KeepIfOwn(rescue, line);
+    own.KeepBelow(rescue_, WorkingRoute + folder);
+  for (const auto& line : lists_.Current()) {
+    // A script's line may name all that matches.
+    if (line.find_first_of("*?") == line.npos) {
+      own.KeepIfOwn(rescue_, line);
+    } else {
+      for (const auto& name : files_.ListFiles(line))
+        own.KeepIfOwn(rescue_, std::string(FolderOf(line)) + name);
+    }
+  }
   std::unordered_set<std::string> goes;
   if (!lists_.Backups().empty())
     for (const auto& line : lists_.Current()) goes.insert(UpperCase(line));
@@ -77,19 +87,19 @@ void PreviousRoute::RescueOwnWork() {
   for (const auto& backup : lists_.Backups()) {
     const std::string target = LoadLists::TargetOf(backup);
     if (!goes.contains(UpperCase(target)) && files_.FileExists(target) && files_.FileExists(backup))
-      own.KeepIfOwn(rescue, backup);
+      own.KeepIfOwn(rescue_, backup);
   }
-  rescue.Close();
+  rescue_.Flush();
 }
 
 void PreviousRoute::RescueOwnTiles() {
   OwnFiles own(program_, Zips());
-  Rescue rescue(program_, Owner(), kWhy);
   for (const std::string folder : {"\\Tiles\\", "\\LO_Tiles\\"})
     for (const auto* pattern : {"*.raw", "*.t"})
       for (const auto& name : files_.ListFiles(WorkingRoute + folder + pattern))
-        own.KeepIfOwn(rescue, WorkingRoute + folder + name);
-  rescue.Close();
+        own.KeepIfOwn(rescue_, WorkingRoute + folder + name);
+  rescue_.Close();
+  if (wasPutAway_) LoadMark(program_).Set(LoadZip);
 }
 
 void PreviousRoute::EmptyActivityFolders() {
@@ -102,8 +112,8 @@ void PreviousRoute::EmptyActivityFolders() {
 void PreviousRoute::RemoveLoadedFiles() {
   const auto spared = wasPutAway_ ? lists_.NeverPlaced() : std::unordered_set<std::string>();
   for (const auto& line : lists_.Current())
-    if ((spared.empty() || !spared.contains(UpperCase(line))) &&
-        files_.Host().Delete(line) != FileCode::Ok && !files_.IsPathAFolder(line))
+    if ((spared.empty() || !spared.contains(UpperCase(line))) && files_.Host().Delete(line) != FileCode::Ok &&
+        !files_.IsPathAFolder(line))
       files_.KillIfThere(line);
 }
 

@@ -6,8 +6,9 @@
 #include <vector>
 
 #include "catalogue/Catalogue.h"
-#include "core/Program.h"
 #include "catalogue/LoadLists.h"
+#include "core/Program.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -26,7 +27,7 @@ class PreviousRoute {
   void PutAway();
   /// What the steps to come would delete, and nothing else holds, goes to the shelf.
   void RescueOwnWork();
-  /// The same for tiles that no list names. After RemoveLoadedFiles: only such are left.
+  /// The same for tiles that no list names. After GiveBackDefaultFiles: only such are left.
   void RescueOwnTiles();
   void EmptyActivityFolders();
   /// Every file that current.tsl names.
@@ -46,6 +47,7 @@ class PreviousRoute {
   const bool wasPutAway_;
   const std::string cutZip_;  // the route that a load cut short was bringing in
   const LoadLists lists_;
+  Rescue rescue_;  // of all that this load would take from the previous route
   std::string healed_;
 };
 

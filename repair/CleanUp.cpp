@@ -131,27 +131,27 @@ void CleanUp::PutLoadedRouteAway() {
   program_.Step("Putting the saved activities away");
   const LoadMark mark(program_);
   const std::string loaded = catalogue_.Loaded(), cut = mark.Stands() ? mark.Loading() : loaded;
-  RouteStores stores(program_, loaded);
+  Rescue rescue(program_, cut == kNoData ? loaded : cut,
+                "Cleaning up would have replaced or deleted what nothing else held.");
+  RouteStores stores(program_, loaded, rescue);
   if (mark.Stands()) {
     files_.KillIfThere(program_.app.TerrainCacheTemp("*"));
-    healed_ = cut == kNoData ? "A clean-up that was cut short has been finished."
-                             : "A load that was cut short has been cleaned up; nothing of " + loaded + " was lost.";
+    healed_ = mark.Healed();
     if (IsUsableStem(cut) && files_.FileExists(program_.app.RouteFile(cut)))
-      RouteStores(program_, cut).AddSaves(loaded);
+      RouteStores(program_, cut, rescue).AddSaves(loaded);
   } else if (loaded != kNoData && !stores.KeepSavesOfLostGame()) {
     stores.RenewSaves();
   }
   files_.Flush(program_.app.Routes());
   mark.Set(kNoData);
-  RescueOwnWork(loaded, cut);
+  RescueOwnWork(rescue, loaded, cut);
 }
 
-void CleanUp::RescueOwnWork(const std::string& loaded, const std::string& cut) {
+void CleanUp::RescueOwnWork(Rescue& rescue, const std::string& loaded, const std::string& cut) {
   program_.Step("Rescuing what only the working route has");
   std::vector<std::string> zips = {loaded};
   if (cut != loaded) zips.push_back(cut);
   OwnFiles own(program_, zips);
-  Rescue rescue(program_, cut == kNoData ? loaded : cut, "Cleaning up would have deleted what only the game's folders had.");
   if (loaded != kNoData) own.KeepSaves(rescue);
   own.KeepBelow(rescue, program_.BelowGame(kWorkingRoute));
   rescue.Close();
@@ -160,7 +160,9 @@ void CleanUp::RescueOwnWork(const std::string& loaded, const std::string& cut) {
 
 void CleanUp::RemoveWorkingRoute() {
   program_.Step("Removing the working route");
-  if (catalogue_.Loaded() != kNoData) files_.DelTree(program_.BelowGame(kWorkingSaves));
+  // What can't be deleted stays in silence, and would be the next route's: it is tried once more.
+  const std::string saves = program_.BelowGame(kWorkingSaves);
+  if (catalogue_.Loaded() != kNoData && files_.DelTree(saves) > 0) files_.DelTree(saves);
   files_.DelTree(program_.BelowGame(kWorkingRoute));
   progress_.Yield();
 }

@@ -4,6 +4,7 @@
 #include "catalogue/Catalogue.h"
 #include "core/Program.h"
 #include "core/Progress.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -23,7 +24,7 @@ class CleanUp {
   std::uint64_t RoomOf(const std::string& path);
   std::uint64_t RoomNeeded();
   void PutLoadedRouteAway();
-  void RescueOwnWork(const std::string& loaded, const std::string& cut);
+  void RescueOwnWork(Rescue& rescue, const std::string& loaded, const std::string& cut);
   void RemoveWorkingRoute();
   void MakeFolders();
   void CopyGameFolders();

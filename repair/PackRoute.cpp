@@ -60,7 +60,8 @@ void PackRoute::Run() {
 void PackRoute::SetOldArchiveAside() {
   files_.KillIfThere(ArchivePath(".tmp"));
   if (!files_.FileExists(ArchivePath(".zip"))) return;
-  Rescue rescue(program_, "QNPacked-" + PackName, "An older zip of this route, from before it was packed again.");
+  Rescue rescue(program_, "QNPacked-" + PackName,
+                "An older zip of this route, from before it was packed again.");
   rescue.Keep(ArchivePath(".zip"));
   oldArchive_ = rescue.Folder();
   rescue.Close();
@@ -85,7 +86,7 @@ void PackRoute::DropOldArchiveIfContained() {
       });
   if (!contained) return;
   for (const auto& entry : shelf.List())
-    if (entry.path == oldArchive_) shelf.Drop(entry);
+    if (EqualNoCase(entry.path, oldArchive_)) shelf.Drop(entry);
 }
 
 void PackRoute::ReadDefaultFiles() {
@@ -106,7 +107,8 @@ void PackRoute::SkipScan() {
 
 /// Links are entered: what they lead to is part of the route. `way` has the folders above, to see a link that
 /// leads back into one of them. `folder` is given as it is told, with a closing backslash.
-void PackRoute::WalkRoute(const std::string& folder, std::vector<std::string>& way, const FileAction& action) {
+void PackRoute::WalkRoute(const std::string& folder, std::vector<std::string>& way,
+                          const FileAction& action) {
   const std::string real = folder_ + folder.substr(route_.size() - 1);
   FileSystem::Stamp stamp;
   RaiseFileError(files_.Host().GetStamp(CutBackslash(real), stamp), real);
@@ -146,10 +148,11 @@ void PackRoute::Add(const std::string& folder, const std::string& name) {
   FileSystem::Stamp stamp;
   const FileCode code = files_.Host().GetStamp(path, stamp);
   if (const char* harm = HarmIn(storedName); code == FileCode::InvalidName || harm != nullptr)
-    throw RunTimeError(ErrorNumber::BadFileName, path,
-                       std::string(harm != nullptr ? harm : "Windows knows no such name") + ": rename it to pack the route");
+    throw RunTimeError(
+        ErrorNumber::BadFileName, path,
+        std::string(harm != nullptr ? harm : "Windows knows no such name") + ": rename it to pack the route");
   RaiseFileError(code, path);
-  if (!packed_.emplace(LowerCase(storedName), stamp.size).second)
+  if (!packed_.emplace(LowerCase(storedName), stamp).second)
     throw RunTimeError(ErrorNumber::FileAlreadyExists, path,
                        "two files have names that differ in case only: rename one to pack the route");
   xzipper1_.AddFile(path, storedName);
@@ -174,12 +177,13 @@ void PackRoute::RequireComplete() {
   auto missing = packed_;
   for (const auto& entry : reader.Entries()) {
     const auto at = missing.find(LowerCase(entry.name));
-    if (at != missing.end() && at->second == entry.size) missing.erase(at);
+    if (at != missing.end() && at->second.size == entry.size) missing.erase(at);
   }
   if (missing.empty()) return;
   files_.KillIfThere(ArchivePath(".tmp"));
-  throw RunTimeError(ErrorNumber::DeviceIoError, PackParent + "\\" + missing.begin()->first,
-                     "it is not in the zip as it is on the disk: something changes the route while it is packed");
+  throw RunTimeError(
+      ErrorNumber::DeviceIoError, PackParent + "\\" + missing.begin()->first,
+      "it is not in the zip as it is on the disk: something changes the route while it is packed");
 }
 
 void PackRoute::TellProgress() {
@@ -193,7 +197,8 @@ void PackRoute::TellProgress() {
 /// Ready for the route that an intake will make of the zip.
 void PackRoute::MakeSavesFolder() {
   const std::string saves = program_.app.Saves("QNPacked-" + PackName);
-  Rescue rescue(program_, "QNPacked-" + PackName, "The route was packed again, which empties its saved activities.");
+  Rescue rescue(program_, "QNPacked-" + PackName,
+                "The route was packed again, which empties its saved activities.");
   files_.Walk(saves + "\\*.*",
               [&](const std::string& folder, const std::string& name) { rescue.Keep(folder + name); });
   rescue.Close();
@@ -211,16 +216,24 @@ bool PackRoute::IsGamesOwn(const std::string& path) {
          std::any_of(kDefaultRoutes.begin(), kDefaultRoutes.end(), equals);
 }
 
+/// In the zip as it is now, of the game, or made again by it.
+bool PackRoute::IsHeld(const std::string& folder, const std::string& name) {
+  const std::string path = folder + name, lower = LowerCase(name);
+  const std::string storedName = LowerCase(PackName + path.substr(folder_.size()));
+  FileSystem::Stamp stamp;
+  if (const auto at = packed_.find(storedName); at != packed_.end())
+    return files_.Host().GetStamp(path, stamp) == FileCode::Ok && stamp.size == at->second.size &&
+           stamp.modified == at->second.modified;
+  return lower.ends_with("_e.raw") || lower.ends_with("_n.raw") || IsGamesOwn(path);
+}
+
 bool PackRoute::RemoveFolder() {
   const std::string saves = program_.BelowGame("\\Saves\\") + PackName;
   program_.Step("Removing the folder of the route " + PackName);
-  Rescue rescue(program_, "QNPacked-" + PackName, "The route's folder was removed after packing; its zip leaves this out.");
+  Rescue rescue(program_, "QNPacked-" + PackName,
+                "The route's folder was removed after packing; its zip does not hold this.");
   files_.Walk(folder_ + "\\*.*", [&](const std::string& folder, const std::string& name) {
-    const std::string told = route_ + (folder + name).substr(folder_.size() + 1);
-    const std::string lower = LowerCase(name);
-    const bool isGenerated = lower.ends_with("_e.raw") || lower.ends_with("_n.raw");
-    if (PackSkipList.contains(LowerCase(told)) && !isGenerated && !IsGamesOwn(folder + name))
-      rescue.Keep(folder + name);
+    if (!IsHeld(folder, name)) rescue.Keep(folder + name);
   });
   files_.Walk(saves + "\\*.*",
               [&](const std::string& folder, const std::string& name) { rescue.Keep(folder + name); });

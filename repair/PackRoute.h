@@ -36,6 +36,7 @@ class PackRoute {
   void RequireComplete();
   void DropOldArchiveIfContained();
   bool IsGamesOwn(const std::string& path);
+  bool IsHeld(const std::string& folder, const std::string& name);
   void ReadDefaultFiles();
   void SkipScan();
   void AddScan();
@@ -51,7 +52,7 @@ class PackRoute {
   const std::string PackParent, PackName, route_, folder_;
   ArchiveWriter xzipper1_;
   std::unordered_set<std::string> PackSkipList;                // full paths, lower case
-  std::unordered_map<std::string, std::uint64_t> packed_;      // stored names, lower case, and sizes
+  std::unordered_map<std::string, FileSystem::Stamp> packed_;  // by stored name, lower case
   std::string oldArchive_;                                     // on the shelf
 };
 

@@ -52,12 +52,14 @@ void PackScreen::RemoveRouteFolder() {
   Caption("Deleting " + folder);
   const Work work(*this);
   if (pack_.RemoveFolder()) return;
-  program_.boxes.Tell("Remove route folder?",
-                      program_.files.FileExists(folder)
-                          ? folder + " could not be removed.\r\nClose what uses its files and remove the folder by "
-                                     "hand; its zip is complete."
-                          : "Not all of " + folder +
-                                " could be removed.\r\nThe rest goes at the next start; its zip is complete.");
+  program_.boxes.Tell(
+      "Remove route folder?",
+      program_.files.FileExists(folder)
+          ? folder +
+                " could not be removed.\r\nClose what uses its files and remove the folder by "
+                "hand; its zip is complete."
+          : "Not all of " + folder +
+                " could be removed.\r\nThe rest goes at the next start; its zip is complete.");
 }
 
 }  // namespace quillon

@@ -200,13 +200,15 @@ void DesktopFrontEnd::CopyMoved(int position) {
 }
 
 void DesktopFrontEnd::CopyFailed(std::string_view path, FileCode code) {
-  const std::string text = std::string(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
+  const std::string text =
+      std::string(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
   std::fprintf(stderr, "Larkmoor: %s\n", text.c_str());
   for (const auto& [name, view] : views_) view->Notice(Text(text));
 }
 
 void DesktopFrontEnd::ShelfChanged(const ShelfEntry& entry, bool dropped) {
-  const std::string files = std::to_string(entry.files) + (entry.files == 1 ? " file of " : " files of ") + entry.zip;
+  const std::string files =
+      std::to_string(entry.files) + (entry.files == 1 ? " file of " : " files of ") + entry.zip;
   const std::string text = dropped ? "Left the rescued files for newer ones: " + files : "Rescued: " + files;
   for (const auto& [name, view] : views_) view->Notice(Text(text));
 }

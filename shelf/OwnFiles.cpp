@@ -28,7 +28,9 @@ OwnFiles::OwnFiles(Program& program, std::vector<std::string> zips)
 bool OwnFiles::IsOwn(const std::string& path) {
   FileSystem::Stamp stamp;
   if (path.ends_with(kPartMark) || files_.Host().GetStamp(path, stamp) != FileCode::Ok) return false;
-  if (placed_.Covers(stamp.changed) && !placed_.IsNotedOwn(path)) return false;
+  if (placed_.Covers(stamp.changed) && !placed_.IsNotedOwn(path) &&
+      !placed_.IsNotedOwn(ReplaceAll(path, kBackupPrefix, "")))
+    return false;
   std::vector<FoundFile> self;
   if (files_.Host().Find(path, self) != FileCode::Ok || self.front().link || self.front().folder())
     return false;
@@ -45,9 +47,10 @@ void OwnFiles::KeepBelow(Rescue& rescue, const std::string& folder) {
 void OwnFiles::KeepSaves(Rescue& rescue) {
   const std::string saves = program_.BelowGame(kWorkingSaves) + "\\";
   files_.Walk(saves + "*.*", [&](const std::string& folder, const std::string& name) {
-    const bool isStored = folder == saves && std::any_of(zips_.begin(), zips_.end(), [&](const std::string& zip) {
-                            return files_.AreEqual(program_.app.Saves(zip) + "\\" + name, saves + name);
-                          });
+    const bool isStored =
+        folder == saves && std::any_of(zips_.begin(), zips_.end(), [&](const std::string& zip) {
+          return files_.AreEqual(program_.app.Saves(zip) + "\\" + name, saves + name);
+        });
     if (!isStored && !name.ends_with(kPartMark)) rescue.Keep(folder + name);
   });
 }
@@ -55,9 +58,9 @@ void OwnFiles::KeepSaves(Rescue& rescue) {
 bool OwnFiles::IsHeldElsewhere(const std::string& path, const FileSystem::Stamp& stamp) {
   const std::string below = path.substr(std::min(path.size(), route_.size()));
   const std::string uncovered = ReplaceAll(below, kBackupPrefix, "");
-  const bool halfWritten = zips_.size() > 1 && std::any_of(archives_.begin(), archives_.end(), [&](auto& zip) {
-                             return zip.HoldsLongerThan(FileNameOf(below), stamp.size);
-                           });
+  // Only what a load that was cut short has begun to write: its route is the last.
+  const bool halfWritten = zips_.size() > 1 && placed_.IsOfAnOpenLoad(stamp.changed) &&
+                           archives_.back().HoldsLongerThan(FileNameOf(below), stamp.size);
   return halfWritten || IsHeldAs(below, path) || (uncovered != below && IsHeldAs(uncovered, path));
 }
 

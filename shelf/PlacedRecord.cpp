@@ -39,9 +39,14 @@ PlacedRecord::PlacedRecord(Program& program) : program_(program) {
 }
 
 bool PlacedRecord::Covers(std::int64_t changed) const {
-  return std::any_of(spans_.rbegin(), spans_.rend(), [changed](const Span& span) {
-    return span.second != kOpen && span.first <= changed && changed <= span.second;
-  });
+  // Some disks keep no such time.
+  return changed > 0 && std::any_of(spans_.rbegin(), spans_.rend(), [changed](const Span& span) {
+           return span.second != kOpen && span.first <= changed && changed <= span.second;
+         });
+}
+
+bool PlacedRecord::IsOfAnOpenLoad(std::int64_t changed) const {
+  return !spans_.empty() && spans_.back().second == kOpen && changed >= spans_.back().first;
 }
 
 /// The record's own time of change is the disk's clock.

@@ -12,8 +12,8 @@
 
 namespace quillon {
 
-/// The spans of time, by the disk's clock, in which clean-ups and loads have worked in the working route since
-/// it was made. A run that was cut short leaves none.
+/// The spans of time, by the disk's clock, in which clean-ups and loads have worked in the working route
+/// since it was made. A run that was cut short leaves none.
 class PlacedRecord {
  public:
   explicit PlacedRecord(Program& program);
@@ -21,11 +21,15 @@ class PlacedRecord {
   /// Whether a file that was last touched at `changed`, nanoseconds since 1970, was touched by the system.
   bool Covers(std::int64_t changed) const;
 
+  /// Whether it was touched since a load began that has not ended.
+  bool IsOfAnOpenLoad(std::int64_t changed) const;
+
   /// A user's own files that a load covers: they come back later, by the system's hand.
   void NoteOwn(const std::vector<std::string>& paths);
   bool IsNotedOwn(const std::string& path) const { return !own_.empty() && own_.contains(UpperCase(path)); }
 
-  /// Files of the loaded route's stores that could not be copied into the game: the stores have the only ones.
+  /// Files of the loaded route's stores that could not be copied into the game: the stores have the only
+  /// ones.
   void NoteMissing(const std::vector<std::string>& paths);
   bool IsNotedMissing(const std::string& path) const {
     return !missing_.empty() && missing_.contains(UpperCase(path));

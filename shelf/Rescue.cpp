@@ -50,10 +50,15 @@ std::string Rescue::FreePlaceFor(std::string_view path) {
 
 void Rescue::Keep(std::string_view path, std::string_view place) {
   const std::string from(path), to = FreePlaceFor(place);
-  if (files_.Host().DiskOf(path).name == disk_)
-    files_.Rename(from, to);
-  else
-    Copy(from, to);
+  // What is in use can't move, but often be copied; the original is the caller's then, too.
+  if (files_.Host().DiskOf(path).name == disk_ && files_.Host().Move(from, to) == FileCode::Ok) return;
+  Copy(from, to);
+  copied_ = true;
+}
+
+void Rescue::Flush() {
+  if (copied_) files_.Flush(folder_);
+  copied_ = false;
 }
 
 void Rescue::Copy(const std::string& from, const std::string& to) {
@@ -68,8 +73,7 @@ void Rescue::Copy(const std::string& from, const std::string& to) {
 
 void Rescue::NoteRoute(std::string_view name) {
   MakeFolder();
-  files_.WriteAll(folder_ + kShelfRoute,
-                  "[Route]\r\nZip=" + zip_ + "\r\nName=" + std::string(name) + "\r\n");
+  files_.WriteAll(folder_ + kShelfRoute, "[Route]\r\nZip=" + zip_ + "\r\nName=" + std::string(name) + "\r\n");
 }
 
 void Rescue::Close() {
@@ -78,7 +82,7 @@ void Rescue::Close() {
   for (const auto& entry : shelf_.List()) {
     if (EqualNoCase(entry.path, folder_)) program_.watcher.ShelfChanged(entry, false);
   }
-  shelf_.Prune();
+  shelf_.Prune(folder_);
   folder_.clear();
 }
 

@@ -14,8 +14,8 @@ class Rescue {
   /// `zip` is the route that the files belong to, `why` one line.
   Rescue(Program& program, std::string zip, std::string why);
 
-  /// Takes a file, or a folder with all it holds, to the shelf. From another disk it is copied, and the
-  /// original is the caller's to delete after Close. Raises RunTimeErrors.
+  /// Takes a file, or a folder with all it holds, to the shelf. From another disk, or while it is in use, it
+  /// is copied, and the original is the caller's to delete after Flush or Close. Raises RunTimeErrors.
   void Keep(std::string_view path) { Keep(path, path); }
   /// The same for a file that lies at `path` only for a while: it is kept as what it was at `place`.
   void Keep(std::string_view path, std::string_view place);
@@ -29,6 +29,8 @@ class Rescue {
   bool IsEmpty() const { return folder_.empty(); }
   /// The folder of the rescue; empty while there is none.
   const std::string& Folder() const { return folder_; }
+  /// All files so far are safe on the disk when it returns.
+  void Flush();
   /// All files are safe on the disk when it returns. Tells of the rescue, and makes room by the shelf's rule.
   void Close();
 
@@ -42,6 +44,7 @@ class Rescue {
   const Shelf shelf_;
   const std::string zip_, why_, disk_;
   std::string folder_;
+  bool copied_ = false;
 };
 
 }  // namespace quillon

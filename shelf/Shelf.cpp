@@ -110,8 +110,9 @@ std::string Shelf::ObstacleOf(const ShelfEntry& entry) const {
 void Shelf::PutBack(const ShelfEntry& entry) const {
   const FileSystem::Pass pass(files_.Host());
   if (const std::string obstacle = ObstacleOf(entry); !obstacle.empty())
-    throw RunTimeError(ErrorNumber::FileAlreadyExists, obstacle,
-                       "another file stands there: move it away first, or take the rescued one from " + entry.path);
+    throw RunTimeError(
+        ErrorNumber::FileAlreadyExists, obstacle,
+        "another file stands there: move it away first, or take the rescued one from " + entry.path);
   const auto moves = WayBack(entry);
   std::uint64_t bytes = 0;
   for (const auto& [from, to] : moves)
@@ -132,21 +133,20 @@ void Shelf::Drop(const ShelfEntry& entry) const {
   files_.Host().RemoveFolder(CutBackslash(FolderOf(entry.path)));  // the route's last rescue
 }
 
-void Shelf::Prune() const {
-  for (const auto& entry : All())
-    if (entry.files == 0) Drop(entry);
-  const auto entries = List();
+void Shelf::Prune(std::string_view newest) const {
+  auto entries = All();
+  std::sort(entries.begin(), entries.end(), IsNewer);
   const std::uint64_t disk = files_.Host().DiskOf(program_.app.Rescued()).size;
-  const std::uint64_t most = std::min(kMostBytes, disk / 10);
+  const std::uint64_t most = disk == 0 ? kMostBytes : std::min(kMostBytes, disk / 10);
   std::unordered_map<std::string, std::size_t> ofRoute;
   std::uint64_t bytes = 0;
   for (const auto& entry : entries) {
     bytes += entry.bytes;
-    const bool tooMany = ++ofRoute[entry.zip] > kMostOfARoute;
-    if (entry.number == 1 || (!tooMany && bytes <= most)) continue;
+    const bool tooMany = ++ofRoute[UpperCase(entry.zip)] > kMostOfARoute;
+    if (entry.files > 0 && (EqualNoCase(entry.path, newest) || (!tooMany && bytes <= most))) continue;
     bytes -= entry.bytes;
     Drop(entry);
-    program_.watcher.ShelfChanged(entry, true);
+    if (entry.files > 0) program_.watcher.ShelfChanged(entry, true);
   }
 }
 

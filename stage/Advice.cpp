@@ -23,14 +23,16 @@ std::string Advice(const RunTimeError& error) {
   if (Contains(path, "\\RESCUED\\") || Contains(UpperCase(error.reason()), "\\RESCUED\\"))
     return "Nothing was put back. Move what stands in the way elsewhere, or copy the rescued files by hand.";
   if (path.ends_with(".QNZ") && (missing || is(ErrorNumber::InvalidFileFormat)))
-    return "Nothing of yours is lost. Copy the route's zip from original_zips\\Installed to downloaded_routes and "
+    return "Nothing of yours is lost. Copy the route's zip from original_zips\\Installed to "
+           "downloaded_routes and "
            "add it again; meanwhile load another route.";
   if (Contains(path, "\\DOWNLOADED_ROUTES\\") || Contains(path, "\\ROUTE_PICS\\") ||
       Contains(path, "\\ROUTE_INFO\\"))
     return "Take that zip out of downloaded_routes and add the others; its original may be mended or "
            "downloaded again.";
   if (Contains(path, "QUILLON-ROUTE"))
-    return "Nothing of yours is lost. Close Train Simulator and load again; Clean in the route manager ('quillon "
+    return "Nothing of yours is lost. Close Train Simulator and load again; Clean in the route manager "
+           "('quillon "
            "clean') rebuilds the working route.";
   return "Mend what is said above and try again.";
 }

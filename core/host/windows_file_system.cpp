@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <exception>
+#include <map>
 #include <unordered_set>
 #include <utility>
 
@@ -66,6 +67,8 @@ class WindowsFileSystem final : public FileSystem {
   FileCode FindAll(WindowsPath& path, std::vector<FoundFile>& found);
   FileCode LocateTarget(std::string_view path, Target& target);
   FileCode CopyBytes(const std::wstring& from, const std::wstring& to);
+
+  void FollowMove(const std::wstring& from, const std::wstring& to);
 
   std::unordered_set<std::wstring> unflushed_;  // files written since the last Flush
 };
@@ -194,8 +197,10 @@ FileCode WindowsFileSystem::Move(std::string_view from, std::string_view to) {
   if (const FileCode code = Look(source, attributes); code != FileCode::Ok) return code;
   if (!target.Named()) return target.text.code;
   if (!Creatable(target.Name())) return FileCode::InvalidName;
-  if (::MoveFileExW(source.Call().c_str(), target.Call().c_str(), MOVEFILE_COPY_ALLOWED) != 0)
+  if (::MoveFileExW(source.Call().c_str(), target.Call().c_str(), MOVEFILE_COPY_ALLOWED) != 0) {
+    FollowMove(source.Call(), target.Call());
     return FileCode::Ok;
+  }
   // What a folder on its way into itself is told.
   return ::GetLastError() == ERROR_INVALID_PARAMETER ? FileCode::SharingViolation : LastCode();
 }
@@ -401,17 +406,44 @@ void WindowsFileSystem::Touched(std::string_view path, bool exists) {
   if (exists && named.Named()) unflushed_.insert(named.Call());
 }
 
-/// A whole disk is flushed for an administrator only, so each file is: all but the last without waiting for
-/// the device. A file that has gone, or was renamed by a journal of the disk's own, needs none.
+/// What waits to be flushed goes with its file or folder.
+void WindowsFileSystem::FollowMove(const std::wstring& from, const std::wstring& to) {
+  std::unordered_set<std::wstring> moved = {to};
+  for (const auto& path : unflushed_) {
+    const bool below = path.starts_with(from) && (path.size() == from.size() || path[from.size()] == L'\\');
+    moved.insert(below ? to + path.substr(from.size()) : path);
+  }
+  unflushed_ = std::move(moved);
+}
+
+/// A read-only file gives nobody the right to flush it: it is writable for that moment.
+HANDLE OpenToFlush(const std::wstring& path) {
+  const HANDLE file = OpenExisting(path, GENERIC_WRITE);
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  if (file != INVALID_HANDLE_VALUE || attributes == INVALID_FILE_ATTRIBUTES ||
+      !Holds(attributes, kReadOnly) || Holds(attributes, kFolder))
+    return file;
+  ::SetFileAttributesW(path.c_str(), attributes & ~DWORD{kReadOnly});
+  const HANDLE opened = OpenExisting(path, GENERIC_WRITE);
+  ::SetFileAttributesW(path.c_str(), attributes);
+  return opened;
+}
+
+/// A whole disk is flushed for an administrator only, so each file is. The device of a disk is waited for
+/// once, with the last of its files.
 FileCode WindowsFileSystem::Flush(std::string_view) {
+  constexpr std::size_t kDriveLength = 7;  // of "\\?\C:\"
   FileCode result = FileCode::Ok;
-  std::size_t left = unflushed_.size();
+  std::map<std::wstring, Handle> lastOfDisk;
   for (const auto& path : unflushed_) {
     Idle();
-    const Handle file(OpenExisting(path, GENERIC_WRITE));
-    const bool last = --left == 0;
-    if (file.IsOpen() && !FlushFile(file.Get(), last)) result = LastCode();
+    Handle file(OpenToFlush(path));
+    if (!file.IsOpen()) continue;  // gone since
+    if (!FlushFile(file.Get(), false)) result = LastCode();
+    lastOfDisk.insert_or_assign(path.substr(0, kDriveLength), std::move(file));
   }
+  for (const auto& [disk, file] : lastOfDisk)
+    if (!FlushFile(file.Get(), true)) result = LastCode();
   unflushed_.clear();
   return result;
 }

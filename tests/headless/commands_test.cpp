@@ -123,7 +123,8 @@ TEST_F(CommandsTest, AdviceFitsTheError) {
   advises(RunTimeError(InvalidFileFormat, zip), "out of downloaded_routes");
   for (const auto number : {InvalidFileFormat, FileNotFound})
     advises(RunTimeError(number, route), "add it again");
-  advises(RunTimeError(FileAlreadyExists, "/game\\x.sav", "take it from /app\\rescued\\a"), "Nothing was put back");
+  advises(RunTimeError(FileAlreadyExists, "/game\\x.sav", "take it from /app\\rescued\\a"),
+          "Nothing was put back");
   advises(RunTimeError(FileAlreadyExists, "/game\\ROUTES\\Quillon-route\\a.s"), "quillon clean') rebuilds");
   advises(RunTimeError(DiskFull, zip), "Make room");
 }

@@ -14,19 +14,13 @@ namespace quillon {
 
 class CountedFault : public Fault {
  public:
-  /// `end` is called instead of an answer, when it is there.
-  explicit CountedFault(int at, void (*end)() = nullptr) : at_(at), end_(end) {}
-  FileCode Strike() override {
-    if (++count_ != at_) return FileCode::Ok;
-    if (end_ != nullptr) end_();
-    return FileCode::AccessDenied;
-  }
+  explicit CountedFault(int at) : at_(at) {}
+  FileCode Strike() override { return ++count_ == at_ ? FileCode::AccessDenied : FileCode::Ok; }
   void Arm() { count_ = 0; }
   int Count() const { return count_; }
 
  private:
   const int at_;
-  void (*const end_)();
   int count_ = 1 << 30;
 };
 
@@ -143,8 +137,9 @@ class FaultSweep : public ProgramTest {
   void CheckOwnWork() const {
     const auto tree = Tree(Root());
     for (const std::string bytes : {"saved game", "an activity of the user's", "an activity in a folder"})
-      EXPECT_TRUE(std::any_of(tree.begin(), tree.end(), [&](const auto& file) { return file.second == bytes; }))
-          << bytes;
+      EXPECT_TRUE(std::any_of(tree.begin(), tree.end(), [&](const auto& file) {
+        return file.second == bytes;
+      })) << bytes;
   }
 
   /// What must hold right after the fault, and what a clean-up and a new load must bring about.

@@ -33,6 +33,8 @@ TEST_F(CustomScriptTest, CopiesCoverAndTheNextLoadGivesBack) {
                      "TSCOPY whatever \\Routes\\USA2\\Textures\\ ,\\Textures\\! rock.ace \r\n"
                      "copy \\Shapes\\, \\Marks\\ ! missing.s\r\n"
                      "copy \\Shapes\\, \\Star\\ ! *.s\r\n"
+                     "copy \\Shapes\\, \\Marks\\ !\r\n"
+                     "copy \\Shapes\\, \\Many\\ ! o?n.s\r\n"
                      " copy \\Shapes\\, \\Blank\\ ! own.s\r\n"),
             0);
   EXPECT_EQ(Working("Marks\\own.s"), "own shape");
@@ -41,7 +43,9 @@ TEST_F(CustomScriptTest, CopiesCoverAndTheNextLoadGivesBack) {
   EXPECT_TRUE(Lists("current.tsl", "Marks\\own.s") && Lists("current.tsl", "Textures\\rock.ace"));
   EXPECT_TRUE(Lists("default.tsl", "Textures\\ts-bak-rock.ace"));
   EXPECT_FALSE(Exists(WorkingPath("Star")) || Exists(WorkingPath("Blank")));
-  ASSERT_EQ(Run("load", "Hill"), 0);
+  EXPECT_EQ(Working("Many\\own.s"), "own shape");
+  ASSERT_EQ(Run("load", "Hill"), 0) << Last("error");
+  EXPECT_FALSE(Exists(WorkingPath("Many\\own.s"))) << "a line with a wildcard names all that matches";
   EXPECT_EQ(Working("Textures\\rock.ace"), "default rock");
   EXPECT_FALSE(Exists(WorkingPath("Marks\\own.s")) || Exists(WorkingPath("Textures\\ts-bak-rock.ace")));
 }

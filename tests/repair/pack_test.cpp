@@ -78,6 +78,31 @@ TEST_F(PackTest, ComesBackByteForByte) {
   EXPECT_TRUE(Exists(WorkingPath("Shapes")));
 }
 
+TEST_F(PackTest, IsCompleteOrSaysNo) {
+  if (!HasLinks()) GTEST_SKIP() << kNoLinks;
+  Write(Root() + "/elsewhere/shared.s", "shared shape");
+  MakeFolderLink(ToPath(Root() + "/elsewhere"), ToPath(Folder() + "/Linked"));
+  MakeFolderLink(ToPath(Folder()), ToPath(Folder() + "/Linked/loop"));
+  ASSERT_EQ(Pack(), 0) << Last("error");
+  const auto packed = Unzipped(Zip());
+  EXPECT_EQ(packed.size(), files_.size() + 1);
+  EXPECT_EQ(packed.at("myroute\\linked\\shared.s"), "shared shape");
+
+  options.answerYes = true;
+  for (const auto& [name, number] :
+       std::vector<std::pair<std::string, int>>{{"Shapes/OWN.S", 58}, {"what?.s", 52}}) {
+    WriteBytes(ToPath(Folder() + "/" + name), "no name for every disk");
+    EXPECT_EQ(Pack(), 1) << name;
+    EXPECT_EQ(LastError(), number) << Last("error");
+    EXPECT_TRUE(Exists(Folder() + "/My.trk"));
+    fs::remove(ToPath(Folder() + "/" + name));
+  }
+  // Another folder, where names that differ in case do.
+  fs::create_directories(ToPath(Root() + "/GAME/ROUTES/MyRoute"));
+  EXPECT_EQ(Run("pack", Root() + "/GAME/ROUTES/MyRoute"), 3);
+  EXPECT_TRUE(Exists(Folder() + "/My.trk"));
+}
+
 TEST_F(PackTest, RefusesWhatIsNoRouteAndWhatIsNotThere) {
   EXPECT_EQ(Run("pack", Game() + "/ROUTES/USA1"), 3);
   EXPECT_EQ(Run("pack", Game() + "/ROUTES/Nowhere"), 3);

@@ -171,7 +171,8 @@ TEST_F(RescueTest, WhatACommandHasDoneOutlivesAPowerCut) {
     for (const auto& path : cut.unflushed) {
       // What each start lays anew, and reports.
       const bool made = Contains(path, "\\misc_info\\") || path.ends_with("info.html") ||
-                        path.ends_with("this!.html") || path.ends_with("tsno data!.jpg") || path.ends_with(".ini");
+                        path.ends_with("this!.html") || path.ends_with("tsno data!.jpg") ||
+                        path.ends_with(".ini");
       EXPECT_TRUE(made) << command << ": " << path;
     }
   }
