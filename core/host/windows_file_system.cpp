@@ -434,16 +434,18 @@ HANDLE OpenToFlush(const std::wstring& path) {
 FileCode WindowsFileSystem::Flush(std::string_view) {
   constexpr std::size_t kDriveLength = 7;  // of "\\?\C:\"
   FileCode result = FileCode::Ok;
-  std::map<std::wstring, Handle> lastOfDisk;
+  std::map<std::wstring, std::wstring> lastOfDisk;
   for (const auto& path : unflushed_) {
     Idle();
-    Handle file(OpenToFlush(path));
+    const Handle file(OpenToFlush(path));
     if (!file.IsOpen()) continue;  // gone since
     if (!FlushFile(file.Get(), false)) result = LastCode();
-    lastOfDisk.insert_or_assign(path.substr(0, kDriveLength), std::move(file));
+    lastOfDisk[path.substr(0, kDriveLength)] = path;
   }
-  for (const auto& [disk, file] : lastOfDisk)
-    if (!FlushFile(file.Get(), true)) result = LastCode();
+  for (const auto& [disk, path] : lastOfDisk) {
+    const Handle file(OpenToFlush(path));
+    if (file.IsOpen() && !FlushFile(file.Get(), true)) result = LastCode();
+  }
   unflushed_.clear();
   return result;
 }
