@@ -11,7 +11,8 @@ namespace quillon {
 namespace {
 
 constexpr const char* kOlder = ".older~";
-constexpr const char *kCopied = "copied ", *kRebuilt = "rebuilt ", *kWorkFolder = "folder ";
+constexpr const char *kCopied = "copied ", *kRebuilt = "rebuilt ", *kWorkFolder = "folder ",
+                     *kStores = "stores ";
 
 }  // namespace
 
@@ -43,6 +44,8 @@ void IntakeJournal::RebuiltComes(const std::string& zip) {
   program_.files.Flush(program_.app.IntakeJournal());
 }
 
+void IntakeJournal::StoresAreRenewed(const std::string& zip) { Note(kStores, zip); }
+
 void IntakeJournal::TakeOriginalBack(const std::string& zip) {
   Files& files = program_.files;
   const bool olderWaits = files.FileExists(Older(zip));
@@ -72,19 +75,18 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
   const std::string journal = program_.app.IntakeJournal();
   if (!program_.files.FileExists(journal)) return;
   const auto lines = Lines(program_.files.ReadAll(journal));
-  for (const auto& line : lines)
-    if (line.starts_with(kRebuilt)) FinishRebuilt(line.substr(std::string_view(kRebuilt).size()));
+  const auto forEach = [&lines](std::string_view what, const auto& finish) {
+    for (const auto& line : lines)
+      if (line.starts_with(what)) finish(line.substr(what.size()));
+  };
   bool taken = false;
-  for (const auto& line : lines) {
-    if (line.starts_with(kWorkFolder)) RemoveWorkFolder(line.substr(std::string_view(kWorkFolder).size()));
-    if (!line.starts_with(kCopied)) continue;
-    const std::string zip = line.substr(std::string_view(kCopied).size());
-    taken |= FinishOriginal(zip);
-    for (const auto& name : {zip, "Quillon-" + zip}) {
-      FinishRouteFile(name);
-      FinishStores(name);
-    }
-  }
+  forEach(kRebuilt, [this](const std::string& zip) { FinishRebuilt(zip); });
+  forEach(kWorkFolder, [this](const std::string& folder) { RemoveWorkFolder(folder); });
+  forEach(kCopied, [&](const std::string& zip) { taken |= FinishOriginal(zip); });
+  forEach(kStores, [this](const std::string& zip) {
+    FinishRouteFile(zip);
+    FinishStores(zip);
+  });
   for (const auto* rest : {"*.tmp", "*.part~"})
     program_.files.KillIfThere(program_.app.DownloadedRoutes() + "\\" + rest);
   program_.files.KillIfThere(journal);

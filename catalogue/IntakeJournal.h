@@ -26,6 +26,9 @@ class IntakeJournal {
   /// The rebuilt zip of `zip` is whole and about to get its name: from then on the download is no longer
   /// needed.
   void RebuiltComes(const std::string& zip);
+  /// The stores of the route `zip` are about to be emptied and filled from its new zip; what they alone hold
+  /// is safe.
+  void StoresAreRenewed(const std::string& zip);
   /// The intake does not take `zip`: its copy in `Installed` goes, and an older original comes back.
   void TakeOriginalBack(const std::string& zip);
   /// All went well: older originals go.

@@ -416,7 +416,6 @@ bool MainScreen::FinishCleanUp() {
   program_.shared.LoadRouteName = name;
   program_.shared.LoadZip = zip;
   catalogue_.Select(name, zip);
-  program_.shared.HealedNote.clear();
   return !mark.CleanUpWasCut();
 }
 

@@ -26,6 +26,7 @@ void InformationExtraction::ExtractRoute(const std::string& zip) {
   const std::string what = " from " + zip + ".zip";
   MakeCustomFolders(state_.program, zip);
   RescueOwnWork(zip);
+  state_.journal.StoresAreRenewed(zip);
   unzip_.InputFile = state_.Download(zip);
   unzip_.ReadDirectory();
   unzip_.KeepFolders = false;

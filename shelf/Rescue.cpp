@@ -79,10 +79,7 @@ void Rescue::NoteRoute(std::string_view name) {
 void Rescue::Close() {
   if (IsEmpty()) return;
   files_.Flush(folder_);
-  for (const auto& entry : shelf_.List()) {
-    if (EqualNoCase(entry.path, folder_)) program_.watcher.ShelfChanged(entry, false);
-  }
-  shelf_.Prune(folder_);
+  shelf_.Settle(folder_);
   folder_.clear();
 }
 

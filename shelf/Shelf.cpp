@@ -133,20 +133,28 @@ void Shelf::Drop(const ShelfEntry& entry) const {
   files_.Host().RemoveFolder(CutBackslash(FolderOf(entry.path)));  // the route's last rescue
 }
 
-void Shelf::Prune(std::string_view newest) const {
+void Shelf::Settle(std::string_view newest) const {
   auto entries = All();
   std::sort(entries.begin(), entries.end(), IsNewer);
+  int number = 0;
   const std::uint64_t disk = files_.Host().DiskOf(program_.app.Rescued()).size;
   const std::uint64_t most = disk == 0 ? kMostBytes : std::min(kMostBytes, disk / 10);
   std::unordered_map<std::string, std::size_t> ofRoute;
   std::uint64_t bytes = 0;
-  for (const auto& entry : entries) {
+  for (auto& entry : entries) {
+    if (entry.files == 0) {
+      Drop(entry);
+      continue;
+    }
+    entry.number = ++number;
     bytes += entry.bytes;
+    const bool isNew = EqualNoCase(entry.path, newest);
     const bool tooMany = ++ofRoute[UpperCase(entry.zip)] > kMostOfARoute;
-    if (entry.files > 0 && (EqualNoCase(entry.path, newest) || (!tooMany && bytes <= most))) continue;
+    if (isNew) program_.watcher.ShelfChanged(entry, false);
+    if (isNew || (!tooMany && bytes <= most)) continue;
     bytes -= entry.bytes;
     Drop(entry);
-    if (entry.files > 0) program_.watcher.ShelfChanged(entry, true);
+    program_.watcher.ShelfChanged(entry, true);
   }
 }
 

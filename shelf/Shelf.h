@@ -29,9 +29,10 @@ class Shelf {
   std::string ObstacleOf(const ShelfEntry& entry) const;
   void Drop(const ShelfEntry& entry) const;
 
-  /// Takes the oldest away until at most ten are left of a route and all take no more than a tenth of the
-  /// disk, nor 2 GB. The rescue in the folder `newest` stays, whatever it takes.
-  void Prune(std::string_view newest) const;
+  /// A new rescue stands in the folder `newest`. Tells of it, and takes the oldest away until at most ten are
+  /// left of a route and all take no more than a tenth of the disk, nor 2 GB; the new one stays, whatever it
+  /// takes.
+  void Settle(std::string_view newest) const;
 
   /// Which of the rescues of one second the folder of this name is, from 1.
   static int CountOf(std::string_view folderName);

@@ -68,7 +68,7 @@ class WindowsFileSystem final : public FileSystem {
   FileCode LocateTarget(std::string_view path, Target& target);
   FileCode CopyBytes(const std::wstring& from, const std::wstring& to);
 
-  void FollowMove(const std::wstring& from, const std::wstring& to);
+  void FollowMove(const std::wstring& from, const std::wstring& to, bool folder);
 
   std::unordered_set<std::wstring> unflushed_;  // files written since the last Flush
 };
@@ -198,7 +198,7 @@ FileCode WindowsFileSystem::Move(std::string_view from, std::string_view to) {
   if (!target.Named()) return target.text.code;
   if (!Creatable(target.Name())) return FileCode::InvalidName;
   if (::MoveFileExW(source.Call().c_str(), target.Call().c_str(), MOVEFILE_COPY_ALLOWED) != 0) {
-    FollowMove(source.Call(), target.Call());
+    FollowMove(source.Call(), target.Call(), Holds(attributes, kFolder));
     return FileCode::Ok;
   }
   // What a folder on its way into itself is told.
@@ -407,8 +407,13 @@ void WindowsFileSystem::Touched(std::string_view path, bool exists) {
 }
 
 /// What waits to be flushed goes with its file or folder.
-void WindowsFileSystem::FollowMove(const std::wstring& from, const std::wstring& to) {
-  std::unordered_set<std::wstring> moved = {to};
+void WindowsFileSystem::FollowMove(const std::wstring& from, const std::wstring& to, bool folder) {
+  if (!folder) {
+    unflushed_.erase(from);
+    unflushed_.insert(to);
+    return;
+  }
+  std::unordered_set<std::wstring> moved;
   for (const auto& path : unflushed_) {
     const bool below = path.starts_with(from) && (path.size() == from.size() || path[from.size()] == L'\\');
     moved.insert(below ? to + path.substr(from.size()) : path);
