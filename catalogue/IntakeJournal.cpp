@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* kOlder = ".older~";
 constexpr const char *kCopied = "copied ", *kRebuilt = "rebuilt ", *kWorkFolder = "folder ",
-                     *kStores = "stores ";
+                     *kStores = "stores ", *kRescue = "rescue ";
 
 }  // namespace
 
@@ -43,6 +43,8 @@ void IntakeJournal::RebuiltComes(const std::string& zip) {
   Note(kRebuilt, zip);
   program_.files.Flush(program_.app.IntakeJournal());
 }
+
+void IntakeJournal::OwnWorkGoesTo(const std::string& folder) { Note(kRescue, folder); }
 
 void IntakeJournal::StoresAreRenewed(const std::string& zip) { Note(kStores, zip); }
 
@@ -87,6 +89,7 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
     FinishRouteFile(zip);
     FinishStores(zip);
   });
+  forEach(kRescue, [this](const std::string& folder) { BringBack(folder); });
   for (const auto* rest : {"*.tmp", "*.part~"})
     program_.files.KillIfThere(program_.app.DownloadedRoutes() + "\\" + rest);
   program_.files.KillIfThere(journal);
@@ -111,6 +114,21 @@ void IntakeJournal::FinishStores(const std::string& zip) {
     reader.AddFilter(pattern);
     reader.Extract();
   }
+}
+
+/// While the route's old file stands, what the user has changed stands in the stores again, as before; the
+/// rescue stays, too.
+void IntakeJournal::BringBack(const std::string& rescue) {
+  Files& files = program_.files;
+  const std::string zip(FileNameOf(CutBackslash(FolderOf(rescue))));
+  if (!files.FileExists(Download(zip)) || files.AreEqual(Download(zip), program_.app.RouteFile(zip))) return;
+  const std::string kept = rescue + "\\app";
+  files.Walk(kept + "\\*.*", [&](const std::string& folder, const std::string& name) {
+    const std::string store = program_.app.App() + folder.substr(kept.size());
+    files.MakeFolders(CutBackslash(store));
+    files.KillIfThere(store + name);
+    files.FileCopy(folder + name, store + name);
+  });
 }
 
 /// The rebuilt zip, and the original in Installed, are all that the next intake needs.

@@ -26,6 +26,8 @@ class IntakeJournal {
   /// The rebuilt zip of `zip` is whole and about to get its name: from then on the download is no longer
   /// needed.
   void RebuiltComes(const std::string& zip);
+  /// What the stores of a route alone hold is about to go to the rescue in this folder.
+  void OwnWorkGoesTo(const std::string& folder);
   /// The stores of the route `zip` are about to be emptied and filled from its new zip; what they alone hold
   /// is safe.
   void StoresAreRenewed(const std::string& zip);
@@ -51,6 +53,7 @@ class IntakeJournal {
   void RemoveWorkFolder(const std::string& folder);
   void FinishRebuilt(const std::string& zip);
   void FinishStores(const std::string& zip);
+  void BringBack(const std::string& rescue);
   void FinishRouteFile(const std::string& zip);
   bool FinishOriginal(const std::string& zip);
 

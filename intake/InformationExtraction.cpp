@@ -45,13 +45,17 @@ void InformationExtraction::ExtractRoute(const std::string& zip) {
 /// What a user has added to a route that comes once more; the rest is in its zip.
 void InformationExtraction::RescueOwnWork(const std::string& zip) {
   const Installation& app = state_.program.app;
-  Rescue rescue(state_.program, zip, "The route was added again, and its zip does not hold this.");
   ArchiveIndex archive(state_.program.files, state_.Download(zip));
+  std::vector<std::string> own;
   for (const auto& store :
        {app.Activities(zip), app.Services(zip), app.Paths(zip), app.Traffic(zip), app.Consists(zip)})
     state_.program.files.Walk(store + "\\*.*", [&](const std::string& folder, const std::string& name) {
-      if (!archive.Holds(name, folder + name)) rescue.Keep(folder + name);
+      if (!archive.Holds(name, folder + name)) own.push_back(folder + name);
     });
+  if (own.empty()) return;
+  Rescue rescue(state_.program, zip, "The route was added again, and its zip does not hold this.");
+  state_.journal.OwnWorkGoesTo(rescue.Open());
+  for (const auto& path : own) rescue.Keep(path);
   rescue.Close();
 }
 

@@ -27,6 +27,11 @@ class Rescue {
   void NoteRoute(std::string_view name);
 
   bool IsEmpty() const { return folder_.empty(); }
+  /// Makes the folder of the rescue ahead of its files, for those who note it first.
+  const std::string& Open() {
+    MakeFolder();
+    return folder_;
+  }
   /// The folder of the rescue; empty while there is none.
   const std::string& Folder() const { return folder_; }
   /// All files so far are safe on the disk when it returns.

@@ -40,6 +40,8 @@ def as_program(world):
 
 
 def newer(world):
+    # Changed while the route was in the game, and put away since.
+    world.own(world.app / "routes/activities/activities/cedar/morning.act", b"the user's own morning")
     world.drop("cedar.zip", zip_bytes(route_entries("Cedar Hill", ["sigcfg.dat"])))
 
 
