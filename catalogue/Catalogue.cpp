@@ -15,6 +15,26 @@ std::string Numbered(std::string_view name, int number) {
   return std::string(name) + " (" + std::to_string(number) + ")";
 }
 
+/// A value that is read back as it is: blanks and a pair of quotes around it would be taken off.
+std::string Kept(std::string_view value) {
+  const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+  const bool quoted =
+      value.size() > 1 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
+  const bool loses = !value.empty() && (quoted || isBlank(value.front()) || isBlank(value.back()));
+  return loses ? "\"" + std::string(value) + "\"" : std::string(value);
+}
+
+/// `name` as a key, which can neither hold "=" nor begin like a header or a comment.
+std::string KeyOf(std::string_view name) {
+  std::string key = ReplaceAll(name, "=", "-");
+  return key.starts_with('[') || key.starts_with(';') ? "-" + key : key;
+}
+
+/// No route can have the name of a section that holds something else.
+bool IsReserved(std::string_view name) {
+  return EqualNoCase(name, "Current") || EqualNoCase(name, "Versions");
+}
+
 }  // namespace
 
 std::string NameOfRow(std::string_view row) { return Trim(ReplaceAll(row, kLoadedMark, "")); }
@@ -24,7 +44,7 @@ std::string Catalogue::ReadCurrent(std::string_view key, std::string_view defaul
 }
 
 void Catalogue::WriteCurrent(std::string_view key, std::string_view value) const {
-  program_.ini.WriteIni("Current", key, value, program_.app.RoutesIni());
+  program_.ini.WriteIni("Current", key, Kept(value), program_.app.RoutesIni());
 }
 
 void Catalogue::Select(std::string_view name, std::string_view zip) const {
@@ -64,8 +84,8 @@ std::string Catalogue::Add(std::string_view zip, std::string_view routeName) con
 }
 
 void Catalogue::Enter(std::string_view zip, std::string_view name) const {
-  program_.ini.WriteIni(name, "Zip", zip, program_.app.RoutesIni());
-  program_.ini.WriteIni(zip, "Name", name, program_.app.RoutesIni());
+  program_.ini.WriteIni(name, "Zip", Kept(zip), program_.app.RoutesIni());
+  program_.ini.WriteIni(zip, "Name", Kept(name), program_.app.RoutesIni());
 }
 
 /// Writes to profile files fail in silence, and a route without an entry can't be chosen.
@@ -87,8 +107,9 @@ void Catalogue::Restore(std::string_view zip, std::string_view name) const {
 
 std::string Catalogue::UniqueName(const std::string& routeName) const {
   const std::string file = program_.app.RoutesIni();
-  int number = NumericValue(program_.ini.ReadIni("Versions", routeName, "0", file)) + 1;
-  program_.ini.WriteIni("Versions", routeName, std::to_string(number), file);
+  int number = NumericValue(program_.ini.ReadIni("Versions", KeyOf(routeName), "0", file)) + 1;
+  program_.ini.WriteIni("Versions", KeyOf(routeName), std::to_string(number), file);
+  if (IsReserved(routeName)) return UniqueName(routeName + " (route)");
   // The name may be free again although the count goes on.
   if (number == 1 || ZipOf(routeName, kFree) == kFree) return routeName;
   for (int i = 2; i <= number; ++i) {

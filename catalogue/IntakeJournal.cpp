@@ -12,7 +12,8 @@ namespace {
 
 constexpr const char* kOlder = ".older~";
 constexpr const char *kCopied = "copied ", *kRebuilt = "rebuilt ", *kWorkFolder = "folder ",
-                     *kStores = "stores ", *kRescue = "rescue ";
+                     *kStores = "stores ", *kRescue = "rescue ", *kConverted = "converted ";
+constexpr char kBar = '|';  // no name has one
 
 }  // namespace
 
@@ -43,6 +44,25 @@ void IntakeJournal::RebuiltComes(const std::string& zip) {
   Note(kRebuilt, zip);
   program_.files.Flush(program_.app.IntakeJournal());
 }
+
+void IntakeJournal::ConversionComes(const std::string& zip, const std::string& file) {
+  Note(kConverted, zip + kBar + file);
+}
+
+std::vector<std::string> IntakeJournal::Noted(std::string_view what) const {
+  std::vector<std::string> names;
+  for (const auto& line : Lines(program_.files.ReadAll(program_.app.IntakeJournal())))
+    if (line.starts_with(what)) names.push_back(line.substr(what.size()));
+  return names;
+}
+
+std::vector<std::string> IntakeJournal::Converted() const {
+  auto zips = Noted(kConverted);
+  for (auto& zip : zips) zip = zip.substr(0, zip.find(kBar));
+  return zips;
+}
+
+std::vector<std::string> IntakeJournal::Rebuilt() const { return Noted(kRebuilt); }
 
 void IntakeJournal::OwnWorkGoesTo(const std::string& folder) { Note(kRescue, folder); }
 
@@ -82,6 +102,10 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
       if (line.starts_with(what)) finish(line.substr(what.size()));
   };
   bool taken = false;
+  forEach(kConverted, [this](const std::string& note) {
+    const auto bar = note.find(kBar);
+    if (bar != note.npos) FinishConversion(note.substr(0, bar), note.substr(bar + 1));
+  });
   forEach(kRebuilt, [this](const std::string& zip) { FinishRebuilt(zip); });
   forEach(kWorkFolder, [this](const std::string& folder) { RemoveWorkFolder(folder); });
   forEach(kCopied, [&](const std::string& zip) { taken |= FinishOriginal(zip); });
@@ -148,6 +172,20 @@ void IntakeJournal::FinishRebuilt(const std::string& zip) {
   if (program_.files.FileExists(Download("Quillon-" + zip)) &&
       program_.files.AreEqual(Download(zip), Original(zip)))
     program_.files.KillIfThere(Download(zip));
+}
+
+/// A zip that has its name is whole: its original is no download any more.
+void IntakeJournal::FinishConversion(const std::string& zip, const std::string& file) {
+  const std::string from = program_.app.DownloadedRoutes() + "\\" + file,
+                    to = program_.app.Installed() + "\\" + file;
+  if (!program_.files.FileExists(from) || !program_.files.FileExists(Download(zip))) return;
+  if (program_.files.FileExists(to) && !program_.files.AreEqual(from, to)) {
+    Rescue rescue(program_, zip, "Another file of the same name was added: this is the original of before.");
+    rescue.Keep(to);
+    rescue.Close();
+  }
+  program_.files.KillIfThere(to);
+  program_.files.Rename(from, to);
 }
 
 /// Only with the mark of ours in it, or when nothing is.

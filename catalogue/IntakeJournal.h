@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/Program.h"
@@ -26,6 +27,12 @@ class IntakeJournal {
   /// The rebuilt zip of `zip` is whole and about to get its name: from then on the download is no longer
   /// needed.
   void RebuiltComes(const std::string& zip);
+  /// The zip `zip` was made of the download `file`, of another format, and is about to get its name: the file
+  /// goes to Installed.
+  void ConversionComes(const std::string& zip, const std::string& file);
+  /// The zips that were made so in this intake, and the downloads that were rebuilt.
+  std::vector<std::string> Converted() const;
+  std::vector<std::string> Rebuilt() const;
   /// What the stores of a route alone hold is about to go to the rescue in this folder.
   void OwnWorkGoesTo(const std::string& folder);
   /// The stores of the route `zip` are about to be emptied and filled from its new zip; what they alone hold
@@ -50,8 +57,10 @@ class IntakeJournal {
     return program_.app.DownloadedRoutes() + "\\" + zip + ".zip";
   }
   void Note(const char* what, const std::string& name);
+  std::vector<std::string> Noted(std::string_view what) const;
   void RemoveWorkFolder(const std::string& folder);
   void FinishRebuilt(const std::string& zip);
+  void FinishConversion(const std::string& zip, const std::string& file);
   void FinishStores(const std::string& zip);
   void BringBack(const std::string& rescue);
   void FinishRouteFile(const std::string& zip);

@@ -58,13 +58,14 @@ void RouteRemoval::FinishRemoval(Program& program) {
                      " that was cut short has been finished.");
 }
 
-/// In the order in which they are told to go.
+std::vector<std::string> RouteRemoval::BelongingsOf(const Installation& app, const std::string& zip) {
+  return {app.RouteFile(zip),  app.Saves(zip),     app.Preview(zip),  app.TerrainCache(zip),
+          app.Activities(zip), app.Consists(zip),  app.Custom(zip),   app.Paths(zip),
+          app.RouteInfo(zip),  app.RoutePics(zip), app.Services(zip), app.Traffic(zip)};
+}
+
 void RouteRemoval::MoveBelongings(Rescue& rescue) {
-  const Installation& app = program_.app;
-  const auto belongings = {app.RouteFile(zip_),    app.Saves(zip_),      app.Preview(zip_),
-                           app.TerrainCache(zip_), app.Activities(zip_), app.Consists(zip_),
-                           app.Custom(zip_),       app.Paths(zip_),      app.RouteInfo(zip_),
-                           app.RoutePics(zip_),    app.Services(zip_),   app.Traffic(zip_)};
+  const auto belongings = BelongingsOf(program_.app, zip_);
   for (const auto& path : belongings)
     if (files_.FileExists(path)) rescue.Keep(path);
   rescue.Close();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "catalogue/Catalogue.h"
 #include "core/Program.h"
@@ -21,6 +22,9 @@ class RouteRemoval {
   /// clean-up, whose end is told by PermanentIsDone.
   void MakeRoutePermanent();
   static void PermanentIsDone(Program& program);
+
+  /// All files and folders of one route, in the order in which they are told to go.
+  static std::vector<std::string> BelongingsOf(const Installation& app, const std::string& zip);
 
   /// The question that comes before MakeRoutePermanent.
   static std::string PermanentQuestion(const std::string& rightClickName);

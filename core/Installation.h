@@ -66,6 +66,10 @@ class Installation {
   std::string PlacedList() const { return app_ + "\\resources\\Do_Not_Delete!\\placed.tsl"; }
   /// What was begun and has not ended.
   std::string UnfinishedIni() const { return app_ + "\\resources\\Do_Not_Delete!\\unfinished.ini"; }
+  /// Which route files were checked, and what is damaged in them.
+  std::string ChecksIni() const { return app_ + "\\resources\\Do_Not_Delete!\\checked.ini"; }
+  /// What became of each download, a line each.
+  std::string IntakeLog() const { return app_ + "\\intake.log"; }
   std::string IntakeJournal() const { return app_ + "\\resources\\Do_Not_Delete!\\intake.tsl"; }
   std::string NoImagePicture() const { return app_ + "\\resources\\Do_Not_Delete!\\qnnoimage.jpg"; }
   std::string DefaultPicture() const { return MiscInfo() + "\\qndefault.jpg"; }

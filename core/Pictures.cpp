@@ -1,102 +1,79 @@
 #include "core/Pictures.h"
 
-#include <cstdint>
-#include <cstdlib>
-#include <utility>
+#include <algorithm>
 
 #include "core/RunTimeError.h"
-#include "core/host/PictureLibrary.h"
+#include "core/pictures/Decoders.h"
 
 namespace quillon {
 namespace {
 
 constexpr std::int64_t kMostPixels = 16'000'000;  // more is unpacked for no preview
+constexpr std::int64_t kMostMemory = 180'000'000;
+constexpr int kLongestSide = 65500;  // of a JPEG
 
-int LittleEndian(std::string_view bytes, std::size_t at, int count) {
-  std::uint32_t value = 0;
-  for (int i = count; i-- > 0;)
-    value = value << 8 | static_cast<unsigned char>(bytes[at + static_cast<std::size_t>(i)]);
-  return static_cast<int>(value);
+struct Decoder {
+  std::string_view start;  // of every such file
+  Claim (*claim)(std::string_view bytes);
+  Picture (*decode)(const PictureFile& file);
+};
+constexpr Decoder kDecoders[] = {
+    {"BM", ClaimOfBmp, DecodeBmp},      {"GIF87a", ClaimOfGif, DecodeGif},
+    {"GIF89a", ClaimOfGif, DecodeGif},  {"\xFF\xD8", ClaimOfJpeg, DecodeJpeg},
+    {"\x89PNG", ClaimOfPng, DecodePng}, {"RIFF", ClaimOfWebP, DecodeWebP},
+};
+
+const Decoder* DecoderOf(std::string_view bytes) {
+  const auto* const found = std::ranges::find_if(
+      kDecoders, [&](const Decoder& decoder) { return bytes.starts_with(decoder.start); });
+  return found == std::end(kDecoders) ? nullptr : found;
 }
 
-int BigEndian16(std::string_view bytes, std::size_t at) {
-  return static_cast<unsigned char>(bytes[at]) << 8 | static_cast<unsigned char>(bytes[at + 1]);
+Claim ClaimOf(std::string_view bytes) {
+  const Decoder* const decoder = DecoderOf(bytes);
+  return decoder == nullptr ? Claim{} : decoder->claim(bytes);
 }
 
-/// The frame header of a JPEG, found from marker to marker.
-Picture::Size JpegSize(std::string_view bytes) {
-  for (std::size_t at = 2; at + 9 < bytes.size();) {
-    const auto marker = static_cast<unsigned char>(bytes[at + 1]);
-    if (bytes[at] != '\xFF') break;
-    const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
-    if (frame) return {BigEndian16(bytes, at + 7), BigEndian16(bytes, at + 5)};
-    at += marker == 0xFF ? 1 : 2 + static_cast<std::size_t>(BigEndian16(bytes, at + 2));
-  }
-  return {};
+bool TooMuch(const Claim& claim, std::size_t fileSize) {
+  const auto [width, height] = claim.size;
+  const std::int64_t pixels = std::int64_t{width} * height;
+  return std::max(width, height) > kLongestSide || pixels > kMostPixels ||
+         static_cast<std::int64_t>(fileSize + sizeof(Pixel) * static_cast<std::size_t>(pixels)) +
+                 claim.memory >
+             kMostMemory;
 }
 
-bool IsGif(std::string_view bytes) { return bytes.starts_with("GIF8") && bytes.size() > 10; }
-bool IsBmp(std::string_view bytes) { return bytes.starts_with("BM") && bytes.size() > 26; }
-bool IsJpeg(std::string_view bytes) { return bytes.starts_with("\xFF\xD8"); }
-
-/// What the header claims.
-Picture::Size ClaimedSize(std::string_view bytes) {
-  if (IsGif(bytes)) return {LittleEndian(bytes, 6, 2), LittleEndian(bytes, 8, 2)};
-  // The oldest headers are 12 bytes long and have 16-bit sizes.
-  if (IsBmp(bytes) && LittleEndian(bytes, 14, 4) == 12)
-    return {LittleEndian(bytes, 18, 2), LittleEndian(bytes, 20, 2)};
-  if (IsBmp(bytes)) return {std::abs(LittleEndian(bytes, 18, 4)), std::abs(LittleEndian(bytes, 22, 4))};
-  return IsJpeg(bytes) ? JpegSize(bytes) : Picture::Size{};
+std::uint8_t OverWhite(std::uint8_t channel, std::uint8_t alpha) {
+  return static_cast<std::uint8_t>((channel * alpha + 255 * (255 - alpha) + 127) / 255);
 }
-
-bool TooManyPixels(Picture::Size size) { return std::int64_t{size.width} * size.height > kMostPixels; }
 
 }  // namespace
 
-struct Picture::Image {
-  gdImagePtr gd;
-};
-
-void Picture::Destroy::operator()(Image* image) const {
-  Gd().Destroy(image->gd);
-  delete image;
+void PictureFile::Refuse(const char* reason) const {
+  throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), reason);
 }
 
-Picture::Picture(std::unique_ptr<Image, Destroy> image) : image_(std::move(image)) {}
+Picture::Picture(Size size, Pixel colour)
+    : size_(size),
+      pixels_(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height), colour) {}
 
 Picture Picture::Load(std::string_view bytes, std::string_view path) {
-  if (IsHuge(bytes)) throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it is too large");
-  // A stranger's broken picture is told of once, by the error below.
-  Gd().SetErrorMethod([](int, const char*, va_list) {});
-  const int size = static_cast<int>(bytes.size());
-  void* data = const_cast<char*>(bytes.data());
-  gdImagePtr image = nullptr;
-  if (IsGif(bytes))
-    image = Gd().CreateFromGifPtr(size, data);
-  else if (IsBmp(bytes))
-    image = Gd().CreateFromBmpPtr(size, data);
-  else if (IsJpeg(bytes))
-    image = Gd().CreateFromJpegPtrEx(size, data, 1);
-  if (image == nullptr)
-    throw RunTimeError(ErrorNumber::InvalidPicture, std::string(path), "it can't be read as a picture");
-  return Picture(std::unique_ptr<Image, Destroy>(new Image{image}));
+  const PictureFile file{bytes, path};
+  if (IsHuge(bytes)) file.Refuse("it is too large");
+  const Decoder* const decoder = DecoderOf(bytes);
+  if (decoder == nullptr) file.Refuse("it can't be read as a picture");
+  Picture picture = decoder->decode(file);
+  for (Pixel& pixel : picture.pixels_)
+    if (const std::uint8_t alpha = pixel.alpha; alpha != 255)
+      pixel = {OverWhite(pixel.red, alpha), OverWhite(pixel.green, alpha), OverWhite(pixel.blue, alpha)};
+  return picture;
 }
 
-bool Picture::IsHuge(std::string_view bytes) { return TooManyPixels(ClaimedSize(bytes)); }
+bool Picture::IsHuge(std::string_view bytes) { return TooMuch(ClaimOf(bytes), bytes.size()); }
 
 Picture::Size Picture::Measure(std::string_view bytes, std::string_view path) {
-  if (const Size claimed = ClaimedSize(bytes); TooManyPixels(claimed)) return claimed;
-  const Picture picture = Load(bytes, path);
-  return {gdImageSX(picture.image_->gd), gdImageSY(picture.image_->gd)};
-}
-
-std::string Picture::ToJpeg(int quality) const {
-  int size = 0;
-  void* data = Gd().JpegPtr(image_->gd, &size, quality);
-  if (data == nullptr) throw RunTimeError(ErrorNumber::InvalidPicture);
-  std::string bytes(static_cast<const char*>(data), static_cast<std::size_t>(size));
-  Gd().Free(data);
-  return bytes;
+  if (const Claim claim = ClaimOf(bytes); TooMuch(claim, bytes.size())) return claim.size;
+  return Load(bytes, path).size();
 }
 
 }  // namespace quillon

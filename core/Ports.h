@@ -58,6 +58,13 @@ struct ShelfEntry {
   std::uint64_t files = 0, bytes = 0;
 };
 
+/// What an intake thinks of one download.
+struct Verdict {
+  std::string zip;     // its name without the extension
+  std::string kind;    // as the report has it: ADD, BAD, EXE, MSC
+  std::string reason;  // a sentence
+};
+
 /// Hears what changes on the screens while handlers and pipelines run.
 class Watcher {
  public:
@@ -70,6 +77,7 @@ class Watcher {
                              std::string_view unit) = 0;
   /// Files went to the shelf; or, for room, an old rescue left it and is `dropped`.
   virtual void ShelfChanged(const ShelfEntry& entry, bool dropped) = 0;
+  virtual void VerdictGiven(const Verdict& verdict) = 0;
   /// A turn for the event loop: told between file calls, too.
   virtual void Yield() = 0;
 };

@@ -1,9 +1,9 @@
 #include "core/ReportPage.h"
 
 #include <algorithm>
-#include <array>
 
 #include "core/Installation.h"
+#include "core/LocalTime.h"
 #include "core/Text.h"
 #include "core/Version.h"
 
@@ -21,14 +21,7 @@ std::vector<std::string> RecordLines(std::string_view text) {
 
 std::string Harmless(std::string_view name) { return ReplaceAll(ReplaceAll(name, "<", "&lt;"), ">", "&gt;"); }
 
-ReportTime Now() {
-  const std::time_t now = std::time(nullptr);
-  const auto written = [&](const char* form) {
-    std::array<char, 64> text;
-    return std::string(text.data(), std::strftime(text.data(), text.size(), form, std::localtime(&now)));
-  };
-  return {written("%x"), written("%X")};
-}
+ReportTime Now() { return {LocalTime("%x"), LocalTime("%X")}; }
 
 std::string Imprint() {
   const std::string page(kMakersPage);

@@ -1,7 +1,6 @@
 // What the report pages have in common: the record they are made of, and the frame around them.
 #pragma once
 
-#include <ctime>
 #include <string>
 #include <string_view>
 #include <vector>

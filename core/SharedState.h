@@ -19,6 +19,9 @@ struct SharedState {
 
   /// A row of the list has no catalogue entry.
   bool CatalogueGap = false;
+  /// When the intake began, ISO 8601 with a blank; empty while none runs. Which download it is at, by its
+  /// file name: when the run ends in an error, this is the odd one.
+  std::string IntakeBegan, DownloadAtWork;
   /// Some zip was set aside in this intake.
   bool ZipsSetAside = false;
   /// The intake report is to be shown when frmRoutes comes up.

@@ -6,6 +6,8 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
+#include <cstdlib>
+#include <memory>
 
 namespace quillon {
 namespace {
@@ -141,6 +143,17 @@ std::string_view FirstCharacters(std::string_view text, std::size_t count) {
     if (startsCharacter && count-- == 0) break;
   }
   return text.substr(0, at);
+}
+
+std::string Composed(std::string_view text) {
+  if (IsAscii(text)) return std::string(text);
+  utf8proc_uint8_t* composed = nullptr;
+  const auto length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                                   static_cast<utf8proc_ssize_t>(text.size()), &composed,
+                                   static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
+  const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owner(composed, &std::free);
+  return length < 0 ? std::string(text)
+                    : std::string(reinterpret_cast<const char*>(composed), static_cast<std::size_t>(length));
 }
 
 bool EqualNoCase(std::string_view a, std::string_view b) { return UpperCase(a) == UpperCase(b); }

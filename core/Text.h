@@ -18,6 +18,10 @@ std::string LowerCase(std::string_view text);
 /// Each word with a capital and lower case behind it.
 std::string ProperCase(std::string_view text);
 
+/// `text` with letters and their marks as one character each, as files are named on the target. What is no
+/// UTF-8 stays as it is.
+std::string Composed(std::string_view text);
+
 /// True when the two differ in case at most.
 bool EqualNoCase(std::string_view a, std::string_view b);
 

@@ -166,6 +166,11 @@ void HeadlessFrontEnd::ShelfChanged(const ShelfEntry& entry, bool dropped) {
   output_.Put(event);
 }
 
+void HeadlessFrontEnd::VerdictGiven(const Verdict& verdict) {
+  output_.Put(
+      {{"event", "verdict"}, {"zip", verdict.zip}, {"class", verdict.kind}, {"reason", verdict.reason}});
+}
+
 void HeadlessFrontEnd::CopyMoved(int position) {
   if (!cleanUpOpen_) return;
   ProgressBar bar;

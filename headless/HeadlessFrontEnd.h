@@ -43,6 +43,7 @@ class HeadlessFrontEnd : public FrontEnd {
   void CopyFoundNothing(std::string_view caption) override;
   void CopyMoved(int position) override;
   void CopyFailed(std::string_view path, FileCode code) override;
+  void VerdictGiven(const Verdict& verdict) override;
   void ShelfChanged(const ShelfEntry& entry, bool dropped) override;
 
  private:

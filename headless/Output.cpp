@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <string_view>
 
 #include "core/Ports.h"
@@ -18,7 +19,7 @@ class JsonOutput : public Output {
     // Names of files need not be UTF-8.
     const std::string line = event.dump(-1, ' ', false, Event::error_handler_t::replace) + "\n";
     std::fwrite(line.data(), 1, line.size(), file_);
-    std::fflush(file_);
+    Flush(file_);
   }
 
  private:
@@ -41,6 +42,9 @@ class TextOutput : public Output {
     if (kind == "help") Line("Help: " + event["file"].get<std::string>());
     if (kind == "error") Error(event);
     if (kind == "shelf") Shelf(event);
+    if (kind == "verdict")
+      Line("  " + event["class"].get<std::string>() + "  " + event["zip"].get<std::string>() + ": " +
+           event["reason"].get<std::string>());
   }
 
   void Detail(unsigned long long done, unsigned long long total, const std::string& unit) override {
@@ -102,12 +106,12 @@ class TextOutput : public Output {
   void Line(const std::string& text) {
     ClearLive();
     std::fprintf(file_, "%s\n", text.c_str());
-    std::fflush(file_);
+    Flush(file_);
   }
 
   void Live(const std::string& text) {
     std::fprintf(file_, "\r\033[K%s", text.c_str());
-    std::fflush(file_);
+    Flush(file_);
     live_ = true;
   }
 
@@ -123,6 +127,11 @@ class TextOutput : public Output {
 };
 
 }  // namespace
+
+void Output::Flush(std::FILE* file) {
+  // The second is what one platform says of a pipe that nobody reads.
+  if (std::fflush(file) != 0 && errno != EPIPE && errno != EINVAL) lost_ = true;
+}
 
 Event ShelfEvent(const ShelfEntry& entry) {
   return {{"event", "shelf"},     {"number", entry.number}, {"zip", entry.zip}, {"date", entry.date},

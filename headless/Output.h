@@ -16,8 +16,16 @@ class Output {
  public:
   virtual ~Output() = default;
   virtual void Put(const Event& event) = 0;
+  /// Whether something could not be written. A reader that has left wants nothing more.
+  bool Lost() const { return lost_; }
   /// The true measure of long work, for a live progress line; JSON has none.
   virtual void Detail(unsigned long long, unsigned long long, const std::string&) {}
+
+ protected:
+  void Flush(std::FILE* file);
+
+ private:
+  bool lost_ = false;
 };
 
 /// A row of the shelf.

@@ -13,6 +13,7 @@
 #include "core/Text.h"
 #include "core/host/Desktop.h"
 #include "core/host/StandardPath.h"
+#include "intake/OddDownload.h"
 #include "intake/RoutesScreen.h"
 #include "sample/Sample.h"
 #include "stage/Advice.h"
@@ -103,6 +104,7 @@ int Session::RunScript(const Command& command) {
 int Session::Status() { return program_.Get().refused || (screens_.Ended() && started_) ? kRefused : kDone; }
 
 void Session::Report(const RunTimeError& error) {
+  RememberOddDownload(program_.Get(), error);
   Event event = {{"event", "error"},
                  {"number", error.number()},
                  {"text", error.text()},

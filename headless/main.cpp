@@ -14,7 +14,10 @@ int main(int argc, char** argv) {
     const CommandLine line = ParseCommandLine(arguments);
     const auto output =
         line.options.json ? MakeJsonOutput(stdout) : MakeTextOutput(stdout, IsTerminal(stdout));
-    return Session(line.options, *output).Run(line.command);
+    const int status = Session(line.options, *output).Run(line.command);
+    if (!output->Lost()) return status;
+    std::fputs("quillon: what was done could not be written to standard output\n", stderr);
+    return status == kDone ? kFailed : status;
   } catch (const CommandLineEnd& end) {
     std::fputs(end.what(), end.help ? stdout : stderr);
     const int status = end.help ? kDone : kWrongCommandLine;

@@ -2,13 +2,17 @@
 
 #include <unordered_set>
 
+#include "core/LocalTime.h"
 #include "core/Text.h"
 #include "intake/Classification.h"
 #include "intake/CompressionAndCatalogue.h"
+#include "intake/DamageCheck.h"
+#include "intake/ForeignDownloads.h"
 #include "intake/InformationExtraction.h"
 #include "intake/Previews.h"
 #include "intake/RouteRebuilding.h"
 #include "intake/RouteVerification.h"
+#include "intake/UnusableDownloads.h"
 
 namespace quillon {
 
@@ -17,20 +21,32 @@ void AddRoutes::Run() {
   cancelCheckpoint_();
   RouteRebuilding(state_).FinishLeftOvers();
   state_.journal.Begin();
+  PrepareDownloads();
   if (NothingToAdd()) return state_.journal.End();
   RequireMasters();
   RefuseEqualNames();
   Classify();
   Rebuild();
   RouteVerification(state_).Run();
+  DamageCheck(state_).Run();
   InformationExtraction(state_).Run();
   Previews(state_).Run();
   CompressionAndCatalogue(state_).Run();
   RemoveWorkingZips();
   RemoveRebuiltOriginals();
+  state_.program.shared.DownloadAtWork.clear();
   state_.journal.End();
   state_.progress.Caption("Finishing Up!");
   TellResult();
+}
+
+/// Triage has done so, where it came before.
+void AddRoutes::PrepareDownloads() {
+  for (const auto& zip : state_.journal.Rebuilt()) state_.verdicts.Rebuilt(zip, "Quillon-" + zip);
+  if (!state_.program.shared.RebuildAfterCleanUp) return;
+  state_.program.shared.IntakeBegan = LocalTime(kLogTime);
+  UnusableDownloads(state_).Run();
+  ForeignDownloads(state_).Run();
 }
 
 bool AddRoutes::NothingToAdd() {
@@ -49,6 +65,7 @@ void AddRoutes::RequireMasters() {
 
 /// Where case matters to the disk, two downloads may share a zip name: one of them would be lost on the way.
 void AddRoutes::RefuseEqualNames() {
+  state_.program.Step("Looking for downloads of one name");
   std::unordered_set<std::string> names;
   for (const auto& zip : state_.DownloadedZips())
     if (!names.insert(UpperCase(zip)).second)
@@ -81,6 +98,9 @@ void AddRoutes::RemoveRebuiltOriginals() {
   for (const auto& folder : {state_.program.app.Installed(), state_.program.app.NotInstalled()})
     for (const auto& name : state_.program.files.ListFiles(folder + "\\Quillon-*.*"))
       state_.program.files.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
+  // And of what was another format.
+  for (const auto& zip : state_.journal.Converted())
+    state_.program.files.KillIfThere(state_.InInstalled(zip));
 }
 
 void AddRoutes::TellResult() {

@@ -17,6 +17,7 @@ class AddRoutes {
 
  private:
   bool NothingToAdd();
+  void PrepareDownloads();
   void RequireMasters();
   void RefuseEqualNames();
   void Classify();

@@ -1,62 +1,93 @@
 #include "intake/Classification.h"
 
+#include "catalogue/RouteMap.h"
 #include "core/Text.h"
-#include "core/archive/ArchiveNames.h"
+#include "core/archive/ZipLayout.h"
+#include "intake/ForeignDownloads.h"
 
 namespace quillon {
+namespace {
+
+constexpr int kMostNames = 3;  // of inner zips that are told
+
+}  // namespace
 
 void Classification::Run() {
   const auto zips = state_.DownloadedZips();
   std::size_t done = 0;
   for (const auto& zip : zips) {
     state_.progress.Detail(done++, zips.size(), "zips");
-    state_.program.Step("Verifying file integrity of " + zip + ".zip");
+    state_.Step("Verifying file integrity of " + zip + ".zip", zip);
     // Kept before anything is known of it: what follows may take the download apart.
     state_.journal.OriginalComes(zip);
     state_.CopyOver(state_.Download(zip), state_.InInstalled(zip));
     state_.program.files.SetAttributes(state_.Download(zip), kArchive);
     state_.progress.Caption("Verifying file integrity of " + zip + ".zip");
-    const Class verdict = Judge(zip);
-    if (verdict == Class::Candidate)
+    const Judgement judgement = Judge(zip);
+    if (judgement.verdict == Class::Candidate)
       state_.ListofRouteZips.push_back(zip);
     else
-      Reject(zip, verdict);
+      Reject(zip, judgement);
     state_.progress.Yield();
   }
 }
 
-Classification::Class Classification::Judge(const std::string& zip) {
+Classification::Judgement Classification::Judge(const std::string& zip) {
   state_.BadZipFlag = false;
-  // Folders are called after the zip: a name that is none, or leads elsewhere, can't be taken in.
-  if (!IsUsableStem(zip)) return Class::Bad;
   ArchiveReader unzip1 = state_.Reader();
   unzip1.InputFile = state_.Download(zip);
   unzip1.ReadDirectory();
-  int innerZips = 0;
-  bool executable = false;
+  std::string innerZips, executable;
+  int innerCount = 0;
   for (int i = 0; i < unzip1.EntryCount(); ++i) {
     const std::string entry = unzip1.LowerName(i);
-    if (Contains(entry, ".zip")) ++innerZips;
-    if (Contains(entry, ".exe")) executable = true;
+    const std::string& name = unzip1.Entries()[static_cast<std::size_t>(i)].name;
+    if (Contains(entry, ".zip") && ++innerCount <= kMostNames)
+      innerZips += (innerCount > 1 ? ", " : "") + name;
+    if (Contains(entry, ".exe") && executable.empty()) executable = name;
   }
-  const bool MultiZipFlag = innerZips > 1;
-  if (state_.BadZipFlag) return Class::Bad;
-  if (MultiZipFlag) return Class::Patch;
-  return executable ? Class::Installer : Class::Candidate;
+  const bool MultiZipFlag = innerCount > 1;
+  if (state_.BadZipFlag) return {Class::Bad, unzip1.DamageReason()};
+  if (const std::string reason = ReasonAgainst(unzip1); !reason.empty()) return {Class::Bad, reason};
+  if (MultiZipFlag)
+    return {Class::Patch,
+            "it holds more than one zip: " + innerZips + (innerCount > kMostNames ? ", ..." : "")};
+  if (!executable.empty()) return {Class::Installer, "it holds a program: " + executable};
+  return {Class::Candidate, {}};
 }
 
-void Classification::Reject(const std::string& zip, Class verdict) {
-  const bool bad = verdict == Class::Bad;
-  const std::string target =
-      bad ? state_.program.app.BadZipFiles() + "\\" + zip + ".zip" : state_.InNotInstalled(zip);
+/// What could never be loaded, or is there to do harm.
+std::string Classification::ReasonAgainst(const ArchiveReader& unzip1) const {
+  if (const int locked = MapRoute(unzip1).unreadable; locked >= 0) {
+    const ArchiveEntry& entry = unzip1.Entries()[static_cast<std::size_t>(locked)];
+    return entry.name + " can't be unpacked: " + entry.Obstacle();
+  }
+  Files& files = state_.program.files;
+  if (const std::string name = FindOverlap(files.Host().HostPath(unzip1.InputFile)); !name.empty())
+    return "entries overlap in the file: " + name;
+  std::uint64_t claimed = 0;
+  for (const auto& entry : unzip1.Entries()) claimed = SaturatedSum(claimed, entry.size);
+  const bool fits = claimed <= files.Host().DiskOf(unzip1.InputFile).size;
+  return fits ? "" : "it claims more than the disk holds: " + std::to_string(claimed >> 20) + " MB";
+}
+
+void Classification::Reject(const std::string& zip, const Judgement& judgement) {
+  const bool bad = judgement.verdict == Class::Bad;
   state_.journal.TakeOriginalBack(zip);
-  state_.MoveOver(state_.Download(zip), target);
+  const std::string folder = bad ? state_.program.app.BadZipFiles() : state_.program.app.NotInstalled();
+  state_.MoveAside(zip, folder);
+  ForeignDownloads(state_).MoveOriginalAside(zip, folder);
   state_.SetAside(zip);
-  switch (verdict) {
+  switch (judgement.verdict) {
     case Class::Bad: state_.record.BadZip(zip); break;
     case Class::Patch: state_.record.PatchOrOther(zip); break;
     default: state_.record.ManualInstall(zip); break;
   }
+  state_.verdicts.Give(zip,
+                       bad                                 ? "BAD"
+                       : judgement.verdict == Class::Patch ? "MSC"
+                                                           : "EXE",
+                       judgement.reason);
   if (bad) state_.BadZipFlag = false;
 }
 

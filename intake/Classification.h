@@ -17,8 +17,15 @@ class Classification {
  private:
   enum class Class { Bad, Patch, Installer, Candidate };
 
-  Class Judge(const std::string& zip);
-  void Reject(const std::string& zip, Class verdict);
+  /// What a zip is, and why.
+  struct Judgement {
+    Class verdict;
+    std::string reason;
+  };
+
+  Judgement Judge(const std::string& zip);
+  std::string ReasonAgainst(const ArchiveReader& unzip1) const;
+  void Reject(const std::string& zip, const Judgement& judgement);
 
   IntakeState& state_;
 };

@@ -1,6 +1,7 @@
 #include "intake/CompressionAndCatalogue.h"
 
 #include "catalogue/Catalogue.h"
+#include "catalogue/RouteChecks.h"
 #include "core/Text.h"
 #include "intake/RouteName.h"
 
@@ -8,6 +9,14 @@ namespace quillon {
 namespace {
 
 constexpr std::uint64_t kTrackHead = 4u << 20;  // bytes: the name stands near the top of a track file
+constexpr std::size_t kLongestName = 2000;      // bytes: a longer one could not be read back, numbered
+
+std::string Shortened(std::string name) {
+  std::size_t end = kLongestName;
+  while ((static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) --end;
+  name.resize(end);
+  return Trim(name);
+}
 
 }  // namespace
 
@@ -23,7 +32,7 @@ void CompressionAndCatalogue::MakeRouteFiles() {
   if (state_.ListofRouteZips.empty()) state_.progress.Caption("No new routes found.");
   state_.RoutesCopied = 0;
   for (const auto& zip : state_.ListofRouteZips) {
-    state_.program.Step("Creating the compressed route file of " + zip);
+    state_.Step("Creating the compressed route file of " + zip, zip);
     state_.progress.Detail(static_cast<std::uint64_t>(state_.RoutesCopied), state_.ListofRouteZips.size(),
                            "routes");
     MakeRouteFile(zip);
@@ -41,6 +50,7 @@ void CompressionAndCatalogue::MakeRouteFile(const std::string& zip) {
   state_.program.files.KillIfThere(state_.program.app.TerrainCache(zip));
   files.SetAttributes(copy, kArchive);
   files.Rename(copy, routeFile);
+  RouteChecks(state_.program).Note(zip, state_.damage[zip]);
   state_.record.Stands(zip);
 }
 
@@ -51,15 +61,17 @@ std::string CompressionAndCatalogue::RouteNameOf(const std::string& zip) const {
   const std::string path = folder + tracks.front();
   const std::string name =
       RouteNameFrom(DecodeGameText(state_.program.files.ReadAll(path, kTrackHead)), path);
-  return name.empty() ? zip : name;
+  return name.empty() ? Trim(zip) : name.size() > kLongestName ? Shortened(name) : name;
 }
 
 void CompressionAndCatalogue::EnterRoute(const std::string& zip) {
-  state_.program.Step("Entering " + zip + " into the catalogue");
+  state_.Step("Entering " + zip + " into the catalogue", zip);
   const std::string RouteName = RouteNameOf(zip);
   state_.program.ini.WriteIni(zip, "Script", RouteName, state_.program.app.ScriptsIni());
-  const bool isNew = !Catalogue(state_.program).Add(zip, RouteName).empty();
-  if (isNew) state_.record.Added(zip);
+  const std::string name = Catalogue(state_.program).Add(zip, RouteName);
+  if (!name.empty()) state_.record.Added(zip);
+  state_.verdicts.Give(
+      zip, "ADD", name.empty() ? "its route was known, and has the new file now" : "taken in as " + name);
 }
 
 }  // namespace quillon

@@ -1,6 +1,7 @@
 #include "intake/Downloads.h"
 
 #include "core/Text.h"
+#include "intake/ForeignDownloads.h"
 
 namespace quillon {
 namespace {
@@ -13,8 +14,9 @@ std::string NameOf(const std::string& path) {
 /// Why `path` was not taken; empty when it was.
 std::string TakeOne(Program& program, const std::string& path) {
   const std::string target = program.app.DownloadedRoutes() + "\\" + NameOf(path);
-  if (program.files.IsPathAFolder(path)) return "is a folder.  Only zip files can be added.";
-  if (!LowerCase(path).ends_with(".zip")) return "is not a zip file.";
+  if (program.files.IsPathAFolder(path)) return "is a folder.  Only archives can be added.";
+  if (!LowerCase(path).ends_with(".zip") && !ForeignDownloads::IsOne(NameOf(path)))
+    return "is no archive that Quillon can read.";
   if (program.files.FileExists(target)) return "is in your 'downloaded_routes' folder already.";
   const FileCode code = program.files.Host().Copy(path, target);
   return code == FileCode::Ok ? "" : "could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";

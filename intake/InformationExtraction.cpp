@@ -10,7 +10,7 @@ void InformationExtraction::Run() {
   std::size_t done = 0;
   for (const auto& zip : state_.ListofRouteZips) {
     state_.progress.Detail(done++, state_.ListofRouteZips.size(), "routes");
-    state_.program.Step("Extracting info from " + zip + ".zip");
+    state_.Step("Extracting info from " + zip + ".zip", zip);
     ExtractRoute(zip);
     state_.progress.Value(100);
     state_.progress.Caption("Optimizing route compression...");

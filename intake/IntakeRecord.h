@@ -22,6 +22,8 @@ class IntakeRecord {
   void PatchOrOther(std::string_view zip) const { SetAside("Patch or other", "MSC:", zip); }
   /// A file that is known to be none, by its whole name: `MSC:<file>`.
   void KnownNonRoute(std::string_view file) const { SetAside("Patch or other", "MSC:", file, ""); }
+  /// A file of another format, by its whole name: `BAD:<file>`.
+  void BadFile(std::string_view file) const { SetAside("Bad zips", "BAD:", file, ""); }
   void BadZip(std::string_view zip) const { SetAside("Bad zips", "BAD:", zip); }
 
  private:

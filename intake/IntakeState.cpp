@@ -1,5 +1,7 @@
 #include "intake/IntakeState.h"
 
+#include <cctype>
+
 #include "core/Text.h"
 #include "shelf/Rescue.h"
 
@@ -10,6 +12,19 @@ std::vector<std::string> IntakeState::DownloadedZips() const {
   for (const auto& file : program.files.ListFiles(program.app.AnyDownload()))
     zips.push_back(CutAtLastDot(file));
   return zips;
+}
+
+void IntakeState::Step(const std::string& step, const std::string& zip) const {
+  program.Step(step);
+  program.shared.DownloadAtWork = zip + ".zip";
+}
+
+void IntakeState::MoveAside(const std::string& zip, const std::string& folder) const {
+  MoveOver(Download(zip), folder + "\\" + zip + ".zip");
+  const std::string downloads = program.app.DownloadedRoutes() + "\\";
+  for (const auto& part : program.files.ListFiles(downloads + zip + ".z??"))
+    if (part.size() == zip.size() + 4 && std::isdigit(static_cast<unsigned char>(part.back())))
+      MoveOver(downloads + part, folder + "\\" + part);
 }
 
 void IntakeState::SetAside(const std::string& zip) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "core/Progress.h"
 #include "core/archive/ArchiveReader.h"
 #include "intake/IntakeRecord.h"
+#include "intake/Verdicts.h"
 
 namespace quillon {
 
@@ -17,17 +19,24 @@ namespace quillon {
 /// insertion.
 struct IntakeState {
   IntakeState(Program& runningProgram, Progress& screen)
-      : program(runningProgram), progress(screen), record(runningProgram), journal(runningProgram) {}
+      : program(runningProgram),
+        progress(screen),
+        record(runningProgram),
+        journal(runningProgram),
+        verdicts(runningProgram) {}
 
   Program& program;
   Progress& progress;
   IntakeRecord record;
   IntakeJournal journal;
+  Verdicts verdicts;
 
   /// Zip names still in the running, those whose information was extracted, and those set aside.
   std::vector<std::string> ListofRouteZips, ListFinal, ListBadFiles;
   /// A fault of the archive reader; what comes after classification leaves it alone.
   bool BadZipFlag = false;
+  /// Entries that a load needs and that are damaged, by zip name.
+  std::map<std::string, std::string> damage;
   /// Zips copied into `routes`.
   int RoutesCopied = 0;
 
@@ -43,8 +52,12 @@ struct IntakeState {
 
   /// The zip names in `downloaded_routes`, in directory order.
   std::vector<std::string> DownloadedZips() const;
+  /// The step that comes next, and the download that it is about.
+  void Step(const std::string& step, const std::string& zip) const;
   /// Puts a zip out of the running; its copies are the caller's business.
   void SetAside(const std::string& zip);
+  /// Takes the download `zip` to a folder of the originals, with the parts of a split zip.
+  void MoveAside(const std::string& zip, const std::string& folder) const;
   /// Copies, also over a read-only file.
   void CopyOver(const std::string& from, const std::string& to) const;
   /// Takes a download to its place among the originals, over a file of that name. The disk need not be waited

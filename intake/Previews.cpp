@@ -31,7 +31,7 @@ void Previews::Run() {
   std::size_t done = 0;
   for (const auto& zip : state_.ListFinal) {
     state_.progress.Detail(done++, state_.ListFinal.size(), "routes");
-    state_.program.Step("Looking for a preview of " + zip);
+    state_.Step("Looking for a preview of " + zip, zip);
     TakeReadyPreview(zip);
     if (!PreviewFound) MakeJpegs(zip, ".gif", 50);
   }
@@ -67,7 +67,7 @@ void Previews::MakeJpegs(const std::string& zip, std::string_view extension, int
     const std::string temporary = ReplaceAll(FirstFour(name) + std::to_string(CurrentMinute()) +
                                                  std::to_string(state_.program.random.Whole(mostRandom)),
                                              extension, "");
-    state_.program.Step("Making a preview from " + name);
+    state_.Step("Making a preview from " + name, zip);
     const std::string bytes = state_.program.files.ReadAll(folder + name);
     if (Picture::IsHuge(bytes)) continue;
     const std::string jpeg =
@@ -80,7 +80,7 @@ void Previews::ChooseAmongJpegs(const std::string& zip) {
   const std::string folder = state_.program.app.RoutePics(zip) + "\\";
   bool a = false, b = false, c = false;
   for (const auto& name : PicturesOf(zip, ".jpg")) {
-    state_.program.Step("Looking at " + name);
+    state_.Step("Looking at " + name, zip);
     const std::string bytes = state_.program.files.ReadAll(folder + name);
     const Picture::Size size = Aside(state_.progress, [&] { return Picture::Measure(bytes, folder + name); });
     const std::int64_t area = std::int64_t{size.width} * size.height;

@@ -4,7 +4,9 @@
 #include <array>
 
 #include "core/Text.h"
+#include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveNames.h"
+#include "intake/DamageCheck.h"
 
 namespace quillon {
 namespace {
@@ -23,6 +25,10 @@ constexpr std::uint64_t kLongestMark = 4096;
 bool IsLeftOut(std::string_view path) {
   return std::any_of(kLeftOut.begin(), kLeftOut.end(),
                      [&](std::string_view end) { return path.ends_with(end); });
+}
+
+bool Holds(const std::vector<int>& entries, int entry) {
+  return std::binary_search(entries.begin(), entries.end(), entry);
 }
 
 }  // namespace
@@ -81,7 +87,7 @@ void RouteRebuilding::RebuildInnerZips() {
 }
 
 void RouteRebuilding::Rebuild(const std::string& zip) {
-  state_.program.Step("Rebuilding " + zip + ".zip");
+  state_.Step("Rebuilding " + zip + ".zip", zip);
   if (!FindInnerZip(zip)) return;
   const std::string rebuilt = state_.Download("Quillon-" + zip);
   if (state_.program.files.FileExists(rebuilt)) throw RunTimeError(ErrorNumber::FileAlreadyExists, rebuilt);
@@ -98,6 +104,7 @@ void RouteRebuilding::Rebuild(const std::string& zip) {
   }
   state_.progress.Caption("Reticulating fractal spline curves...");
   state_.progress.Caption("Restructuring " + zip + "...");
+  DropDamaged(zip);
   WriteRebuilt(zip);
   SpecialZip = false;
   // Before the mark goes with the rest: what a crash leaves then is empty.
@@ -113,7 +120,7 @@ bool RouteRebuilding::FindInnerZip(const std::string& zip) {
   insideIndex_ = -1;
   for (int i = 0; i < outer_.EntryCount(); ++i) {
     std::string entry = outer_.LowerName(i);
-    if (!Contains(entry, ".zip")) continue;
+    if (!Contains(entry, ".zip") || entry.ends_with('\\')) continue;
     InsideZip = std::move(entry);
     insideIndex_ = i;
   }
@@ -169,6 +176,29 @@ void RouteRebuilding::CreatePaths() {
   }
 }
 
+/// What an archive that was laid out would lack, the rebuilt one lacks.
+void RouteRebuilding::DropDamaged(const std::string& zip) {
+  std::vector<std::string> names;
+  const auto find = [&](const ArchiveReader& archive, const std::string& inside) {
+    std::vector<int> damaged =
+        DamagedEntries(state_.program.files, archive, [this](std::uint64_t done, std::uint64_t all) {
+          state_.progress.Detail(done, all, "bytes");
+          state_.progress.Yield();
+        });
+    for (int i = 0; i < archive.EntryCount(); ++i)
+      if (!archive.Entries()[static_cast<std::size_t>(i)].Obstacle().empty()) damaged.push_back(i);
+    std::sort(damaged.begin(), damaged.end());
+    for (const int entry : damaged)
+      names.push_back(inside + archive.Entries()[static_cast<std::size_t>(entry)].name);
+    return damaged;
+  };
+  outerDamage_ = find(outer_, "");
+  innerDamage_ = find(inner_, InsideZip + "\\");
+  if (!inner_.DamageReason().empty()) names.push_back(InsideZip);
+  if (!names.empty())
+    state_.verdicts.Note(zip, "but " + DamageText(names) + " and were left out: download it again");
+}
+
 void RouteRebuilding::WriteRebuilt(const std::string& zip) {
   ArchiveWriter writer(state_.program.files);
   writer.ArchiveFile = state_.program.app.DownloadedRoutes() + "\\" + zip + ".tmp";
@@ -185,15 +215,18 @@ void RouteRebuilding::WriteRebuilt(const std::string& zip) {
   state_.program.files.Flush(writer.ArchiveFile);  // with the original's copy in Installed
   state_.program.files.KillReadOnly(state_.Download(zip));
   state_.program.files.Rename(writer.ArchiveFile, state_.Download("Quillon-" + zip));
+  state_.verdicts.Rebuilt(zip, "Quillon-" + zip);
 }
 
 void RouteRebuilding::AddWholeRoute(ArchiveWriter& writer) {
   for (int i = 0; i < outer_.EntryCount(); ++i) {
     const std::string name = outer_.LowerName(i);
-    if (name != InsideZip && !name.ends_with('\\')) writer.AddEntry(outer_, i, name);
+    if (name != InsideZip && !name.ends_with('\\') && !Holds(outerDamage_, i))
+      writer.AddEntry(outer_, i, name);
   }
   for (std::size_t i = 0; i < lstUnzipThese.size(); ++i)
-    writer.AddEntry(inner_, lstUnzipThese[i], lstRouteStrippedPath[i]);
+    if (!Holds(innerDamage_, lstUnzipThese[i]))
+      writer.AddEntry(inner_, lstUnzipThese[i], lstRouteStrippedPath[i]);
 }
 
 void RouteRebuilding::AddSubArchive(ArchiveWriter& writer) {
@@ -201,11 +234,12 @@ void RouteRebuilding::AddSubArchive(ArchiveWriter& writer) {
   for (int i = 0; i < outer_.EntryCount(); ++i) {
     const std::string& name = outer_.Entries()[static_cast<std::size_t>(i)].name;
     const std::string lower = LowerCase(name);
-    if (lower != InsideZip && !lower.ends_with('\\') && !IsLeftOut(lower)) writer.AddEntry(outer_, i, name);
+    if (lower != InsideZip && !lower.ends_with('\\') && !IsLeftOut(lower) && !Holds(outerDamage_, i))
+      writer.AddEntry(outer_, i, name);
   }
   for (int i = 0; i < inner_.EntryCount(); ++i) {
     const auto& entry = inner_.Entries()[static_cast<std::size_t>(i)];
-    if (!entry.folder() && !IsLeftOut(LowerCase(entry.name)))
+    if (!entry.folder() && !IsLeftOut(LowerCase(entry.name)) && !Holds(innerDamage_, i))
       writer.AddEntry(inner_, i, InsiderPath + "\\" + std::string(FileNameOf(entry.name)));
   }
 }

@@ -33,6 +33,7 @@ class RouteRebuilding {
   void CreatePaths();
   void AddWholeRoute(ArchiveWriter& writer);
   void AddSubArchive(ArchiveWriter& writer);
+  void DropDamaged(const std::string& zip);
   void WriteRebuilt(const std::string& zip);
   void Repack(const std::string& zip);
   bool HasTilesFolder();
@@ -51,6 +52,7 @@ class RouteRebuilding {
   std::string StripPrefix;  // what comes before the route's own folders; stays from zip to zip
   std::vector<std::string> lstRouteStrippedPath;  // the path that a file of the inner zip shall have
   std::vector<int> lstUnzipThese;                 // its entry, at the same index
+  std::vector<int> outerDamage_, innerDamage_;    // entries that can't be unpacked, in rising order
 };
 
 }  // namespace quillon

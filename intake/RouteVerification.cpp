@@ -4,6 +4,7 @@
 #include <array>
 
 #include "core/Text.h"
+#include "intake/ForeignDownloads.h"
 
 namespace quillon {
 namespace {
@@ -19,17 +20,17 @@ void RouteVerification::Run() {
   std::size_t done = 0;
   for (const auto& zip : zips) {
     state_.progress.Detail(done++, zips.size(), "zips");
-    state_.program.Step("Verifying " + zip + ".zip");
+    state_.Step("Verifying " + zip + ".zip", zip);
     state_.progress.Caption("Verifying... " + zip + ".zip");
-    if (HoldsRoute(zip))
+    if (const std::string reason = ReasonAgainst(zip); reason.empty())
       state_.ListofRouteZips.push_back(zip);
     else
-      Reject(zip);
+      Reject(zip, reason);
     state_.progress.Yield();
   }
 }
 
-bool RouteVerification::HoldsRoute(const std::string& zip) {
+std::string RouteVerification::ReasonAgainst(const std::string& zip) {
   ArchiveReader unzip1 = state_.Reader();
   unzip1.InputFile = state_.Download(zip);
   unzip1.ReadDirectory();
@@ -43,14 +44,18 @@ bool RouteVerification::HoldsRoute(const std::string& zip) {
   const bool packedByUs = zip.starts_with("QNPacked");
   const bool isDefault =
       std::find(kDefaultTracks.begin(), kDefaultTracks.end(), lastName) != kDefaultTracks.end();
-  return found && (packedByUs || !isDefault);
+  if (!found) return "it is no route: there is no track file (.trk) in it";
+  return packedByUs || !isDefault ? "" : "it holds a route of the game's own: " + lastName;
 }
 
-void RouteVerification::Reject(const std::string& zip) {
+void RouteVerification::Reject(const std::string& zip, const std::string& reason) {
   state_.record.PatchOrOther(zip);
   state_.journal.TakeOriginalBack(zip);
-  state_.MoveOver(state_.Download(zip), state_.InNotInstalled(zip));
+  state_.MoveAside(zip, state_.program.app.NotInstalled());
+  ForeignDownloads(state_).MoveOriginalAside(state_.verdicts.DownloadOf(zip),
+                                             state_.program.app.NotInstalled());
   state_.SetAside(zip);
+  state_.verdicts.Give(zip, "MSC", reason);
 }
 
 }  // namespace quillon

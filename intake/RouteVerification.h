@@ -15,8 +15,9 @@ class RouteVerification {
   void Run();
 
  private:
-  bool HoldsRoute(const std::string& zip);
-  void Reject(const std::string& zip);
+  /// Why the zip is no route; empty when it is one.
+  std::string ReasonAgainst(const std::string& zip);
+  void Reject(const std::string& zip, const std::string& reason);
 
   IntakeState& state_;
 };

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 
+#include "core/LocalTime.h"
 #include "core/Text.h"
-#include "core/archive/ArchiveNames.h"
 #include "core/archive/ArchiveWriter.h"
+#include "intake/ForeignDownloads.h"
+#include "intake/OddDownload.h"
+#include "intake/UnusableDownloads.h"
 
 namespace quillon {
 
@@ -13,9 +16,13 @@ ZipTriage::ZipTriage(Program& program, ProgressScreen& screen)
 
 void ZipTriage::Run() {
   const FileSystem::Pass pass(state_.program.files.Host());
+  state_.program.shared.IntakeBegan = LocalTime(kLogTime);
   state_.journal.Begin();
   state_.record.Begin();
+  OfferToSetOddDownloadAside(state_);
+  UnusableDownloads(state_).Run();
   SetKnownNonRoutesAside();
+  ForeignDownloads(state_).Run();
   CheckSelfExtracting();
 }
 
@@ -29,6 +36,7 @@ void ZipTriage::SetKnownNonRoutesAside() {
     screen_.Value(moved > 80 ? 10 : moved);
     state_.MoveOver(download, state_.program.app.NotInstalled() + "\\" + line);
     state_.record.KnownNonRoute(line);
+    state_.verdicts.Give(line, "MSC", "it is on the list of files that are known to be no routes");
     state_.program.shared.ZipsSetAside = true;
   }
 }
@@ -45,9 +53,7 @@ void ZipTriage::CheckSelfExtracting() {
 }
 
 void ZipTriage::Check(const std::string& zip) {
-  // Under a name that is none, the driver calls it bad.
-  if (!IsUsableStem(zip)) return;
-  state_.program.Step("Checking " + zip + ".zip for non-standard files");
+  state_.Step("Checking " + zip + ".zip for non-standard files", zip);
   state_.program.files.DelTree(state_.program.app.ZipTemp());
   state_.program.files.DelTree(state_.program.app.ZipTemp2());
   if (FindExecutable(zip) && OpenExecutableAsZip()) Rebuild(zip);
@@ -77,8 +83,10 @@ bool ZipTriage::OpenExecutableAsZip() {
   unzip2_.InputFile = state_.program.app.ZipTemp() + "\\" + renamed;
   unzip1_.Place({{executableIndex_, unzip2_.InputFile}});
   unzip2_.ReadDirectory();
+  const bool whole = std::all_of(unzip2_.Entries().begin(), unzip2_.Entries().end(),
+                                 [](const ArchiveEntry& entry) { return entry.Obstacle().empty(); });
   // With nothing but folders at its top it does not count.
-  return std::any_of(unzip2_.Entries().begin(), unzip2_.Entries().end(), [](const ArchiveEntry& entry) {
+  return whole && std::any_of(unzip2_.Entries().begin(), unzip2_.Entries().end(), [](const ArchiveEntry& entry) {
     return !entry.folder() && !Contains(entry.name, "\\");
   });
 }
@@ -99,7 +107,8 @@ void ZipTriage::Rebuild(const std::string& zip) {
     for (int i = 0; i < reader->EntryCount(); ++i) {
       const ArchiveEntry& entry = reader->Entries()[static_cast<std::size_t>(i)];
       const bool isExecutable = reader == &unzip1_ && i == executableIndex_;
-      if (!isExecutable && !entry.folder()) xzipper1.AddEntry(*reader, i, entry.name);
+      if (!isExecutable && !entry.folder() && entry.Obstacle().empty())
+        xzipper1.AddEntry(*reader, i, entry.name);
     }
   const std::string ziptemp = state_.program.app.ZipTemp() + "\\";
   files.FileCopy(state_.program.app.RebuildNote(), ziptemp + "Quillon_Zipped.txt");

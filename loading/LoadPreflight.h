@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "catalogue/LoadLists.h"
+#include "catalogue/RouteMap.h"
 #include "core/Program.h"
 #include "core/archive/ArchiveReader.h"
-#include "loading/RouteMap.h"
 
 namespace quillon {
 

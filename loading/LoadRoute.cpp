@@ -2,6 +2,7 @@
 
 #include "catalogue/CustomFolders.h"
 #include "catalogue/LoadMark.h"
+#include "catalogue/RouteChecks.h"
 #include "catalogue/RouteStores.h"
 #include "loading/CustomScript.h"
 #include "loading/LoadPreflight.h"
@@ -40,6 +41,7 @@ void LoadRoute::Run() {
   OpenRoute();
   SetSizeMessage();
   RefuseWhatWouldFail();
+  RefuseDamage();
   PutAwayPreviousRoute();
   RemovePreviousFiles();
   ExchangeTerrain();
@@ -81,6 +83,9 @@ void LoadRoute::RefuseWhatWouldFail() {
   // After a run that was cut short default files may stand where a list expects the route's.
   if (previous_->WasPutAway()) covered_.assign(covered_.size(), true);
 }
+
+/// A file that is found to be damaged halfway through would leave no route at all.
+void LoadRoute::RefuseDamage() { RouteChecks(program_).Require(LoadZip, unzip1_, map_, progress_); }
 
 void LoadRoute::PutAwayPreviousRoute() {
   program_.Step("Putting the previous route away");

@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "catalogue/Catalogue.h"
+#include "catalogue/RouteMap.h"
 #include "core/Program.h"
 #include "core/Progress.h"
 #include "core/archive/ArchiveReader.h"
 #include "loading/LoadTexts.h"
 #include "loading/PreviousRoute.h"
-#include "loading/RouteMap.h"
 
 namespace quillon {
 
@@ -30,6 +30,7 @@ class LoadRoute {
   void OpenRoute();
   void SetSizeMessage();
   void RefuseWhatWouldFail();
+  void RefuseDamage();
   void PutAwayPreviousRoute();
   void RemovePreviousFiles();
   void ExchangeTerrain();

@@ -6,10 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/RouteMap.h"
 #include "core/Program.h"
 #include "core/Progress.h"
 #include "core/archive/ArchiveReader.h"
-#include "loading/RouteMap.h"
 
 namespace quillon {
 

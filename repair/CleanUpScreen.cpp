@@ -1,6 +1,7 @@
 #include "repair/CleanUpScreen.h"
 
 #include "catalogue/RouteRemoval.h"
+#include "intake/ForeignDownloads.h"
 #include "repair/CleanUp.h"
 
 namespace quillon {
@@ -37,9 +38,19 @@ void CleanUpScreen::RebuildCatalogue() {
   program_.Step("Taking the original zips in again");
   program_.files.CopyAllFiles(program_.app.Installed() + "\\", program_.app.DownloadedRoutes() + "\\",
                               "*.zip");
+  BringForeignOriginals();
   shared.RebuildAfterCleanUp = true;
   program_.stage.Unload(Name());
   program_.stage.ShowModal("frmInitProg");
+}
+
+/// Originals of other formats than zip, where there is no newer zip.
+void CleanUpScreen::BringForeignOriginals() {
+  const std::string installed = program_.app.Installed() + "\\";
+  for (const auto& name : program_.files.ListFiles(installed + "*.*"))
+    if (ForeignDownloads::IsOne(name) &&
+        !program_.files.FileExists(installed + ForeignDownloads::ZipOf(name)))
+      program_.files.FileCopy(installed + name, program_.app.DownloadedRoutes() + "\\" + name);
 }
 
 void CleanUpScreen::Finish() {

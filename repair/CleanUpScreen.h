@@ -23,6 +23,7 @@ class CleanUpScreen : public ProgressScreen {
  private:
   void Finish();
   void RebuildCatalogue();
+  void BringForeignOriginals();
 
   bool ran_ = false;
 };

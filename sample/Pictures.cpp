@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <memory>
+#include <span>
+#include <unordered_map>
+#include <vector>
 
-#include "core/RunTimeError.h"
-#include "core/host/PictureLibrary.h"
+#include "core/Pictures.h"
 #include "sample/Numbers.h"
 
 namespace quillon {
@@ -26,17 +27,12 @@ constexpr std::array<Palette, 6> kPalettes = {{
 
 constexpr double kHorizon = 0.62;  // share of the height
 
-struct FreeImage {
-  void operator()(gdImageStruct* image) const { Gd().Destroy(image); }
-};
-using Image = std::unique_ptr<gdImageStruct, FreeImage>;
-
 int Blend(int from, int to, double share) {
   const auto channel = [&](int shift) {
     const int a = from >> shift & 0xFF, b = to >> shift & 0xFF;
     return static_cast<int>(std::lround(a + (b - a) * std::clamp(share, 0.0, 1.0)));
   };
-  return gdTrueColor(channel(16), channel(8), channel(0));
+  return channel(16) << 16 | channel(8) << 8 | channel(0);
 }
 
 class Landscape {
@@ -46,8 +42,7 @@ class Landscape {
         palette_(palette),
         width_(width),
         height_(height),
-        image_(Gd().CreateTrueColor(width, height)) {
-    if (!image_) throw RunTimeError(ErrorNumber::InvalidPicture, name, "no picture of this size can be made");
+        colours_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {
     DrawSky();
     DrawHills(palette.farHills, 0.42, 0.16);
     DrawHills(palette.nearHills, 0.53, 0.10);
@@ -56,17 +51,28 @@ class Landscape {
     AddGrain();
   }
 
-  gdImageStruct* Get() const { return image_.get(); }
+  int width() const { return width_; }
+  int height() const { return height_; }
+  /// From the upper left one on, row by row, as 0xRRGGBB.
+  const std::vector<int>& colours() const { return colours_; }
 
  private:
-  int& At(int x, int y) { return image_->tpixels[y][x]; }
+  int& At(int x, int y) {
+    return colours_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
+                    static_cast<std::size_t>(x)];
+  }
 
   void DrawSky() {
     for (int y = 0; y < height_; ++y)
       for (int x = 0; x < width_; ++x)
         At(x, y) = Blend(palette_.skyTop, palette_.skyBottom, y / (kHorizon * height_));
-    const int size = height_ / 8;
-    Gd().FilledEllipse(Get(), width_ * numbers_.Between(15, 85) / 100, height_ / 5, size, size, palette_.sun);
+    DrawSun(width_ * numbers_.Between(15, 85) / 100, height_ / 5, height_ / 16.0);
+  }
+
+  void DrawSun(int middleX, int middleY, double radius) {
+    for (int y = 0; y < height_; ++y)
+      for (int x = 0; x < width_; ++x)  // softly at the edge
+        At(x, y) = Blend(At(x, y), palette_.sun, radius + 0.5 - std::hypot(x - middleX, y - middleY));
   }
 
   void DrawHills(int colour, double level, double rise) {
@@ -108,15 +114,125 @@ class Landscape {
   // As on scanned photographs: it is what makes a picture's file as big as a real one's.
   void AddGrain() {
     for (int y = 0; y < height_; ++y)
-      for (int x = 0; x < width_; ++x)
-        At(x, y) = Blend(At(x, y), numbers_.Bits() & 1 ? 0xFFFFFF : 0, numbers_.Share() * 0.09);
+      for (int x = 0; x < width_; ++x) {
+        const double share = numbers_.Share() * 0.09;
+        At(x, y) = Blend(At(x, y), numbers_.Bits() & 1 ? 0xFFFFFF : 0, share);
+      }
   }
 
   Numbers numbers_;
   const Palette& palette_;
   const int width_, height_;
-  Image image_;
+  std::vector<int> colours_;
 };
+
+void AddNumber(std::string& bytes, std::size_t value, int count) {
+  for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> 8 * i);
+}
+
+std::string AsJpeg(const Landscape& landscape) {
+  Picture picture({landscape.width(), landscape.height()});
+  std::ranges::transform(landscape.colours(), picture.pixels().begin(), [](int colour) {
+    return Pixel{static_cast<std::uint8_t>(colour >> 16), static_cast<std::uint8_t>(colour >> 8),
+                 static_cast<std::uint8_t>(colour)};
+  });
+  return picture.ToJpeg(90);
+}
+
+std::string AsBmp(const Landscape& landscape) {
+  const auto width = static_cast<std::size_t>(landscape.width()),
+             height = static_cast<std::size_t>(landscape.height());
+  const std::size_t row = (3 * width + 3) / 4 * 4, headers = 14 + 40;
+  std::string bytes = "BM";
+  for (const std::size_t value :
+       {headers + height * row, std::size_t{0}, headers, std::size_t{40}, width, height})
+    AddNumber(bytes, value, 4);
+  AddNumber(bytes, 1, 2);
+  AddNumber(bytes, 24, 2);
+  bytes.resize(headers);
+  for (std::size_t y = height; y-- > 0;) {
+    for (std::size_t x = 0; x < width; ++x)
+      AddNumber(bytes, static_cast<std::size_t>(landscape.colours()[y * width + x]), 3);
+    bytes.resize(headers + (height - y) * row);
+  }
+  return bytes;
+}
+
+constexpr int kGifBits = 7;
+constexpr std::size_t kGifColours = 1 << kGifBits;
+
+int Channel(int colour, int shift) { return colour >> shift & 0xFF; }
+
+/// Colours that are to become one.
+struct Group {
+  explicit Group(std::span<int> members) : colours(members) {
+    for (const int channel : {16, 8, 0}) {
+      const auto [least, most] =
+          std::ranges::minmax(colours, {}, [&](int colour) { return Channel(colour, channel); });
+      const int low = Channel(least, channel), high = Channel(most, channel);
+      if (high - low > spread) spread = high - low, shift = channel, middle = (low + high) / 2;
+    }
+  }
+  /// Takes the lower half away.
+  Group Split() {
+    const auto upper = std::partition(colours.begin(), colours.end(),
+                                      [&](int colour) { return Channel(colour, shift) <= middle; });
+    const Group lower({colours.begin(), upper});
+    *this = Group({upper, colours.end()});
+    return lower;
+  }
+  int Mean() const {
+    int mean = 0;
+    for (const int channel : {16, 8, 0}) {
+      std::size_t sum = 0;
+      for (const int colour : colours) sum += static_cast<std::size_t>(Channel(colour, channel));
+      mean |= static_cast<int>(sum / colours.size()) << channel;
+    }
+    return mean;
+  }
+
+  std::span<int> colours;
+  int spread = 0, shift = 0, middle = 0;  // of the channel in which they differ most
+};
+
+std::string AsGif(const Landscape& landscape) {
+  std::vector<int> different = landscape.colours();
+  std::ranges::sort(different);
+  different.erase(std::unique(different.begin(), different.end()), different.end());
+  std::vector<Group> groups{Group(different)};
+  while (groups.size() < kGifColours) {
+    Group& widest = *std::ranges::max_element(groups, {}, &Group::spread);
+    if (widest.spread == 0) break;
+    groups.push_back(widest.Split());
+  }
+  std::unordered_map<int, char> places;
+  std::string table;
+  for (const Group& group : groups) {
+    for (const int colour : group.colours) places[colour] = static_cast<char>(table.size() / 3);
+    const int mean = group.Mean();
+    for (const int shift : {16, 8, 0}) table += static_cast<char>(mean >> shift);
+  }
+  table.resize(3 * kGifColours);
+
+  std::string bytes = "GIF87a";
+  const auto addSize = [&] {
+    for (const int side : {landscape.width(), landscape.height()})
+      AddNumber(bytes, static_cast<std::size_t>(side), 2);
+  };
+  addSize();
+  bytes += {'\xF6', 0, 0};  // a table of 128 colours
+  bytes += table + ',' + std::string(4, '\0');
+  addSize();
+  bytes += {'\0', kGifBits};
+  // Grain can't be packed. As long as every block starts a new code table, a code is one byte: the colour.
+  const auto& colours = landscape.colours();
+  for (std::size_t i = 0; i < colours.size(); i += kGifColours - 2) {
+    const std::size_t count = std::min(kGifColours - 2, colours.size() - i);
+    bytes += {static_cast<char>(count + 1), '\x80'};
+    for (std::size_t k = 0; k < count; ++k) bytes += places[colours[i + k]];
+  }
+  return bytes + std::string{1, '\x81', 0, ';'};
+}
 
 }  // namespace
 
@@ -124,19 +240,12 @@ std::string LandscapePicture(const std::string& name, int palette, int width, in
                              PictureFormat format) {
   const Landscape landscape(name, kPalettes[static_cast<std::size_t>(palette) % kPalettes.size()], width,
                             height);
-  int size = 0;
-  void* data = nullptr;
   switch (format) {
-    case PictureFormat::Jpeg: data = Gd().JpegPtr(landscape.Get(), &size, 90); break;
-    case PictureFormat::Bmp: data = Gd().BmpPtr(landscape.Get(), &size, 0); break;
-    case PictureFormat::Gif:
-      Gd().TrueColorToPalette(landscape.Get(), 0, 128);
-      data = Gd().GifPtr(landscape.Get(), &size);
-      break;
+    case PictureFormat::Gif: return AsGif(landscape);
+    case PictureFormat::Bmp: return AsBmp(landscape);
+    case PictureFormat::Jpeg: break;
   }
-  if (data == nullptr) throw RunTimeError(ErrorNumber::InvalidPicture, name, "the picture can't be written");
-  const std::unique_ptr<void, void (*)(void*)> owner(data, Gd().Free);
-  return {static_cast<const char*>(data), static_cast<std::size_t>(size)};
+  return AsJpeg(landscape);
 }
 
 }  // namespace quillon

@@ -213,6 +213,10 @@ void DesktopFrontEnd::ShelfChanged(const ShelfEntry& entry, bool dropped) {
   for (const auto& [name, view] : views_) view->Notice(Text(text));
 }
 
+void DesktopFrontEnd::VerdictGiven(const Verdict& verdict) {
+  for (const auto& [name, view] : views_) view->Notice(Text(verdict.zip + ": " + verdict.reason));
+}
+
 bool DesktopFrontEnd::PipelineRuns() const {
   const auto* top = running_ == nullptr ? nullptr : dynamic_cast<ProgressScreen*>(running_->Screens().Top());
   return top != nullptr && top->working;

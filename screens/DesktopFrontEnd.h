@@ -63,6 +63,7 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   void CopyMoved(int position) override;
   void CopyFailed(std::string_view path, FileCode code) override;
   void ShelfChanged(const ShelfEntry& entry, bool dropped) override;
+  void VerdictGiven(const Verdict& verdict) override;
 
  private:
   QWidget* ActiveScreen() const;

@@ -1,22 +1,12 @@
 #include "shelf/Rescue.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
 
+#include "core/LocalTime.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 
 namespace quillon {
-namespace {
-
-std::string Moment() {
-  const std::time_t now = std::time(nullptr);
-  std::array<char, 32> text;
-  return {text.data(), std::strftime(text.data(), text.size(), "%Y-%m-%d %H-%M-%S", std::localtime(&now))};
-}
-
-}  // namespace
 
 Rescue::Rescue(Program& program, std::string zip, std::string why)
     : program_(program),
@@ -28,7 +18,8 @@ Rescue::Rescue(Program& program, std::string zip, std::string why)
 
 void Rescue::MakeFolder() {
   if (!folder_.empty()) return;
-  const std::string ofRoute = program_.app.Rescued() + "\\" + zip_ + "\\", moment = Moment();
+  const std::string ofRoute = program_.app.Rescued() + "\\" + zip_ + "\\",
+                    moment = LocalTime("%Y-%m-%d %H-%M-%S");
   // Several in one second are counted on, also when the first of them has left the shelf.
   int count = 0;
   std::vector<FoundFile> found;

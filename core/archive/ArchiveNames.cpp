@@ -20,44 +20,89 @@ bool IsDevice(std::string_view component) {
          stem[3] <= '9';
 }
 
+bool IsForbidden(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return byte < 0x20 || byte == 0x7F || c == '<' || c == '>' || c == ':' || c == '"' || c == '|' ||
+         c == '?' || c == '*' || c == '\\' || c == '/';
+}
+
 /// Closing blanks and dots fall away on the target.
 std::string_view WithoutTail(std::string_view component) {
   return component.substr(0, component.find_last_not_of(" .") + 1);
 }
 
+/// The end of a long name is kept: it tells what the file is.
+std::string Shortened(const std::string& name) {
+  const std::string_view end = std::string_view(name).substr(std::min(name.rfind('.'), name.size()));
+  std::size_t room = end.size() < 16 ? kLongestComponent - end.size() : kLongestComponent;
+  while ((static_cast<unsigned char>(name[room]) & 0xC0) == 0x80) --room;
+  return name.substr(0, room) + std::string(room + end.size() <= kLongestComponent ? end : "");
+}
+
 const char* HarmInComponent(std::string_view component) {
   if (component.starts_with("..") && WithoutTail(component).empty())
-    return "an entry's name leads out of its folder";
-  if (WithoutTail(component).empty()) return "an entry's name is blank";
-  if (component.size() > kLongestComponent) return "an entry's name is too long";
-  const auto forbidden = [](char c) {
-    return static_cast<unsigned char>(c) < 0x20 || c == '<' || c == '>' || c == ':' || c == '"' || c == '|' ||
-           c == '?' || c == '*';
-  };
-  if (std::any_of(component.begin(), component.end(), forbidden))
-    return "an entry's name has characters that no file name may have";
-  if (IsDevice(component)) return "an entry has the name of a device";
-  return nullptr;
+    return "an entry's name leads out of the folder";
+  return WithoutTail(component).empty() ? "an entry has no usable name" : nullptr;
+}
+
+/// Shift-JIS: the first of two bytes.
+bool IsLeadByte(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+std::size_t CharacterLength(char first) {
+  const auto byte = static_cast<unsigned char>(first);
+  return byte < 0xC0 ? 1 : byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
 }
 
 }  // namespace
 
+std::string UsableFileName(std::string_view name) {
+  const std::size_t kept = WithoutTail(name).size();
+  std::string usable(name);
+  std::replace_if(usable.begin(), usable.end(), IsForbidden, '_');
+  std::fill(usable.begin() + static_cast<std::ptrdiff_t>(kept), usable.end(), '_');
+  if (IsDevice(usable)) usable.insert(std::min(usable.find('.'), usable.size()), 1, '_');
+  return usable.size() > kLongestComponent ? Shortened(usable) : usable;
+}
+
 std::string NormalStoredName(std::string_view stored) {
-  if (stored.size() >= 2 && stored[1] == ':' && std::isalpha(static_cast<unsigned char>(stored[0])))
-    stored.remove_prefix(2);
+  const std::string composed = Composed(stored);
+  std::string_view rest = composed;
+  if (rest.size() >= 2 && rest[1] == ':' && std::isalpha(static_cast<unsigned char>(rest[0])))
+    rest.remove_prefix(2);
   std::string name;
-  name.reserve(stored.size());
-  while (!stored.empty()) {
-    const auto end = std::min(stored.find_first_of("/\\"), stored.size());
-    const std::string_view component = stored.substr(0, end);
-    const bool closed = end < stored.size();
-    stored.remove_prefix(closed ? end + 1 : end);
+  name.reserve(rest.size());
+  while (!rest.empty()) {
+    const auto end = std::min(rest.find_first_of("/\\"), rest.size());
+    const std::string_view component = rest.substr(0, end);
+    const bool closed = end < rest.size();
+    rest.remove_prefix(closed ? end + 1 : end);
     if (component.empty() || component == ".") continue;
     // What is all blanks and dots is left for HarmIn to see.
-    name += WithoutTail(component).empty() ? component : WithoutTail(component);
+    name += HarmInComponent(component) != nullptr ? std::string(component) : UsableFileName(component);
     if (closed) name += '\\';
   }
   return name;
+}
+
+std::string LegacyStoredName(std::string_view raw, std::string_view decoded, bool backslashSeparates) {
+  std::string name;
+  std::size_t at = 0;
+  bool second = false;
+  for (const char byte : raw) {
+    const std::size_t length = CharacterLength(at < decoded.size() ? decoded[at] : ' ');
+    const bool half = second && (byte == '|' || (byte == '\\' && !backslashSeparates));
+    if (half || static_cast<unsigned char>(byte) < 0x20)
+      name += '_';
+    else
+      name += decoded.substr(std::min(at, decoded.size()), length);
+    second = !second && IsLeadByte(byte);
+    at += length;
+  }
+  // A zero ends the bytes, not the name.
+  return at < decoded.size() ? name + "_" + std::string(decoded.substr(at)) : name;
 }
 
 const char* HarmIn(std::string_view normalName) {
@@ -71,8 +116,16 @@ const char* HarmIn(std::string_view normalName) {
   return nullptr;
 }
 
+bool IsSystemsOwn(std::string_view normalName) {
+  if (FileNameOf(normalName).starts_with("._")) return true;
+  constexpr std::string_view kFolder = "__MACOSX\\";
+  const auto at = UpperCase(normalName).find(kFolder);
+  return at == 0 || (at != std::string::npos && normalName[at - 1] == '\\');
+}
+
 bool IsUsableStem(std::string_view stem) {
-  return !stem.empty() && WithoutTail(stem) == stem && HarmIn(stem) == nullptr;
+  const std::string_view name = WithoutTail(stem);
+  return !name.empty() && UsableFileName(name) == name;
 }
 
 }  // namespace quillon

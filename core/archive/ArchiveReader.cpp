@@ -24,6 +24,7 @@ ArchiveReader::ArchiveReader(Files& files, Fault fault) : files_(files), fault_(
 
 void ArchiveReader::ReadDirectory() {
   entries_.clear();
+  damageReason_.clear();
   if (!fault_ && !files_.FileExists(InputFile)) throw RunTimeError(ErrorNumber::FileNotFound, InputFile);
   try {
     entries_ = ZipFile(files_.Host().HostPath(InputFile)).Entries();
@@ -33,7 +34,8 @@ void ArchiveReader::ReadDirectory() {
 }
 
 void ArchiveReader::Damaged(std::string reason) {
-  if (!fault_) throw RunTimeError(ErrorNumber::InvalidFileFormat, InputFile, std::move(reason));
+  damageReason_ = std::move(reason);
+  if (!fault_) throw RunTimeError(ErrorNumber::InvalidFileFormat, InputFile, damageReason_);
   fault_();
 }
 
@@ -134,6 +136,23 @@ void ArchiveReader::Report(const ExtractPool& pool) {
 
 int ArchiveReader::PercentDone() const {
   return bytesToDo_ == 0 ? 100 : static_cast<int>(bytesDone_ * 100 / bytesToDo_);
+}
+
+std::string ArchiveReader::Bytes(int index, std::uint64_t limit) const {
+  std::string bytes;
+  struct Enough {};
+  try {
+    ZipFile(files_.Host().HostPath(InputFile), entries_)
+        .Unpack(static_cast<std::size_t>(index), [&](std::string_view piece) {
+          bytes += piece;
+          if (bytes.size() > limit) throw Enough();
+        });
+  } catch (const Damage&) {
+    bytes.clear();
+  } catch (const Enough&) {
+    bytes.resize(static_cast<std::size_t>(limit));
+  }
+  return bytes;
 }
 
 std::string ArchiveReader::FileWhereFolderIsWanted() const {

@@ -38,6 +38,8 @@ class ArchiveReader {
 
   /// Reads the directory of InputFile. After damage there are no entries.
   void ReadDirectory();
+  /// What was damaged last, in words; empty after a whole directory.
+  const std::string& DamageReason() const { return damageReason_; }
   int EntryCount() const { return static_cast<int>(entries_.size()); }
   /// "stored name|size": the system reads only what stands before the "|". `index` counts from 0.
   std::string Entry(int index) const;
@@ -67,6 +69,9 @@ class ArchiveReader {
   void Place(const std::vector<Placement>& placements,
              const std::function<void(const Placement&)>& before = {});
 
+  /// An entry's data in memory; the first `limit` bytes of a longer one. Empty when they are damaged.
+  std::string Bytes(int index, std::uint64_t limit) const;
+
   /// The first entry below any other's name: a file where another entry needs a folder. Empty when there is
   /// none.
   std::string FileWhereFolderIsWanted() const;
@@ -81,6 +86,7 @@ class ArchiveReader {
 
   Files& files_;
   Fault fault_;
+  std::string damageReason_;
   std::vector<ArchiveEntry> entries_;
   std::vector<std::string> filters_;  // upper case
   std::uint64_t bytesDone_ = 0, bytesToDo_ = 0, filesDone_ = 0;

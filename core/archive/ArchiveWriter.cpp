@@ -87,12 +87,14 @@ void ArchiveWriter::Zip() {
   const std::vector<Item> items = LiveItems();
   bytesDone_ = bytesToDo_ = 0;
   std::uint64_t travelling = 0;
-  std::vector<PackQueue::Source> sources;
+  std::vector<const Item*> sources;
+  std::vector<std::uint64_t> sizes;
   for (std::size_t i = 0; i < items.size(); ++i) {
     bytesToDo_ += items[i].size;
     if (items[i].index >= 0) travelling += items[i].size;
     if (items[i].index >= 0 || items[i].size > kPackWholeLimit) continue;
-    sources.push_back({files_.Host().HostPath(items[i].path), items[i].path, items[i].size});
+    sources.push_back(&items[i]);
+    sizes.push_back(items[i].size);
   }
   // What files will come to is not known yet; entries keep their size.
   files_.RequireRoom(ArchiveFile, travelling);
@@ -101,7 +103,11 @@ void ArchiveWriter::Zip() {
     if (OnProgress) OnProgress(*this);
   };
   double share = 0;
-  PackQueue queue(std::move(sources), WorkerCount(), [&] { report(share); });
+  std::vector<std::string> hostPaths;  // the host's names are asked for on this thread
+  for (const Item* source : sources) hostPaths.push_back(files_.Host().HostPath(source->path));
+  PackQueue queue(
+      std::move(sizes), [&](std::size_t i) { return ReadWhole(hostPaths[i], sources[i]->path); },
+      WorkerCount(), [&] { report(share); });
   std::unordered_map<std::string, std::unique_ptr<ZipFile>> archives;
   const std::string hostPath = files_.Host().HostPath(ArchiveFile);
   ZipBuilder builder(hostPath, ArchiveFile);
@@ -110,8 +116,8 @@ void ArchiveWriter::Zip() {
     if (item.index >= 0) {
       auto& archive = archives[item.path];
       if (!archive) archive = Opened(item.path);
-      const auto index = static_cast<std::size_t>(item.index);
-      builder.AddFrom(item.storedName, archive->Handle(), index, archive->Entries()[index].method);
+      const auto& entry = archive->Entries().at(static_cast<std::size_t>(item.index));
+      builder.AddFrom(item.storedName, archive->Handle(), entry.place, entry.method);
     } else if (item.size > kPackWholeLimit) {
       builder.AddStream(item.storedName, files_.Host().HostPath(item.path));
     } else {

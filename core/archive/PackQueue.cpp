@@ -23,7 +23,7 @@ constexpr auto kIdleInterval = std::chrono::milliseconds(40);
 /// One a thread: a compressor serves one at a time.
 class Packer {
  public:
-  PackedFile Pack(const PackQueue::Source& source);
+  PackedFile Pack(const std::string& bytes);
 
  private:
   struct Free {
@@ -55,16 +55,7 @@ bool Packer::GivesNothing(const std::string& bytes) {
   return true;
 }
 
-std::string ReadWhole(const PackQueue::Source& source) {
-  const RawInput file(source.hostPath);
-  if (!file.IsOpen()) throw RunTimeError(ErrorNumber::PathFileAccessError, source.path, "it can't be opened");
-  std::string bytes;
-  if (!file.ReadAt(0, file.Size(), bytes)) throw RunTimeError(ErrorNumber::DeviceIoError, source.path);
-  return bytes;
-}
-
-PackedFile Packer::Pack(const PackQueue::Source& source) {
-  const std::string bytes = ReadWhole(source);
+PackedFile Packer::Pack(const std::string& bytes) {
   libdeflate_compressor* const compressor = Compressor(GivesNothing(bytes) ? 0 : kLevel);
   PackedFile packed;
   packed.size = bytes.size();
@@ -78,8 +69,17 @@ PackedFile Packer::Pack(const PackQueue::Source& source) {
 
 }  // namespace
 
-PackQueue::PackQueue(std::vector<Source> sources, unsigned threads, std::function<void()> idle)
-    : sources_(std::move(sources)), idle_(std::move(idle)), slots_(sources_.size()) {
+std::string ReadWhole(const std::string& hostPath, const std::string& path) {
+  const RawInput file(hostPath);
+  if (!file.IsOpen()) throw RunTimeError(ErrorNumber::PathFileAccessError, path, "it can't be opened");
+  std::string bytes;
+  if (!file.ReadAt(0, file.Size(), bytes)) throw RunTimeError(ErrorNumber::DeviceIoError, path);
+  return bytes;
+}
+
+PackQueue::PackQueue(std::vector<std::uint64_t> sizes, Read read, unsigned threads,
+                     std::function<void()> idle)
+    : sizes_(std::move(sizes)), read_(std::move(read)), idle_(std::move(idle)), slots_(sizes_.size()) {
   StartWorkers(threads_, threads, [this] { Work(); });
 }
 
@@ -103,11 +103,11 @@ void PackQueue::Work() {
     });
     if (stop_ || next_ == slots_.size()) return;
     const std::size_t mine = next_++;
-    bytesAhead_ += sources_[mine].size;
+    bytesAhead_ += sizes_[mine];
     lock.unlock();
     Slot slot;
     try {
-      slot.packed = packer.Pack(sources_[mine]);
+      slot.packed = packer.Pack(read_(mine));
     } catch (...) {
       slot.failure = std::current_exception();
     }
@@ -119,7 +119,7 @@ void PackQueue::Work() {
 }
 
 PackedFile PackQueue::Take(std::size_t index) {
-  if (threads_.empty()) return Packer().Pack(sources_[index]);
+  if (threads_.empty()) return Packer().Pack(read_(index));
   std::unique_lock lock(mutex_);
   while (!slots_[index].ready) {
     if (ready_.wait_for(lock, kIdleInterval) == std::cv_status::timeout) {
@@ -130,7 +130,7 @@ PackedFile PackQueue::Take(std::size_t index) {
   }
   Slot slot = std::exchange(slots_[index], {});
   taken_ = index + 1;
-  bytesAhead_ -= sources_[index].size;
+  bytesAhead_ -= sizes_[index];
   room_.notify_all();
   lock.unlock();
   if (slot.failure) std::rethrow_exception(slot.failure);

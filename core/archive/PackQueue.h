@@ -1,4 +1,4 @@
-// Packs files on several threads, to be taken in order.
+// Packs files, or what else comes in pieces, on several threads, to be taken in order.
 #pragma once
 
 #include <condition_variable>
@@ -22,17 +22,15 @@ struct PackedFile {
 /// Worker threads that stay a bounded way ahead of the one who takes.
 class PackQueue {
  public:
-  /// One file to pack: its host name, its name for messages, its size when it was listed.
-  struct Source {
-    std::string hostPath, path;
-    std::uint64_t size = 0;
-  };
+  /// What is to be packed, in one piece: `sizes` tells the bytes, about. Called on several threads, in rising
+  /// order of the index as far as each call's beginning goes; what it throws is thrown by Take.
+  using Read = std::function<std::string(std::size_t index)>;
 
   /// Without `threads` Take does the work itself.
-  PackQueue(std::vector<Source> sources, unsigned threads, std::function<void()> idle);
+  PackQueue(std::vector<std::uint64_t> sizes, Read read, unsigned threads, std::function<void()> idle);
   ~PackQueue();
 
-  /// The packed file; each index once, in rising order. Throws the RunTimeError of a file that can't be read.
+  /// The packed file; each index once, in rising order. Throws what reading it threw.
   PackedFile Take(std::size_t index);
 
  private:
@@ -44,7 +42,8 @@ class PackQueue {
 
   void Work();
 
-  const std::vector<Source> sources_;
+  const std::vector<std::uint64_t> sizes_;
+  const Read read_;
   const std::function<void()> idle_;
   std::mutex mutex_;
   std::condition_variable room_, ready_;
@@ -54,6 +53,9 @@ class PackQueue {
   bool stop_ = false;
   std::vector<std::thread> threads_;
 };
+
+/// Reads a file for a PackQueue. `path` is `hostPath` in the system's form, for messages.
+std::string ReadWhole(const std::string& hostPath, const std::string& path);
 
 /// Files above this are packed as a stream instead, one at a time.
 inline constexpr std::uint64_t kPackWholeLimit = 8u << 20;

@@ -58,6 +58,32 @@ struct ZipBuilder::PackedSource {
   }
 };
 
+/// One entry's data as they are, asked for piece by piece.
+struct ZipBuilder::PieceSource {
+  ZipBuilder& builder;
+  std::function<std::size_t(char*, std::size_t)> read;
+  std::time_t modified;
+  std::uint64_t size;
+  zip_error_t error{};
+
+  zip_int64_t Read(char* data, std::size_t length) {
+    try {
+      return static_cast<zip_int64_t>(read(data, length));
+    } catch (...) {
+      builder.failure_ = std::current_exception();
+      zip_error_set(&error, ZIP_ER_READ, EIO);
+      return -1;
+    }
+  }
+
+  void Describe(zip_stat_t& stat) const {
+    zip_stat_init(&stat);
+    stat.size = size;
+    stat.mtime = modified;
+    stat.valid = ZIP_STAT_SIZE | ZIP_STAT_MTIME;
+  }
+};
+
 /// The archive's file.
 struct ZipBuilder::Output {
   std::string hostPath;
@@ -126,6 +152,13 @@ void ZipBuilder::AddPacked(const std::string& storedName, std::time_t modified,
   sources_.push_back(std::move(state));
 }
 
+void ZipBuilder::AddPieces(const std::string& storedName, std::time_t modified, std::uint64_t size,
+                           std::function<std::size_t(char*, std::size_t)> read) {
+  auto state = std::make_unique<PieceSource>(PieceSource{*this, std::move(read), modified, size, {}});
+  Add(storedName, zip_source_function(zip_, ReadPieces, state.get()));
+  pieceSources_.push_back(std::move(state));
+}
+
 void ZipBuilder::AddStream(const std::string& storedName, const std::string& hostPath) {
   Add(storedName, zip_source_file(zip_, hostPath.c_str(), 0, -1));
 }
@@ -170,6 +203,22 @@ zip_int64_t ZipBuilder::ReadPacked(void* state, void* data, zip_uint64_t length,
       return sizeof(zip_stat_t);
     case ZIP_SOURCE_ERROR: return zip_error_to_data(&source.error, data, length);
     case ZIP_SOURCE_FREE: return 0;
+    case ZIP_SOURCE_SUPPORTS:
+      return Supports({ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR,
+                       ZIP_SOURCE_FREE, ZIP_SOURCE_SUPPORTS});
+    default: zip_error_set(&source.error, ZIP_ER_OPNOTSUPP, 0); return -1;
+  }
+}
+
+zip_int64_t ZipBuilder::ReadPieces(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command) {
+  auto& source = *static_cast<PieceSource*>(state);
+  switch (command) {
+    case ZIP_SOURCE_OPEN:
+    case ZIP_SOURCE_CLOSE:
+    case ZIP_SOURCE_FREE: return 0;
+    case ZIP_SOURCE_READ: return source.Read(static_cast<char*>(data), static_cast<std::size_t>(length));
+    case ZIP_SOURCE_STAT: source.Describe(*static_cast<zip_stat_t*>(data)); return sizeof(zip_stat_t);
+    case ZIP_SOURCE_ERROR: return zip_error_to_data(&source.error, data, length);
     case ZIP_SOURCE_SUPPORTS:
       return Supports({ZIP_SOURCE_OPEN, ZIP_SOURCE_READ, ZIP_SOURCE_CLOSE, ZIP_SOURCE_STAT, ZIP_SOURCE_ERROR,
                        ZIP_SOURCE_FREE, ZIP_SOURCE_SUPPORTS});

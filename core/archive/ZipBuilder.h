@@ -30,6 +30,10 @@ class ZipBuilder {
   void AddPacked(const std::string& storedName, std::time_t modified, std::function<PackedFile()> take);
   /// A big file, packed while it is written.
   void AddStream(const std::string& storedName, const std::string& hostPath);
+  /// An entry of `size` bytes that `read` gives piece by piece, packed while it is written: it fills what it
+  /// is given and returns how much it did, 0 at the end.
+  void AddPieces(const std::string& storedName, std::time_t modified, std::uint64_t size,
+                 std::function<std::size_t(char*, std::size_t)> read);
   /// An entry of `source` as it is packed there; `source` outlives Write.
   void AddFrom(const std::string& storedName, zip_t* source, std::uint64_t index, std::uint16_t method);
 
@@ -38,16 +42,19 @@ class ZipBuilder {
 
  private:
   struct PackedSource;
+  struct PieceSource;
   struct Output;
 
   void Add(const std::string& storedName, zip_source_t* source);
   [[noreturn]] void Fail();
   static zip_int64_t ReadPacked(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command);
+  static zip_int64_t ReadPieces(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command);
   static zip_int64_t WriteOutput(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command);
 
   const std::string path_;
   std::unique_ptr<Output> output_;
   std::vector<std::unique_ptr<PackedSource>> sources_;
+  std::vector<std::unique_ptr<PieceSource>> pieceSources_;
   std::exception_ptr failure_;  // of a callback: the format library knows no exceptions
   zip_t* zip_ = nullptr;
   std::uint64_t count_ = 0;

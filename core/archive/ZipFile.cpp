@@ -9,7 +9,8 @@
 
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
-#include "core/archive/ZipStub.h"
+#include "core/archive/RareMethods.h"
+#include "core/archive/ZipLayout.h"
 
 namespace quillon {
 namespace {
@@ -23,8 +24,15 @@ struct CloseEntry {
 };
 using EntryFile = std::unique_ptr<zip_file_t, CloseEntry>;
 
-bool HasControlCharacter(std::string_view name) {
-  return std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20; });
+/// Whether the format library unpacks it.
+bool IsUsual(std::uint16_t method) { return zip_compression_method_supported(method, 0) != 0; }
+
+/// Names with slashes have no other separators: then a backslash can be half a letter.
+bool BackslashSeparates(zip_t* zip, zip_uint64_t count) {
+  for (zip_uint64_t i = 0; i < count; ++i)
+    if (const char* raw = zip_get_name(zip, i, ZIP_FL_ENC_RAW); raw != nullptr && Contains(raw, "/"))
+      return false;
+  return true;
 }
 
 [[noreturn]] void Broken(const ArchiveEntry& entry) {
@@ -40,6 +48,28 @@ bool HasControlCharacter(std::string_view name) {
 void MakeRoom(std::string& buffer, std::uint64_t size) {
   if (buffer.size() < size) buffer.resize(size);
 }
+
+/// Passes pieces on, and vouches for their size and checksum.
+class Checked {
+ public:
+  Checked(const ArchiveEntry& entry, const ZipFile::Sink& sink) : entry_(entry), sink_(sink) {}
+
+  void Take(std::string_view piece) {
+    done_ += piece.size();
+    if (done_ > entry_.size) Broken(entry_);
+    crc_ = libdeflate_crc32(crc_, piece.data(), piece.size());
+    sink_(piece);
+  }
+  void End() const {
+    if (done_ != entry_.size || crc_ != entry_.crc) Broken(entry_);
+  }
+
+ private:
+  const ArchiveEntry& entry_;
+  const ZipFile::Sink& sink_;
+  std::uint64_t done_ = 0;
+  std::uint32_t crc_ = 0;
+};
 
 void ReadExactly(zip_file_t* file, const ArchiveEntry& entry, char* bytes, std::uint64_t size) {
   std::uint64_t done = 0;
@@ -90,41 +120,53 @@ void ZipFile::Open() {
 }
 
 void ZipFile::ReadEntries() {
-  const auto count = zip_get_num_entries(zip_.get(), 0);
+  const auto count = static_cast<zip_uint64_t>(zip_get_num_entries(zip_.get(), 0));
+  const bool backslashSeparates = BackslashSeparates(zip_.get(), count);
   ownEntries_.reserve(static_cast<std::size_t>(count));
-  for (zip_int64_t i = 0; i < count; ++i) {
+  for (zip_uint64_t i = 0; i < count; ++i) {
     zip_stat_t stat;
-    const auto index = static_cast<zip_uint64_t>(i);
-    if (zip_stat_index(zip_.get(), index, ZIP_FL_ENC_STRICT, &stat) != 0 || stat.name == nullptr) {
+    const char* raw = zip_get_name(zip_.get(), i, ZIP_FL_ENC_RAW);
+    if (raw == nullptr || zip_stat_index(zip_.get(), i, ZIP_FL_ENC_GUESS, &stat) != 0 ||
+        stat.name == nullptr) {
       RequireMemory(zip_get_error(zip_.get()));
       throw Damage{"its directory is broken"};
     }
     ArchiveEntry entry;
-    entry.name = NormalStoredName(stat.name);
-    // Decoding turns control characters, zeros among them, into pictures: look at the bytes, too.
-    const char* raw = zip_get_name(zip_.get(), index, ZIP_FL_ENC_RAW);
-    if (raw == nullptr || HasControlCharacter(raw) || CharacterCount(stat.name) > std::strlen(raw))
-      throw Damage{"an entry's name has control characters"};
-    if (const char* harm = HarmIn(entry.name)) throw Damage{harm};
-    if (stat.encryption_method != ZIP_EM_NONE) throw Damage{"it is protected by a password"};
-    if (zip_compression_method_supported(stat.comp_method, 0) == 0)
-      throw Damage{"an entry is packed by a method that is not known"};
+    entry.name = NormalStoredName(std::string_view(stat.name) == raw
+                                      ? std::string(raw)
+                                      : LegacyStoredName(raw, stat.name, backslashSeparates));
+    if (IsSystemsOwn(entry.name)) continue;
+    if (const char* harm = HarmIn(entry.name)) throw Damage{std::string(harm) + ": " + stat.name};
     entry.size = stat.size;
     entry.packedSize = stat.comp_size;
+    entry.place = i;
     entry.crc = stat.crc;
     entry.method = stat.comp_method;
+    entry.locked = stat.encryption_method != ZIP_EM_NONE;
     entry.modified = stat.mtime;
     ownEntries_.push_back(std::move(entry));
   }
 }
 
+std::string ArchiveEntry::Obstacle() const {
+  if (locked) return "it is protected by a password";
+  if (IsUsual(method) || IsRareMethod(method)) return {};
+  return "it is packed by a method that is not known (" + MethodName(method) + ")";
+}
+
 void ZipFile::Unpack(std::size_t index, const Sink& sink) {
   const ArchiveEntry& entry = entries_[index];
+  if (const std::string obstacle = entry.Obstacle(); !obstacle.empty())
+    throw Damage{entry.name + " can't be unpacked: " + obstacle};
+  const bool rare = !IsUsual(entry.method);
   const bool whole = entry.size <= kWholeLimit && entry.packedSize <= kWholeLimit + kWholeLimit / 8 &&
                      (entry.method == ZIP_CM_STORE || entry.method == ZIP_CM_DEFLATE);
-  const EntryFile file(zip_fopen_index(zip_.get(), index, whole ? ZIP_FL_COMPRESSED : 0));
+  const EntryFile file(zip_fopen_index(zip_.get(), entry.place, whole || rare ? ZIP_FL_COMPRESSED : 0));
   if (!file) Broken(entry, zip_get_error(zip_.get()));
-  whole ? UnpackWhole(entry, file.get(), sink) : UnpackStream(entry, file.get(), sink);
+  if (rare)
+    UnpackRare(entry, file.get(), sink);
+  else
+    whole ? UnpackWhole(entry, file.get(), sink) : UnpackStream(entry, file.get(), sink);
 }
 
 void ZipFile::UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
@@ -144,19 +186,28 @@ void ZipFile::UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sin
 
 void ZipFile::UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
   MakeRoom(unpacked_, kPiece);
-  std::uint64_t done = 0;
-  std::uint32_t crc = 0;
+  Checked checked(entry, sink);
   for (;;) {
     const auto count = zip_fread(file, unpacked_.data(), kPiece);
     if (count < 0) Broken(entry, zip_file_get_error(file));
     if (count == 0) break;
-    const std::string_view piece(unpacked_.data(), static_cast<std::size_t>(count));
-    done += piece.size();
-    if (done > entry.size) Broken(entry);
-    crc = libdeflate_crc32(crc, piece.data(), piece.size());
-    sink(piece);
+    checked.Take({unpacked_.data(), static_cast<std::size_t>(count)});
   }
-  if (done != entry.size || crc != entry.crc) Broken(entry);
+  checked.End();
+}
+
+void ZipFile::UnpackRare(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
+  MakeRoom(packed_, kPiece);
+  Checked checked(entry, sink);
+  const auto more = [&]() -> std::string_view {
+    const auto count = zip_fread(file, packed_.data(), kPiece);
+    if (count < 0) Broken(entry, zip_file_get_error(file));
+    return {packed_.data(), static_cast<std::size_t>(count)};
+  };
+  if (!UnpackRareMethod({entry.method, entry.size, entry.packedSize, entry.crc}, more,
+                        [&](std::string_view piece) { checked.Take(piece); }))
+    Broken(entry);
+  checked.End();
 }
 
 }  // namespace quillon

@@ -19,11 +19,15 @@ namespace quillon {
 struct ArchiveEntry {
   std::string name;  // stored name: backslashes, no drive, a folder ends in a backslash
   std::uint64_t size = 0, packedSize = 0;
+  std::uint64_t place = 0;  // in the archive's directory, from 0
   std::uint32_t crc = 0;
   std::uint16_t method = 0;
+  bool locked = false;  // by a password
   std::time_t modified = 0;
 
   bool folder() const { return name.empty() || name.back() == '\\'; }
+  /// Why it can't be unpacked here, such as "it is protected by a password"; empty when it can.
+  std::string Obstacle() const;
 };
 
 /// The archive, or one entry of it, can't be read as it should.
@@ -37,7 +41,8 @@ void RequireMemory(const zip_error_t* error);
 /// A zip on the disk. Not for two threads at once; several objects may read one file.
 class ZipFile {
  public:
-  /// Throws Damage when the directory can't be read, an entry needs a password, or a name is harmful.
+  /// Throws Damage when the directory can't be read or a name is harmful. What another system keeps beside
+  /// its files is passed over.
   explicit ZipFile(std::string hostPath);
   /// A further object over an archive whose directory is known; `knownEntries` outlives it.
   ZipFile(std::string hostPath, const std::vector<ArchiveEntry>& knownEntries);
@@ -67,6 +72,7 @@ class ZipFile {
   libdeflate_decompressor* Decompressor();
   void UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
   void UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
+  void UnpackRare(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
 
   std::string hostPath_;
   std::unique_ptr<zip_t, Discard> zip_;

@@ -11,7 +11,10 @@ int Inspect(const std::string& host, FoundFile& file) {
   struct stat own, target;
   if (::lstat(host.c_str(), &own) != 0) return errno;
   file.link = S_ISLNK(own.st_mode);
-  const bool toFolder = file.link && ::stat(host.c_str(), &target) == 0 && S_ISDIR(target.st_mode);
+  const bool leads = file.link && ::stat(host.c_str(), &target) == 0;
+  const bool toFolder = leads && S_ISDIR(target.st_mode);
+  const mode_t mode = leads ? target.st_mode : own.st_mode;
+  file.special = !S_ISREG(mode) && !S_ISDIR(mode);
   file.attributes = S_ISDIR(own.st_mode) || toFolder ? kFolder : kArchive;
   if (!file.link && IsReadOnly(own)) file.attributes |= kReadOnly;
   return 0;

@@ -50,6 +50,7 @@ class PosixFileSystem final : public FileSystem {
   FileCode GetSize(std::string_view path, std::uint64_t& size) override;
   FileCode Delete(std::string_view path) override;
   FileCode Move(std::string_view from, std::string_view to) override;
+  FileCode MoveFound(std::string_view folder, const FoundFile& found, std::string_view to) override;
   FileCode Copy(std::string_view from, std::string_view to) override;
   FileCode CreateFolder(std::string_view path) override;
   FileCode RemoveFolder(std::string_view path) override;
@@ -236,6 +237,18 @@ FileCode PosixFileSystem::Move(std::string_view from, std::string_view to) {
   if (error != 0) return CodeOf(error, place.host);
   tree_.Remove(source);
   tree_.Add(place, source.type);
+  return FileCode::Ok;
+}
+
+FileCode PosixFileSystem::MoveFound(std::string_view folder, const FoundFile& found, std::string_view to) {
+  StartCall();
+  const Place source = Locate(folder), place = Locate(to);
+  if (!source.Exists()) return source.code;
+  if (place.Exists()) return FileCode::AlreadyExists;
+  if (!Creatable(place.name)) return FileCode::InvalidName;
+  const int error = RenameToFree(source.host + "/" + found.name, place.host);
+  if (error != 0) return CodeOf(error, place.host);
+  tree_.Clear();
   return FileCode::Ok;
 }
 

@@ -101,25 +101,34 @@ TEST_F(ArchiveTest, ListsStoredNamesInTheSystemsForm) {
   for (int i = 0; i < reader.EntryCount(); ++i)
     names.push_back(reader.Entry(i).substr(0, reader.Entry(i).find('|')));
   EXPECT_EQ(names, (Strings{"Route\\Tiles\\A.t", "Route\\World\\w.w", "Route\\Empty\\", "drive.txt",
-                            "root.txt", "café.txt", "café.txt", "├⌐.txt"}));
+                            "root.txt", "café.txt", "café.txt", "é.txt"}));
   EXPECT_EQ(reader.LowerName(0), "route\\tiles\\a.t");
   EXPECT_EQ(NormalStoredName("\\\\server/share"), "server\\share");
   EXPECT_EQ(faults_, 0);
 }
 
-TEST_F(ArchiveTest, RefusesNamesThatLeadOutOrFitNoDisk) {
+TEST_F(ArchiveTest, WhatNoFileMayBeCalledBecomesSomethingItMay) {
+  Make({Entry("slashes/make/a\\backslash"), Entry("a*b?c.s"), Entry("ab:c.txt"), Entry("con"),
+        Entry("a/NUL.x"), Entry("com10.t"), Entry("Icon\r"), Entry("a\x01"), Entry("a. "), Entry("b ./x"),
+        Entry("\x95\\.s"), Entry("\x83|.s"), Entry("\x94/x"), Entry("Ko\xCC\x88ln.srv"), Entry("..a/a..b"),
+        Entry(std::string(300, 'x') + ".ace"), Entry("__MACOSX/R/a.s"), Entry("R/._a.trk")});
+  const ArchiveReader reader = Open();
+  Strings names;
+  for (const auto& entry : reader.Entries()) names.push_back(entry.name);
+  EXPECT_EQ(names, (Strings{"slashes\\make\\a\\backslash", "a_b_c.s", "ab_c.txt", "con_", "a\\NUL_.x",
+                            "com10.t", "Icon_", "a_", "a__", "b__\\x", "ò_.s", "â_.s", "ö\\x", "Köln.srv",
+                            "..a\\a..b", std::string(251, 'x') + ".ace"}));
+  EXPECT_EQ(faults_, 0);
+}
+
+TEST_F(ArchiveTest, RefusesNamesThatLeadOut) {
   for (const std::string& name :
-       Strings{"../x",    "a/../../x",    "a/..",   "..\\x",    "C:../x",
-               "a/.. /x", "a*b",          "a?b",    "ab:c.txt", "con",
-               "com1.t",  "a/NUL.x",      "a|b",    "a/lpt9/b", "a\x01",
-               "a\nb",    "\xC3\xA9\x01", "a\x1F.", "..",       std::string(300, 'x')})
+       Strings{"../x", "a/../../x", "a/..", "..\\x", "C:../x", "a/.. /x", "..", " /x"})
     for (const bool utf8 : {false, true}) {
       Make({Entry("fine.txt"), {.name = name, .utf8Flag = utf8}});
       EXPECT_TRUE(IsDamaged()) << name;
       EXPECT_FALSE(OnDisk("x"));
     }
-  Make({Entry("..a/x"), Entry("a..b"), Entry("console.txt"), Entry("com10.t"), Entry("a/.hidden")});
-  EXPECT_FALSE(IsDamaged());
 }
 
 TEST_F(ArchiveTest, TakesWhatIsNoReadableArchiveForDamaged) {
@@ -132,7 +141,7 @@ TEST_F(ArchiveTest, TakesWhatIsNoReadableArchiveForDamaged) {
                             ZipBytes({Entry("a"), {.name = "secret", .data = "text", .encrypted = true}}),
                             ZipBytes({{.name = "a.txt", .data = "text", .toldMethod = 97}})}) {
     Put("a.zip", bytes);
-    EXPECT_TRUE(IsDamaged());
+    EXPECT_TRUE(IsDamaged(true));
   }
   Make({});
   EXPECT_FALSE(IsDamaged());

@@ -96,12 +96,12 @@ TEST_F(HelpTest, AFindingLeadsToItsPageAndBack) {
   QTest::keyClick(&Help(), Qt::Key_F, Qt::ControlModifier);
   EXPECT_EQ(FrontTab(), 2);
   auto& words = In<QLineEdit>("words");
-  QTest::keyClicks(&words, "libgd3");
+  QTest::keyClicks(&words, "oegenfield3");
   auto& found = In<QListWidget>("found");
   ASSERT_EQ(found.count(), 1);
   QTest::keyClick(&words, Qt::Key_Return);
   EXPECT_EQ(PageOnView(), "help/errors.html");
-  EXPECT_EQ(In<QTextBrowser>("page").textCursor().selectedText(), "libgd3");
+  EXPECT_EQ(In<QTextBrowser>("page").textCursor().selectedText(), "oegenfield3");
   EXPECT_EQ(In<QTreeWidget>("contents").currentItem()->text(0), "Error messages, one by one");
   QTest::keyClick(&Help(), Qt::Key_Left, Qt::AltModifier);
   EXPECT_EQ(PageOnView(), "help/main-screen.html");

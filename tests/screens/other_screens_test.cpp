@@ -213,7 +213,7 @@ TEST_F(OtherScreensTest, DroppedZipsGoToTheDownloads) {
   ASSERT_TRUE(Exists(Download("new route.ZIP"))) << boxes_;
   EXPECT_EQ(ReadBytes(Download("new route.ZIP")), "a zip");
   EXPECT_NE(boxes_.find("One zip file was put"), std::string::npos) << boxes_;
-  EXPECT_NE(boxes_.find("notes.txt is not a zip file."), std::string::npos) << boxes_;
+  EXPECT_NE(boxes_.find("notes.txt is no archive that Quillon can read."), std::string::npos) << boxes_;
   Write(Home() + "/new route.ZIP", "another");
   boxes_.clear();
   DropFiles("frmMain", {Home() + "/new route.ZIP"});

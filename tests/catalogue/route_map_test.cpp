@@ -1,4 +1,4 @@
-#include "loading/RouteMap.h"
+#include "catalogue/RouteMap.h"
 
 #include <gtest/gtest.h>
 

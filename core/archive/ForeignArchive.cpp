@@ -1,0 +1,402 @@
+#include "core/archive/ForeignArchive.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <condition_variable>
+#include <cstring>
+#include <deque>
+#include <memory>
+#include <mutex>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "core/Text.h"
+#include "core/archive/ArchiveNames.h"
+#include "core/archive/ArchiveReader.h"
+#include "core/archive/ExtractPool.h"
+#include "core/archive/PackQueue.h"
+#include "core/archive/ZipBuilder.h"
+#include "core/host/ArchiveLocale.h"
+#include "core/host/RawFile.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::string_view k7z("7z\xBC\xAF\x27\x1C", 6), kRar("Rar!\x1A\x07", 6);
+constexpr std::size_t kLongestStub = 4u << 20, kPiece = 256u << 10;  // bytes
+constexpr std::uint64_t kWholeLimit = 32u << 20;  // bytes; above it a file is packed as a stream
+
+/// The parts of an archive as one run of bytes.
+class Parts {
+ public:
+  Parts(const std::vector<std::string>& hostPaths, std::uint64_t skipped) : skipped_(skipped) {
+    for (const auto& path : hostPaths) {
+      inputs_.emplace_back(path);
+      if (!inputs_.back().IsOpen()) throw Damage{"it can't be opened"};
+      ends_.push_back(Size() + inputs_.back().Size());
+    }
+  }
+
+  std::string_view Read() {
+    const std::uint64_t at = at_ + skipped_;
+    const auto part =
+        static_cast<std::size_t>(std::upper_bound(ends_.begin(), ends_.end(), at) - ends_.begin());
+    if (part == ends_.size()) return {};
+    const std::uint64_t begin = part == 0 ? 0 : ends_[part - 1];
+    if (!inputs_[part].ReadAt(at - begin, kPiece, piece_)) throw Damage{"it can't be read from the disk"};
+    at_ += piece_.size();
+    return piece_;
+  }
+  std::int64_t Skip(std::int64_t count) {
+    const std::uint64_t left = Length() - at_;
+    const std::uint64_t skipped =
+        std::min(left, static_cast<std::uint64_t>(std::max<std::int64_t>(count, 0)));
+    at_ += skipped;
+    return static_cast<std::int64_t>(skipped);
+  }
+  std::int64_t Seek(std::int64_t offset, int from) {
+    const std::int64_t base =
+        from == SEEK_SET ? 0 : static_cast<std::int64_t>(from == SEEK_CUR ? at_ : Length());
+    if (base + offset < 0 || static_cast<std::uint64_t>(base + offset) > Length()) return ARCHIVE_FATAL;
+    at_ = static_cast<std::uint64_t>(base + offset);
+    return base + offset;
+  }
+
+ private:
+  std::uint64_t Size() const { return ends_.empty() ? 0 : ends_.back(); }
+  std::uint64_t Length() const { return Size() - std::min(Size(), skipped_); }
+
+  const std::uint64_t skipped_;  // bytes of a program in front
+  std::deque<RawInput> inputs_;
+  std::vector<std::uint64_t> ends_;
+  std::uint64_t at_ = 0;
+  std::string piece_;
+};
+
+/// Where archives may begin in a file that begins with a program; the file's start for any other.
+std::vector<std::uint64_t> Beginnings(const std::string& hostPath) {
+  std::string head;
+  const RawInput file(hostPath);
+  if (!file.IsOpen() || !file.ReadAt(0, kLongestStub, head) || !head.starts_with("MZ")) return {0};
+  std::vector<std::uint64_t> found;
+  for (const auto mark : {k7z, kRar})
+    for (auto at = head.find(mark); at != head.npos; at = head.find(mark, at + 1)) found.push_back(at);
+  return found;
+}
+
+/// A number of the newer rar format: seven bits a byte.
+std::uint64_t RarNumber(std::string_view& bytes) {
+  std::uint64_t value = 0;
+  for (int shift = 0; shift < 63 && !bytes.empty(); shift += 7) {
+    const auto byte = static_cast<unsigned char>(bytes.front());
+    bytes.remove_prefix(1);
+    value |= static_cast<std::uint64_t>(byte & 0x7F) << shift;
+    if (byte < 0x80) break;
+  }
+  return value;
+}
+
+/// Whether the archive that begins there is one of several volumes.
+bool IsVolume(const std::string& hostPath, std::uint64_t at) {
+  std::string head;
+  const RawInput file(hostPath);
+  if (!file.IsOpen() || !file.ReadAt(at, 64, head) || !head.starts_with(kRar) || head.size() < 32)
+    return false;
+  if (head[6] == 0) return (head[10] & 1) != 0;
+  std::string_view rest = std::string_view(head).substr(12);
+  RarNumber(rest);  // the header's size
+  RarNumber(rest);  // its kind
+  if ((RarNumber(rest) & 1) != 0) RarNumber(rest);
+  return (RarNumber(rest) & 1) != 0;
+}
+
+struct ForeignEntry {
+  std::string name;
+  std::uint64_t size = 0;
+  std::time_t modified = 0;
+  bool wanted = true;  // a file, and the last one of its name
+};
+
+/// An archive read from its first entry to its last. Not for two threads at once.
+class ForeignReader {
+ public:
+  ForeignReader(const std::vector<std::string>& hostPaths, std::uint64_t begin)
+      : parts_(hostPaths, begin), archive_(archive_read_new(), archive_read_free) {
+    if (!archive_) throw std::bad_alloc();
+    // Not all that the library knows: some of it starts other programs.
+    for (const auto support :
+         {archive_read_support_filter_gzip, archive_read_support_filter_bzip2, archive_read_support_filter_xz,
+          archive_read_support_filter_lzma, archive_read_support_filter_zstd,
+          archive_read_support_filter_compress, archive_read_support_format_7zip,
+          archive_read_support_format_rar, archive_read_support_format_rar5, archive_read_support_format_tar,
+          archive_read_support_format_lha, archive_read_support_format_cab})
+      support(archive_.get());
+    archive_read_set_read_callback(archive_.get(), &Read);
+    archive_read_set_skip_callback(archive_.get(), &Skip);
+    archive_read_set_seek_callback(archive_.get(), &Seek);
+    archive_read_set_callback_data(archive_.get(), &parts_);
+    const ArchiveLocale locale;
+    if (archive_read_open1(archive_.get()) != ARCHIVE_OK) Fail();
+  }
+
+  bool Next(ForeignEntry& entry) {
+    const ArchiveLocale locale;
+    archive_entry* header = nullptr;
+    const int result = archive_read_next_header(archive_.get(), &header);
+    if (result == ARCHIVE_EOF) return false;
+    if (result != ARCHIVE_OK && result != ARCHIVE_WARN) Fail();
+    if (archive_entry_is_encrypted(header) != 0) throw Damage{kPassword};
+    entry.name = NameOf(header);
+    entry.wanted = archive_entry_filetype(header) == AE_IFREG && !IsSystemsOwn(entry.name);
+    entry.size = static_cast<std::uint64_t>(std::max<la_int64_t>(archive_entry_size(header), 0));
+    entry.modified = archive_entry_mtime(header);
+    if (archive_entry_hardlink(header) != nullptr)
+      throw Damage{"it holds a link in place of a file: " + entry.name};
+    if (const char* harm = HarmIn(entry.name)) throw Damage{std::string(harm) + ": " + entry.name};
+    if (entry.wanted && archive_entry_size_is_set(header) == 0)
+      throw Damage{"it does not tell the size of " + entry.name};
+    return true;
+  }
+
+  /// The next bytes of the entry; 0 at its end.
+  std::size_t Read(char* bytes, std::size_t size) {
+    const auto count = archive_read_data(archive_.get(), bytes, size);
+    if (count < 0) Fail();
+    return static_cast<std::size_t>(count);
+  }
+
+ private:
+  static constexpr const char* kPassword = "it is protected by a password";
+
+  [[noreturn]] void Fail() {
+    const char* reason = archive_error_string(archive_.get());
+    const std::string text = reason != nullptr ? reason : "it is no archive";
+    if (Contains(LowerCase(text), "encrypt") || Contains(LowerCase(text), "passphrase"))
+      throw Damage{kPassword};
+    throw Damage{"it can't be read as an archive (" + text + ")"};
+  }
+
+  static std::string NameOf(archive_entry* header) {
+    const char* name = archive_entry_pathname_utf8(header);
+    if (name != nullptr) return NormalStoredName(name);
+    name = archive_entry_pathname(header);
+    return name != nullptr ? NormalStoredName(DecodeGameText(name)) : "";
+  }
+
+  // What the library calls: it knows no exceptions.
+  static la_ssize_t Read(archive* reader, void* parts, const void** bytes) {
+    try {
+      const std::string_view piece = static_cast<Parts*>(parts)->Read();
+      *bytes = piece.data();
+      return static_cast<la_ssize_t>(piece.size());
+    } catch (const Damage& damage) {
+      archive_set_error(reader, EIO, "%s", damage.reason.c_str());
+      return ARCHIVE_FATAL;
+    }
+  }
+  static la_int64_t Skip(archive*, void* parts, la_int64_t count) {
+    return static_cast<Parts*>(parts)->Skip(count);
+  }
+  static la_int64_t Seek(archive*, void* parts, la_int64_t offset, int from) {
+    return static_cast<Parts*>(parts)->Seek(offset, from);
+  }
+
+  Parts parts_;
+  const std::unique_ptr<archive, int (*)(archive*)> archive_;
+};
+
+/// The archive at one of its possible beginnings, and all that it holds.
+struct Listing {
+  std::uint64_t begin = 0, size = 0;  // bytes
+  std::vector<ForeignEntry> entries;
+};
+
+Listing List(const std::vector<std::string>& hostPaths, std::uint64_t begin) {
+  if (IsVolume(hostPaths.front(), begin))
+    throw Damage{"it is one volume of several, which can't be joined here"};
+  Listing listing{begin, 0, {}};
+  std::unordered_map<std::string, std::size_t> lastOf;
+  ForeignReader reader(hostPaths, begin);
+  for (ForeignEntry entry; reader.Next(entry);) {
+    if (entry.wanted) {
+      const auto [at, isNew] = lastOf.try_emplace(UpperCase(entry.name), listing.entries.size());
+      if (!isNew) listing.entries[std::exchange(at->second, listing.entries.size())].wanted = false;
+    }
+    listing.entries.push_back(entry);
+  }
+  for (const auto& entry : listing.entries)
+    if (entry.wanted) listing.size = SaturatedSum(listing.size, entry.size);
+  return listing;
+}
+
+/// What a program in front hides is found by trying.
+Listing List(const std::vector<std::string>& hostPaths) {
+  std::string reason = "there is no archive in it";
+  for (const std::uint64_t begin : Beginnings(hostPaths.front())) {
+    try {
+      return List(hostPaths, begin);
+    } catch (const Damage& damage) {
+      reason = damage.reason;
+    }
+  }
+  throw Damage{reason};
+}
+
+/// The files of an archive, each read when its turn comes, whichever thread asks for it.
+class Sequence {
+ public:
+  Sequence(const std::vector<std::string>& hostPaths, const Listing& listing)
+      : listing_(listing), reader_(hostPaths, listing.begin) {}
+
+  std::uint64_t BytesDone() const { return done_; }
+
+  /// The entry in one piece.
+  std::string Whole(std::size_t index) {
+    std::unique_lock lock(mutex_);
+    Await(lock, index);
+    std::string bytes(static_cast<std::size_t>(listing_.entries[index].size), '\0');
+    const std::size_t size = Fill(bytes.data(), bytes.size());
+    char more;
+    const bool whole = size == bytes.size() && Fill(&more, 1) == 0;
+    Pass(index);
+    if (!whole) Spoil(index);
+    return bytes;
+  }
+
+  /// The entry piece by piece, for one that is too long.
+  std::size_t Piece(std::size_t index, char* bytes, std::size_t size) {
+    std::unique_lock lock(mutex_);
+    Await(lock, index);
+    const std::size_t count = Fill(bytes, size);
+    streamed_ += count;
+    if (count > 0) return count;
+    Pass(index);
+    if (std::exchange(streamed_, 0) != listing_.entries[index].size) Spoil(index);
+    return 0;
+  }
+
+  /// Nobody waits any longer.
+  void Stop() {
+    const std::lock_guard lock(mutex_);
+    stopped_ = true;
+    turn_.notify_all();
+  }
+
+ private:
+  void Await(std::unique_lock<std::mutex>& lock, std::size_t index) {
+    turn_.wait(lock, [&] { return stopped_ || NextWanted() == index; });
+    if (stopped_) throw Damage{"it could not be read to its end"};
+    try {
+      for (ForeignEntry entry; at_ <= index; ++at_)
+        if (!reader_.Next(entry) || entry.name != listing_.entries[at_].name) Spoil(at_);
+    } catch (...) {
+      stopped_ = true;
+      turn_.notify_all();
+      throw;
+    }
+  }
+  std::size_t NextWanted() const {
+    std::size_t index = passed_;
+    while (index < listing_.entries.size() && !listing_.entries[index].wanted) ++index;
+    return index;
+  }
+  std::size_t Fill(char* bytes, std::size_t size) {
+    std::size_t filled = 0;
+    try {
+      while (filled < size) {
+        const std::size_t count = reader_.Read(bytes + filled, size - filled);
+        if (count == 0) break;
+        filled += count;
+        done_ += count;
+      }
+    } catch (...) {
+      stopped_ = true;
+      turn_.notify_all();
+      throw;
+    }
+    return filled;
+  }
+  void Pass(std::size_t index) {
+    passed_ = index + 1;
+    turn_.notify_all();
+  }
+  [[noreturn]] void Spoil(std::size_t index) {
+    throw Damage{"the data of " + listing_.entries[index].name + " are damaged"};
+  }
+
+  const Listing& listing_;
+  ForeignReader reader_;
+  std::mutex mutex_;
+  std::condition_variable turn_;
+  std::size_t at_ = 0, passed_ = 0;  // entries whose header was read; entries that are done with
+  std::uint64_t streamed_ = 0;
+  std::atomic<std::uint64_t> done_ = 0;
+  bool stopped_ = false;
+};
+
+/// Whatever ends the writing, no thread is left waiting for its turn.
+struct StopAtEnd {
+  Sequence& sequence;
+  ~StopAtEnd() { sequence.Stop(); }
+};
+
+std::vector<std::string> HostPaths(Files& files, const std::vector<std::string>& parts) {
+  std::vector<std::string> hostPaths;
+  for (const auto& part : parts) hostPaths.push_back(files.Host().HostPath(part));
+  return hostPaths;
+}
+
+}  // namespace
+
+bool HasForeignArchive(Files& files, const std::string& path) {
+  try {
+    return !List(HostPaths(files, {path})).entries.empty();
+  } catch (const Damage& damage) {
+    // What is locked or in volumes is one; what can't be read at all may be anything.
+    return !damage.reason.starts_with("it can't be read") && !damage.reason.starts_with("there is no");
+  }
+}
+
+void RebuildAsZip(Files& files, const std::vector<std::string>& parts, const std::string& archiveFile,
+                  const std::function<void(std::uint64_t done, std::uint64_t all)>& progress) {
+  const std::vector<std::string> hostPaths = HostPaths(files, parts);
+  const Listing listing = List(hostPaths);
+  if (listing.size > files.Host().DiskOf(archiveFile).size)
+    throw Damage{"it claims more than the disk holds"};
+  std::uint64_t packed = 0;
+  for (const auto& part : parts) packed += files.Size(part);
+  files.RequireRoom(archiveFile, packed);
+
+  Sequence sequence(hostPaths, listing);
+  std::vector<std::size_t> small;  // indices of what is packed in one piece
+  std::vector<std::uint64_t> sizes;
+  for (std::size_t i = 0; i < listing.entries.size(); ++i) {
+    if (!listing.entries[i].wanted || listing.entries[i].size > kWholeLimit) continue;
+    small.push_back(i);
+    sizes.push_back(listing.entries[i].size);
+  }
+  const auto report = [&] { progress(sequence.BytesDone(), listing.size); };
+  PackQueue queue(
+      std::move(sizes), [&](std::size_t i) { return sequence.Whole(small[i]); }, WorkerCount(), report);
+  const StopAtEnd stop{sequence};
+  ZipBuilder builder(files.Host().HostPath(archiveFile), archiveFile);
+  std::size_t nextSmall = 0;
+  for (std::size_t i = 0; i < listing.entries.size(); ++i) {
+    const ForeignEntry& entry = listing.entries[i];
+    if (!entry.wanted) continue;
+    if (entry.size > kWholeLimit)
+      builder.AddPieces(entry.name, entry.modified, entry.size,
+                        [&, i](char* bytes, std::size_t size) { return sequence.Piece(i, bytes, size); });
+    else
+      builder.AddPacked(entry.name, entry.modified, [&, mine = nextSmall++] { return queue.Take(mine); });
+  }
+  builder.Write([&](double) { report(); });
+  files.Host().Touched(archiveFile, true);
+}
+
+}  // namespace quillon

@@ -1,0 +1,50 @@
+// Downloads of other formats than zip: each becomes a plain zip before anything looks at the zips.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "intake/IntakeState.h"
+
+namespace quillon {
+
+class ForeignDownloads {
+ public:
+  explicit ForeignDownloads(IntakeState& state) : state_(state) {}
+
+  /// Rebuilds each as `<stem>.zip`; the original goes to Installed, or to bad_zip_files when it can't be
+  /// read. A stem that is taken is error 58 before any change.
+  void Run();
+
+  /// Whether a file of this name may be such a download, or a part of one.
+  static bool IsOne(std::string_view name);
+  /// The file name of the zip that such a download becomes.
+  static std::string ZipOf(std::string_view name);
+  /// Takes the download whose first file this is, with all its parts, to a folder of the originals.
+  void MoveAside(const std::string& file, const std::string& folder) const;
+  /// Takes what the zip `zip`, which is no route's, was rebuilt from, if it was, out of Installed to another
+  /// folder of the originals.
+  void MoveOriginalAside(const std::string& zip, const std::string& folder) const;
+
+ private:
+  /// One download; more than one file when it comes in parts.
+  struct Download {
+    std::string zip;                 // the name of the zip to be
+    std::vector<std::string> files;  // names, in the order of the parts
+    enum class Kind { Archive, Program, ZipParts } kind = Kind::Archive;
+  };
+
+  std::vector<Download> Find() const;
+  void RefuseTakenNames(const std::vector<Download>& downloads) const;
+  void Rebuild(const Download& download);
+  void WriteZip(const Download& download, const std::string& target);
+  void JoinParts(const Download& download, const std::string& target);
+  void StripProgram(const std::string& program, const std::string& target);
+  void SetAside(const Download& download, const std::string& reason);
+  std::vector<std::string> PathsOf(const Download& download) const;
+
+  IntakeState& state_;
+};
+
+}  // namespace quillon

@@ -1,0 +1,102 @@
+#include "intake/OddDownload.h"
+
+#include <algorithm>
+#include <array>
+
+#include "catalogue/Catalogue.h"
+#include "catalogue/RouteRemoval.h"
+#include "catalogue/Unfinished.h"
+#include "core/Text.h"
+#include "intake/ForeignDownloads.h"
+
+namespace quillon {
+namespace {
+
+constexpr std::string_view kAct = "Odd download";
+constexpr std::string_view kPrefix = "Quillon-";
+
+/// What a download's content can bring about; a full disk is no download's fault.
+bool IsItsFault(const RunTimeError& error) {
+  constexpr std::array kFaults = {ErrorNumber::InvalidProcedureCall, ErrorNumber::Overflow,
+                                  ErrorNumber::InternalError,        ErrorNumber::FileAlreadyExists,
+                                  ErrorNumber::InvalidFileFormat,    ErrorNumber::InvalidPicture};
+  return std::any_of(kFaults.begin(), kFaults.end(),
+                     [&](ErrorNumber number) { return static_cast<int>(number) == error.number(); });
+}
+
+/// Of a zip that triage or the rebuild has made, the name of the download that it comes from.
+std::string OriginalOf(const IntakeState& state, const std::string& zip) {
+  std::string name = zip;
+  while (name.starts_with(kPrefix)) {
+    name = name.substr(kPrefix.size());
+    if (state.program.files.FileExists(state.InInstalled(name)) &&
+        !state.program.files.FileExists(state.program.app.RouteFile(name)))
+      return name;
+  }
+  return zip;
+}
+
+/// What a cut-short intake has made of a route that is in no catalogue.
+void RemoveTraces(Program& program, const std::string& zip) {
+  if (Catalogue(program).NameOf(zip, kNoData) != kNoData) return;
+  for (const auto& path : RouteRemoval::BelongingsOf(program.app, zip)) {
+    if (program.files.IsPathAFolder(path))
+      program.files.DelTree(path);
+    else
+      program.files.KillIfThere(path);
+  }
+}
+
+void SetAside(IntakeState& state, const std::string& download, const std::string& error) {
+  const std::string zip = CutAtLastDot(download), original = OriginalOf(state, zip);
+  const std::string folder = state.program.app.NotInstalled();
+  if (!EqualNoCase(download, zip + ".zip")) {
+    ForeignDownloads(state).MoveAside(download, folder);
+  } else if (original != zip) {
+    state.MoveOver(state.InInstalled(original), state.InNotInstalled(original));
+    state.program.files.KillIfThere(state.Download(zip));
+  } else {
+    state.MoveAside(zip, folder);
+    state.program.files.KillIfThere(state.InInstalled(zip));
+  }
+  ForeignDownloads(state).MoveOriginalAside(original, folder);
+  RemoveTraces(state.program, zip);
+  state.SetAside(original);
+  state.record.PatchOrOther(original);
+  state.verdicts.Give(original, "MSC", "it was set aside, for adding it ended in an error: " + error);
+}
+
+}  // namespace
+
+void RememberOddDownload(Program& program, const RunTimeError& error) {
+  const std::string download = std::exchange(program.shared.DownloadAtWork, "");
+  if (download.empty() || !IsItsFault(error)) return;
+  std::string text = error.text();
+  if (!error.reason().empty()) text += " (" + error.reason() + ")";
+  if (!error.path().empty()) text += ": " + error.path();
+  Unfinished(program).Begin(kAct, {{"Download", "\"" + download + "\""}, {"Error", text}});
+}
+
+std::string OddDownloadOf(Program& program) { return Unfinished(program).Fact(kAct, "Download"); }
+
+void SetOddDownloadAsideNext(Program& program) {
+  const Unfinished unfinished(program);
+  unfinished.Begin(kAct, {{"Answer", "Yes"}});
+}
+
+void OfferToSetOddDownloadAside(IntakeState& state) {
+  Program& program = state.program;
+  const Unfinished unfinished(program);
+  const std::string download = OddDownloadOf(program), error = unfinished.Fact(kAct, "Error");
+  if (download.empty()) return;
+  const bool isThere = program.files.FileExists(program.app.DownloadedRoutes() + "\\" + download);
+  const bool yes =
+      isThere && (unfinished.Fact(kAct, "Answer") == "Yes" ||
+                  program.boxes.AskYesNo("Add Routes", "The last time, adding routes ended at\r\n\r\n" +
+                                                           download + "\r\n\r\n" + error +
+                                                           "\r\n\r\nSet it aside, and take in the others?"));
+  unfinished.End(kAct);
+  if (yes) SetAside(state, download, error);
+}
+
+}  // namespace quillon

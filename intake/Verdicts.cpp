@@ -1,0 +1,21 @@
+#include "intake/Verdicts.h"
+
+namespace quillon {
+
+std::string Verdicts::DownloadOf(std::string zip) const {
+  for (auto at = downloadOf_.find(zip); at != downloadOf_.end(); at = downloadOf_.find(zip)) zip = at->second;
+  return zip;
+}
+
+void Verdicts::Note(const std::string& zip, const std::string& sentence) {
+  notes_[DownloadOf(zip)] += "; " + sentence;
+}
+
+void Verdicts::Give(const std::string& zip, const char* kind, const std::string& reason) {
+  const std::string download = DownloadOf(zip);
+  const Verdict verdict{download, kind, reason + notes_[download]};
+  program_.watcher.VerdictGiven(verdict);
+  log_.Add(verdict);
+}
+
+}  // namespace quillon
