@@ -102,10 +102,7 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
       if (line.starts_with(what)) finish(line.substr(what.size()));
   };
   bool taken = false;
-  forEach(kConverted, [this](const std::string& note) {
-    const auto bar = note.find(kBar);
-    if (bar != note.npos) FinishConversion(note.substr(0, bar), note.substr(bar + 1));
-  });
+  TakeBackConversions(lines);
   forEach(kRebuilt, [this](const std::string& zip) { FinishRebuilt(zip); });
   forEach(kWorkFolder, [this](const std::string& folder) { RemoveWorkFolder(folder); });
   forEach(kCopied, [&](const std::string& zip) { taken |= FinishOriginal(zip); });
@@ -174,18 +171,22 @@ void IntakeJournal::FinishRebuilt(const std::string& zip) {
     program_.files.KillIfThere(Download(zip));
 }
 
-/// A zip that has its name is whole: its original is no download any more.
-void IntakeJournal::FinishConversion(const std::string& zip, const std::string& file) {
-  const std::string from = program_.app.DownloadedRoutes() + "\\" + file,
-                    to = program_.app.Installed() + "\\" + file;
-  if (!program_.files.FileExists(from) || !program_.files.FileExists(Download(zip))) return;
-  if (program_.files.FileExists(to) && !program_.files.AreEqual(from, to)) {
-    Rescue rescue(program_, zip, "Another file of the same name was added: this is the original of before.");
-    rescue.Keep(to);
-    rescue.Close();
+/// A zip that was made of another format is made once more: the files that it came from are downloads again.
+void IntakeJournal::TakeBackConversions(const std::vector<std::string>& lines) {
+  Files& files = program_.files;
+  std::vector<std::string> zips;
+  for (const auto& line : lines) {
+    const auto bar = line.find(kBar);
+    if (!line.starts_with(kConverted) || bar == line.npos) continue;
+    const std::string zip =
+        Download(line.substr(std::string_view(kConverted).size(), bar - std::string_view(kConverted).size()));
+    const std::string file = line.substr(bar + 1), download = program_.app.DownloadedRoutes() + "\\" + file,
+                      original = program_.app.Installed() + "\\" + file;
+    if (!files.FileExists(zip)) continue;
+    if (!files.FileExists(download) && files.FileExists(original)) files.Rename(original, download);
+    if (files.FileExists(download)) zips.push_back(zip);
   }
-  program_.files.KillIfThere(to);
-  program_.files.Rename(from, to);
+  for (const auto& zip : zips) files.KillIfThere(zip);
 }
 
 /// Only with the mark of ours in it, or when nothing is.

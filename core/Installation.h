@@ -68,6 +68,8 @@ class Installation {
   std::string UnfinishedIni() const { return app_ + "\\resources\\Do_Not_Delete!\\unfinished.ini"; }
   /// Which route files were checked, and what is damaged in them.
   std::string ChecksIni() const { return app_ + "\\resources\\Do_Not_Delete!\\checked.ini"; }
+  /// The download at which the last intake has ended.
+  std::string OddDownloadIni() const { return app_ + "\\resources\\Do_Not_Delete!\\odd_download.ini"; }
   /// What became of each download, a line each.
   std::string IntakeLog() const { return app_ + "\\intake.log"; }
   std::string IntakeJournal() const { return app_ + "\\resources\\Do_Not_Delete!\\intake.tsl"; }

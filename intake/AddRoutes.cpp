@@ -13,6 +13,7 @@
 #include "intake/RouteRebuilding.h"
 #include "intake/RouteVerification.h"
 #include "intake/UnusableDownloads.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -40,13 +41,15 @@ void AddRoutes::Run() {
   TellResult();
 }
 
-/// Triage has done so, where it came before.
 void AddRoutes::PrepareDownloads() {
+  // Triage has done so, where it came before.
+  if (state_.program.shared.RebuildAfterCleanUp) {
+    state_.program.shared.IntakeBegan = LocalTime(kLogTime);
+    UnusableDownloads(state_).Run();
+    ForeignDownloads(state_).Run();
+  }
   for (const auto& zip : state_.journal.Rebuilt()) state_.verdicts.Rebuilt(zip, "Quillon-" + zip);
-  if (!state_.program.shared.RebuildAfterCleanUp) return;
-  state_.program.shared.IntakeBegan = LocalTime(kLogTime);
-  UnusableDownloads(state_).Run();
-  ForeignDownloads(state_).Run();
+  for (const auto& zip : state_.journal.Converted()) state_.sound.insert(zip);
 }
 
 bool AddRoutes::NothingToAdd() {
@@ -98,9 +101,16 @@ void AddRoutes::RemoveRebuiltOriginals() {
   for (const auto& folder : {state_.program.app.Installed(), state_.program.app.NotInstalled()})
     for (const auto& name : state_.program.files.ListFiles(folder + "\\Quillon-*.*"))
       state_.program.files.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
-  // And of what was another format.
-  for (const auto& zip : state_.journal.Converted())
-    state_.program.files.KillIfThere(state_.InInstalled(zip));
+  // What was another format has its original there: an older one is a zip.
+  for (const auto& zip : state_.journal.Converted()) KeepOlderOriginal(zip);
+}
+
+void AddRoutes::KeepOlderOriginal(const std::string& zip) {
+  if (!state_.program.files.FileExists(state_.InInstalled(zip))) return;
+  Rescue rescue(state_.program, zip,
+                "Another download of the same name was added: this is the original of before.");
+  rescue.Keep(state_.InInstalled(zip));
+  rescue.Close();
 }
 
 void AddRoutes::TellResult() {

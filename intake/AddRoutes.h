@@ -24,6 +24,7 @@ class AddRoutes {
   void Rebuild();
   void RemoveWorkingZips();
   void RemoveRebuiltOriginals();
+  void KeepOlderOriginal(const std::string& zip);
   void TellResult();
 
   IntakeState state_;

@@ -18,9 +18,12 @@ void Classification::Run() {
   for (const auto& zip : zips) {
     state_.progress.Detail(done++, zips.size(), "zips");
     state_.Step("Verifying file integrity of " + zip + ".zip", zip);
-    // Kept before anything is known of it: what follows may take the download apart.
-    state_.journal.OriginalComes(zip);
-    state_.CopyOver(state_.Download(zip), state_.InInstalled(zip));
+    // Kept before anything is known of it: what follows may take the download apart. What was another format
+    // is kept as that.
+    if (!state_.sound.contains(zip)) {
+      state_.journal.OriginalComes(zip);
+      state_.CopyOver(state_.Download(zip), state_.InInstalled(zip));
+    }
     state_.program.files.SetAttributes(state_.Download(zip), kArchive);
     state_.progress.Caption("Verifying file integrity of " + zip + ".zip");
     const Judgement judgement = Judge(zip);

@@ -30,11 +30,12 @@ void DamageCheck::Check(const std::string& zip) {
   ArchiveReader archive = state_.Reader();
   archive.InputFile = state_.Download(zip);
   archive.ReadDirectory();
-  const auto damaged =
-      DamagedEntries(state_.program.files, archive, [this](std::uint64_t done, std::uint64_t all) {
-        state_.progress.Detail(done, all, "bytes");
-        state_.progress.Yield();
-      });
+  std::vector<int> damaged;
+  if (!state_.sound.contains(zip))
+    damaged = DamagedEntries(state_.program.files, archive, [this](std::uint64_t done, std::uint64_t all) {
+      state_.progress.Detail(done, all, "bytes");
+      state_.progress.Yield();
+    });
   const RouteMap map = MapRoute(archive);
   state_.damage[zip] = NeededDamage(damaged, archive, map);
   std::vector<std::string> names;

@@ -203,7 +203,8 @@ void ForeignDownloads::SetAside(const Download& download, const std::string& rea
 
 void ForeignDownloads::MoveAside(const std::string& file, const std::string& folder) const {
   const std::string downloads = state_.program.app.DownloadedRoutes() + "\\";
-  state_.MoveOver(downloads + file, folder + "\\" + file);
+  if (state_.program.files.FileExists(downloads + file))
+    state_.MoveOver(downloads + file, folder + "\\" + file);
   const std::string stem = LowerCase(StemOf(file));
   for (const auto& part : state_.program.files.ListFiles(downloads + "*.*"))
     if (IsLaterPart(part) && LowerCase(part).starts_with(stem + "."))

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,8 @@ struct IntakeState {
   std::vector<std::string> ListofRouteZips, ListFinal, ListBadFiles;
   /// A fault of the archive reader; what comes after classification leaves it alone.
   bool BadZipFlag = false;
+  /// Zips that were packed here in this intake from data that were checked.
+  std::set<std::string> sound;
   /// Entries that a load needs and that are damaged, by zip name.
   std::map<std::string, std::string> damage;
   /// Zips copied into `routes`.

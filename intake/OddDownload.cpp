@@ -5,15 +5,22 @@
 
 #include "catalogue/Catalogue.h"
 #include "catalogue/RouteRemoval.h"
-#include "catalogue/Unfinished.h"
 #include "core/Text.h"
 #include "intake/ForeignDownloads.h"
 
 namespace quillon {
 namespace {
 
-constexpr std::string_view kAct = "Odd download";
+constexpr std::string_view kSection = "Download";
 constexpr std::string_view kPrefix = "Quillon-";
+
+std::string Fact(Program& program, std::string_view key) {
+  return program.ini.ReadIni(kSection, key, "", program.app.OddDownloadIni());
+}
+
+void Note(Program& program, std::string_view key, std::string_view value) {
+  program.ini.WriteIni(kSection, key, value, program.app.OddDownloadIni());
+}
 
 /// What a download's content can bring about; a full disk is no download's fault.
 bool IsItsFault(const RunTimeError& error) {
@@ -47,17 +54,19 @@ void RemoveTraces(Program& program, const std::string& zip) {
   }
 }
 
+/// Also goes on with what was cut short: each step may have been done.
 void SetAside(IntakeState& state, const std::string& download, const std::string& error) {
+  Files& files = state.program.files;
   const std::string zip = CutAtLastDot(download), original = OriginalOf(state, zip);
   const std::string folder = state.program.app.NotInstalled();
   if (!EqualNoCase(download, zip + ".zip")) {
     ForeignDownloads(state).MoveAside(download, folder);
   } else if (original != zip) {
     state.MoveOver(state.InInstalled(original), state.InNotInstalled(original));
-    state.program.files.KillIfThere(state.Download(zip));
+    files.KillIfThere(state.Download(zip));
   } else {
-    state.MoveAside(zip, folder);
-    state.program.files.KillIfThere(state.InInstalled(zip));
+    if (files.FileExists(state.Download(zip))) state.MoveAside(zip, folder);
+    files.KillIfThere(state.InInstalled(zip));
   }
   ForeignDownloads(state).MoveOriginalAside(original, folder);
   RemoveTraces(state.program, zip);
@@ -74,29 +83,30 @@ void RememberOddDownload(Program& program, const RunTimeError& error) {
   std::string text = error.text();
   if (!error.reason().empty()) text += " (" + error.reason() + ")";
   if (!error.path().empty()) text += ": " + error.path();
-  Unfinished(program).Begin(kAct, {{"Download", "\"" + download + "\""}, {"Error", text}});
+  const auto batch = program.ini.Batch();
+  Note(program, "Name", "\"" + download + "\"");
+  Note(program, "Error", text);
 }
 
-std::string OddDownloadOf(Program& program) { return Unfinished(program).Fact(kAct, "Download"); }
+std::string OddDownloadOf(Program& program) { return Fact(program, "Name"); }
 
-void SetOddDownloadAsideNext(Program& program) {
-  const Unfinished unfinished(program);
-  unfinished.Begin(kAct, {{"Answer", "Yes"}});
-}
+void SetOddDownloadAsideNext(Program& program) { Note(program, "Answer", "Yes"); }
 
 void OfferToSetOddDownloadAside(IntakeState& state) {
   Program& program = state.program;
-  const Unfinished unfinished(program);
-  const std::string download = OddDownloadOf(program), error = unfinished.Fact(kAct, "Error");
+  const std::string download = OddDownloadOf(program), error = Fact(program, "Error");
   if (download.empty()) return;
   const bool isThere = program.files.FileExists(program.app.DownloadedRoutes() + "\\" + download);
-  const bool yes =
-      isThere && (unfinished.Fact(kAct, "Answer") == "Yes" ||
-                  program.boxes.AskYesNo("Add Routes", "The last time, adding routes ended at\r\n\r\n" +
-                                                           download + "\r\n\r\n" + error +
-                                                           "\r\n\r\nSet it aside, and take in the others?"));
-  unfinished.End(kAct);
-  if (yes) SetAside(state, download, error);
+  bool wanted = Fact(program, "Answer") == "Yes";
+  if (!wanted && isThere)
+    wanted = program.boxes.AskYesNo("Add Routes", "The last time, adding routes ended at\r\n\r\n" + download +
+                                                      "\r\n\r\n" + error +
+                                                      "\r\n\r\nSet it aside, and take in the others?");
+  if (wanted) {
+    SetOddDownloadAsideNext(program);
+    SetAside(state, download, error);
+  }
+  program.files.KillIfThere(program.app.OddDownloadIni());
 }
 
 }  // namespace quillon

@@ -63,7 +63,8 @@ std::vector<std::string> RouteNeeds(const ArchiveReader& archive, const RouteMap
     if (name.ends_with(".trk")) trackFolders.insert(std::string(FolderOf(name)));
     for (const std::string_view folder : {"global\\", "trains\\"})
       // Consists are taken care of.
-      if (!name.ends_with(".con") && !name.ends_with('\\') && (name.starts_with(folder) || Contains(name, "\\" + std::string(folder))))
+      if (!name.ends_with(".con") && !name.ends_with('\\') &&
+          (name.starts_with(folder) || Contains(name, "\\" + std::string(folder))))
         gameFolders.insert(UpperCase(folder.substr(0, folder.size() - 1)));
   }
   for (const auto& folder : gameFolders)

@@ -216,6 +216,7 @@ void RouteRebuilding::WriteRebuilt(const std::string& zip) {
   state_.program.files.KillReadOnly(state_.Download(zip));
   state_.program.files.Rename(writer.ArchiveFile, state_.Download("Quillon-" + zip));
   state_.verdicts.Rebuilt(zip, "Quillon-" + zip);
+  state_.sound.insert("Quillon-" + zip);
 }
 
 void RouteRebuilding::AddWholeRoute(ArchiveWriter& writer) {

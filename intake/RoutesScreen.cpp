@@ -15,13 +15,17 @@ struct Explanation {
   std::string_view button, head, first, second;
 };
 
-constexpr std::array<Explanation, 6> kExplanations = {{
+constexpr std::array<Explanation, 7> kExplanations = {{
     {"cmdAddRoutes", "Use Add Routes to automatically add all of your downloaded custom routes to Quillon. ",
      "New route files you download from the Internet should be placed in your 'downloaded_routes' folder.  "
      "When you click 'Add Routes', any route zip files inside this folder will be automatically added to "
      "Quillon.",
      "Please note:  Some zip files may not be fully compatible with this automatic addition process but may "
      "be added via the 'Pack Route' option if this is the case."},
+    {"btnWhy", "Use Why? to see what became of each of your downloads the last time that you added routes.",
+     "Each of them was added, or set aside, or could not be used.  Click 'Why?', choose a download and read "
+     "the whole reason.  'Open folder' leads to where the file lies now.",
+     "Note: The times before are told by the file 'intake.log' in the folder of Quillon."},
     {"btnPack",
      "Use Pack Route to create a Quillon compatible file from a route that has been previously installed "
      "into Train Simulator.",
@@ -125,6 +129,12 @@ void RoutesScreen::btnShelfClick() {
   FlashAllowed_ = false;
   StopFlashing();
   program_.stage.ShowModal("frmShelf");
+}
+
+void RoutesScreen::btnWhyClick() {
+  FlashAllowed_ = false;
+  StopFlashing();
+  program_.stage.ShowModal("frmWhy");
 }
 
 std::string RoutesScreen::btnPackClick() {

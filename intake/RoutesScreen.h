@@ -13,7 +13,7 @@ class RoutesScreen : public Screen {
  public:
   explicit RoutesScreen(Program& program);
 
-  Button cmdAddRoutes{"addoff"}, btnPack, btnZips, btnClean, btnCheckup, btnShelf, btnHelp, btnOK;
+  Button cmdAddRoutes{"addoff"}, btnPack, btnZips, btnClean, btnCheckup, btnShelf, btnWhy, btnHelp, btnOK;
   /// The explanation pane.
   Label lblInstructHead, lblInstructMid;
   Timer TimerFlashOn{500, true}, TimerFlashOff{500};
@@ -33,6 +33,7 @@ class RoutesScreen : public Screen {
   void PackFolderPicked(const std::string& folder);
   void btnZipsClick() { program_.shell.Explore(program_.app.OriginalZips() + "\\"); }
   void btnShelfClick();
+  void btnWhyClick();
   void btnHelpClick() { program_.shell.ShowHelp(program_.app.HelpFile(), "TOC"); }
   void btnOKClick();
 

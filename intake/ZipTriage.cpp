@@ -86,9 +86,10 @@ bool ZipTriage::OpenExecutableAsZip() {
   const bool whole = std::all_of(unzip2_.Entries().begin(), unzip2_.Entries().end(),
                                  [](const ArchiveEntry& entry) { return entry.Obstacle().empty(); });
   // With nothing but folders at its top it does not count.
-  return whole && std::any_of(unzip2_.Entries().begin(), unzip2_.Entries().end(), [](const ArchiveEntry& entry) {
-    return !entry.folder() && !Contains(entry.name, "\\");
-  });
+  return whole &&
+         std::any_of(unzip2_.Entries().begin(), unzip2_.Entries().end(), [](const ArchiveEntry& entry) {
+           return !entry.folder() && !Contains(entry.name, "\\");
+         });
 }
 
 void ZipTriage::Rebuild(const std::string& zip) {

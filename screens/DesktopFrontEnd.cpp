@@ -4,6 +4,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPixmapCache>
+#include <QPushButton>
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
@@ -11,7 +12,10 @@
 #include <new>
 #include <utility>
 
+#include "catalogue/MainScreen.h"
 #include "core/host/Desktop.h"
+#include "intake/OddDownload.h"
+#include "intake/RoutesScreen.h"
 #include "repair/CleanUpScreen.h"
 #include "screens/Art.h"
 #include "screens/Layout.h"
@@ -50,6 +54,7 @@ DesktopFrontEnd::~DesktopFrontEnd() { FinishDrawing(); }
 void DesktopFrontEnd::Serve(RunningProgram& program) {
   running_ = &program;
   program.Get().derivesLists = true;
+  wasRunning_ = tellingFailure_ = false;
 }
 
 void DesktopFrontEnd::Start() {
@@ -58,11 +63,30 @@ void DesktopFrontEnd::Start() {
 
 int DesktopFrontEnd::Run() {
   Start();
+  return ServeUser();
+}
+
+int DesktopFrontEnd::GoOn() {
+  Start();
+  AddRoutesAgain();
+  return ServeUser();
+}
+
+int DesktopFrontEnd::ServeUser() {
   if (!failure_ && !running_->Screens().Ended()) QApplication::exec();
-  const bool failed = failure_ != nullptr;
-  if (failed) TellFailure();
+  const int status = failure_ ? TellFailure() : 0;
   Leave();
-  return failed ? 1 : 0;
+  return status;
+}
+
+/// As a user would. The start may have led elsewhere.
+void DesktopFrontEnd::AddRoutesAgain() {
+  Handle([this] {
+    if (auto* main = dynamic_cast<MainScreen*>(running_->Screens().Top())) main->btnManageClick();
+  });
+  Handle([this] {
+    if (auto* routes = dynamic_cast<RoutesScreen*>(running_->Screens().Top())) routes->cmdAddRoutesClick();
+  });
 }
 
 void DesktopFrontEnd::Leave() {
@@ -100,22 +124,51 @@ void DesktopFrontEnd::RethrowFailure() {
   if (failure_) std::rethrow_exception(std::exchange(failure_, nullptr));
 }
 
-void DesktopFrontEnd::TellFailure() {
+/// The status that Run gives.
+int DesktopFrontEnd::TellFailure() {
   try {
     RethrowFailure();
   } catch (const RunTimeError& error) {
-    const std::string report = ErrorReport(TheProgram(), error);
-    std::fprintf(stderr, "Larkmoor: %s\n", report.c_str());
-    QMessageBox box(QMessageBox::Critical, "Quillon has to close", Text(report), QMessageBox::Close);
-    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    tellingFailure_ = true;
-    box.exec();
+    return TellOf(error);
   } catch (const std::bad_alloc&) {
-    failure_ = std::make_exception_ptr(RunTimeError(ErrorNumber::OutOfMemory));
-    TellFailure();
+    return TellOf(RunTimeError(ErrorNumber::OutOfMemory));
   } catch (const std::exception& error) {
-    failure_ = std::make_exception_ptr(RunTimeError(ErrorNumber::InternalError, {}, error.what()));
-    TellFailure();
+    return TellOf(RunTimeError(ErrorNumber::InternalError, {}, error.what()));
+  }
+  return 0;
+}
+
+int DesktopFrontEnd::TellOf(const RunTimeError& error) {
+  const std::string odd = RememberedDownload(error);
+  std::string report = ErrorReport(TheProgram(), error);
+  std::fprintf(stderr, "Larkmoor: %s\n", report.c_str());
+  if (!odd.empty()) report += "\n\nOr let Quillon set " + odd + " aside and add the others now.";
+  QMessageBox box(QMessageBox::Critical, "Quillon has to close", Text(report), QMessageBox::Close);
+  box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  const QAbstractButton* aside =
+      odd.empty() ? nullptr : box.addButton("Set it aside and go on", QMessageBox::AcceptRole);
+  box.setDefaultButton(QMessageBox::Close);
+  box.setEscapeButton(QMessageBox::Close);
+  tellingFailure_ = true;
+  box.exec();
+  if (aside == nullptr || box.clickedButton() != aside) return 1;
+  try {
+    SetOddDownloadAsideNext(TheProgram());
+  } catch (const RunTimeError& another) {
+    return TellOf(another);
+  }
+  return kGoOn;
+}
+
+/// The download at which an intake has just ended; empty for all other errors.
+std::string DesktopFrontEnd::RememberedDownload(const RunTimeError& error) {
+  const std::string atWork = TheProgram().shared.DownloadAtWork;
+  try {
+    RememberOddDownload(TheProgram(), error);
+    const std::string odd = OddDownloadOf(TheProgram());
+    return odd == atWork ? odd : "";  // it may be one of another day
+  } catch (const RunTimeError&) {
+    return {};  // the disk takes no note: the first error is the one to tell
   }
 }
 
@@ -214,7 +267,7 @@ void DesktopFrontEnd::ShelfChanged(const ShelfEntry& entry, bool dropped) {
 }
 
 void DesktopFrontEnd::VerdictGiven(const Verdict& verdict) {
-  for (const auto& [name, view] : views_) view->Notice(Text(verdict.zip + ": " + verdict.reason));
+  for (const auto& [name, view] : views_) view->PassingNotice(Text(verdict.zip + ": " + verdict.reason));
 }
 
 bool DesktopFrontEnd::PipelineRuns() const {

@@ -27,8 +27,11 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   /// Shows the first screen.
   void Start();
   /// Start, and serves the user until the last screen has gone. 0, or 1 after a run-time error, which the
-  /// user has been told of.
+  /// user has been told of; kGoOn when they want to go on after it: with a new program, by GoOn.
   int Run();
+  /// Run, with a click on Add routes to begin with.
+  int GoOn();
+  static constexpr int kGoOn = -1;
 
   /// Takes the views away: no event reaches the program from then on.
   void Leave();
@@ -75,7 +78,11 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   void WaitUntilSeen(QPointer<ScreenView> view);
   void Fail(std::exception_ptr failure);
   void RethrowFailure();
-  void TellFailure();
+  int ServeUser();
+  void AddRoutesAgain();
+  int TellFailure();
+  int TellOf(const RunTimeError& error);
+  std::string RememberedDownload(const RunTimeError& error);
   void Place(ScreenView& view) const;
   void RememberPlace(const ScreenView& view);
 

@@ -41,6 +41,7 @@ ControlLayout ControlOf(const QString& screen, const QJsonObject& control) {
   layout.currentColour = colour("currentColour");
   layout.size = control[QLatin1String(button ? "captionSize" : "size")].toInt(12);
   layout.rowHeight = control["rowHeight"].toInt();
+  for (const QJsonValue& column : control["columns"].toArray()) layout.columns << column.toInt();
   layout.bold = control["bold"].toBool(button);
   layout.underline = control["underline"].toBool();
   layout.align = AlignmentOf(control);

@@ -3,6 +3,7 @@
 
 #include <QColor>
 #include <QHash>
+#include <QList>
 #include <QRect>
 #include <QSize>
 #include <QString>
@@ -18,6 +19,7 @@ struct ControlLayout {
   QColor colour, background, current, currentColour;
   int size = 0;  // of the text
   int rowHeight = 0;
+  QList<int> columns;  // where the parts of a row begin, within it; empty when it has one
   bool bold = false, underline = false;
   Qt::Alignment align;
 };

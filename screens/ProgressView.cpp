@@ -6,6 +6,7 @@ namespace quillon {
 namespace {
 
 constexpr qint64 kFirstGuess = 1500;  // milliseconds before a rest is worth telling
+constexpr qint64 kReadable = 4000;    // milliseconds that a passing notice stays
 
 QString Megabytes(unsigned long long bytes) { return QLocale::c().toString(bytes >> 20); }
 
@@ -28,17 +29,28 @@ void ProgressView::Measure(unsigned long long done, unsigned long long total, co
 
 void ProgressView::Notice(const QString& text) { notice_ = text; }
 
+void ProgressView::PassingNotice(const QString& text) {
+  passing_ = text.simplified();
+  sincePassing_.start();
+}
+
 void ProgressView::Sync() {
   ScreenView::Sync();
   if (!model_.working) notice_.clear();
-  QString text;
-  if (model_.working && notice_.isEmpty())
-    text = Amounts();
-  else if (model_.working)
-    text = lblDetail_->fontMetrics().elidedText(notice_, Qt::ElideMiddle, lblDetail_->width());
-  if (lblDetail_->text() == text) return;
-  lblDetail_->setText(text);
-  lblDetail_->setToolTip(notice_);
+  if (!model_.working || (sincePassing_.isValid() && sincePassing_.elapsed() > kReadable)) passing_.clear();
+  if (!notice_.isEmpty())
+    Show(notice_, Qt::ElideMiddle);
+  else if (!passing_.isEmpty())
+    Show(passing_, Qt::ElideRight);
+  else
+    Show(model_.working ? Amounts() : QString(), Qt::ElideNone);
+}
+
+void ProgressView::Show(const QString& text, Qt::TextElideMode mode) {
+  const QString shown = lblDetail_->fontMetrics().elidedText(text, mode, lblDetail_->width());
+  if (lblDetail_->text() == shown) return;
+  lblDetail_->setText(shown);
+  lblDetail_->setToolTip(mode == Qt::ElideNone ? QString() : text);
 }
 
 QString ProgressView::Amounts() const {

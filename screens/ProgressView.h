@@ -13,9 +13,11 @@ class ProgressView : public ScreenView {
 
   void Sync() override;
   void Notice(const QString& text) override;
+  void PassingNotice(const QString& text) override;
   void Measure(unsigned long long done, unsigned long long total, const std::string& unit) override;
 
  private:
+  void Show(const QString& text, Qt::TextElideMode mode);
   QString Amounts() const;
   QString TimeLeft() const;
 
@@ -27,7 +29,8 @@ class ProgressView : public ScreenView {
   QLabel* lblDetail_;
   Amount bytes_, things_;
   QString thing_;
-  QString notice_;  // stands in the place of the measure
+  QString notice_, passing_;  // stand in the place of the measure
+  QElapsedTimer sincePassing_;
   QElapsedTimer since_;
 };
 

@@ -29,6 +29,8 @@ class ScreenView : public QWidget {
   virtual void Measure(unsigned long long, unsigned long long, const std::string&) {}
   /// Something that a user should know and that does not end the work.
   virtual void Notice(const QString&) {}
+  /// The same, for so long that it can be read.
+  virtual void PassingNotice(const QString&) {}
   /// Puts the window there; WasMoved tells whether the user has moved it away since.
   void PlaceAt(QPoint position);
   bool WasMoved() const;

@@ -12,6 +12,7 @@ frmRoutes::frmRoutes(RoutesScreen& model, Desk& desk) : ScreenView(model, desk),
   Bind("lblInstructMid", m.lblInstructMid);
   SetDefault(
       Bind("cmdAddRoutes", m.cmdAddRoutes, "Add new routes to Quillon.", [&m] { m.cmdAddRoutesClick(); }));
+  Bind("btnWhy", m.btnWhy, "Why was a route not added?", [&m] { m.btnWhyClick(); });
   Bind("btnPack", m.btnPack, "Pack a route that's already installed.", [this] { PickRoute(); });
   Bind("btnZips", m.btnZips, "Browse original route zip files.", [&m] { m.btnZipsClick(); });
   Bind("btnShelf", m.btnShelf, "Rescued files.", [&m] { m.btnShelfClick(); });

@@ -41,10 +41,17 @@ int main(int argc, char** argv) {
   parser.process(application);
   const std::string app = parser.value("app").toStdString();
 
+  const std::string folder = app.empty() ? ExecutableFolder() : AbsoluteHostPath(app);
+
   DesktopFrontEnd frontEnd;
-  RunningProgram program(app.empty() ? ExecutableFolder() : AbsoluteHostPath(app), frontEnd);
-  frontEnd.Serve(program);
-  program.TakeLock();
-  frontEnd.Handle([&] { SetUpIfNeeded(program.Get()); });
-  return frontEnd.Run();
+  int status = 0;
+  // A program that goes on after an error is a new one: nothing of the failed one stays, its lock neither.
+  for (bool again = false; !again || status == DesktopFrontEnd::kGoOn; again = true) {
+    RunningProgram program(folder, frontEnd);
+    frontEnd.Serve(program);
+    program.TakeLock();
+    frontEnd.Handle([&] { SetUpIfNeeded(program.Get()); });
+    status = again ? frontEnd.GoOn() : frontEnd.Run();
+  }
+  return status;
 }

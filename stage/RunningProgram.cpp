@@ -10,6 +10,7 @@
 #include "checkup/CheckupScreens.h"
 #include "intake/InitProgScreen.h"
 #include "intake/RoutesScreen.h"
+#include "intake/WhyScreen.h"
 #include "intake/ZipCheckScreen.h"
 #include "loading/LoadScreen.h"
 #include "repair/CleanUpScreen.h"
@@ -24,6 +25,7 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmRoutes") return std::make_unique<RoutesScreen>(program);
   if (name == "frmZipCheck") return std::make_unique<ZipCheckScreen>(program);
   if (name == "frmInitProg") return std::make_unique<InitProgScreen>(program);
+  if (name == "frmWhy") return std::make_unique<WhyScreen>(program);
   if (name == "frmShelf") return std::make_unique<ShelfScreen>(program);
   if (name == "frmLoad") return std::make_unique<LoadScreen>(program);
   if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);

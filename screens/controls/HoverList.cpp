@@ -21,15 +21,24 @@ class RowPainter : public QStyledItemDelegate {
     if (current) painter->fillRect(option.rect, layout_.current);
     painter->setFont(option.font);
     painter->setPen(current ? layout_.currentColour : layout_.colour);
-    const QRect room = option.rect.adjusted(kMargin, 0, -kMargin, 0);
-    painter->drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
-                      option.fontMetrics.elidedText(index.data().toString(), Qt::ElideRight, room.width()));
+    const QString row = index.data().toString();
+    const QStringList parts = layout_.columns.isEmpty() ? QStringList{row} : row.split('\t');
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+      const QRect room = Column(i, option.rect).adjusted(kMargin, 0, -kMargin, 0);
+      painter->drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
+                        option.fontMetrics.elidedText(parts[i], Qt::ElideRight, room.width()));
+    }
   }
   QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
     return {0, layout_.rowHeight};
   }
 
  private:
+  QRect Column(qsizetype i, const QRect& row) const {
+    const int left = layout_.columns.value(i), right = layout_.columns.value(i + 1, row.width());
+    return {row.left() + left, row.top(), right - left, row.height()};
+  }
+
   const ControlLayout& layout_;
 };
 
@@ -109,7 +118,10 @@ void HoverList::wheelEvent(QWheelEvent* event) {
 void HoverList::keyPressEvent(QKeyEvent* event) {
   const int key = event->key();
   if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-    if (currentIndex().isValid()) Call(OnLeftPress);
+    if (OnEnter)
+      OnEnter();
+    else if (currentIndex().isValid())
+      Call(OnLeftPress);
   } else if (key == Qt::Key_Escape) {
     Call(OnEscape);
   } else if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {

@@ -20,6 +20,8 @@ class HoverList : public QListView {
   /// The pointer is over a row, -1 for none, `y` pixels below the list's top; or a key has reached the row.
   std::function<void(int row, int y)> OnHover;
   std::function<void()> OnLeftPress, OnRightPress, OnEscape;
+  /// The Enter key; without it that is a left press on the current row.
+  std::function<void()> OnEnter;
 
   /// When false, only presses and keys reach a row.
   void SetFollowsPointer(bool follows) { followsPointer_ = follows; }

@@ -1,4 +1,7 @@
 """The commands that are struck, each with the world it starts from, and those that follow."""
+import gzip
+import io
+import tarfile
 from dataclasses import dataclass
 
 from world import route_entries, small_program, zip_bytes
@@ -37,6 +40,23 @@ def nested(world):
 def as_program(world):
     inner = zip_bytes(route_entries("Fir Forest") | {"install.txt": b"at the top"})
     world.drop("fir.zip", zip_bytes({"fir.exe": small_program() + inner, "notes.txt": b"outside"}))
+
+
+def foreign(world):
+    buffer = io.BytesIO()
+    with tarfile.open(fileobj=buffer, mode="w") as archive:
+        for name, data in route_entries("Gorse Gap", ["forest.dat"]).items():
+            entry = tarfile.TarInfo(name)
+            entry.size = len(data)
+            archive.addfile(entry, io.BytesIO(data))
+    world.drop("gorse.tar.gz", gzip.compress(buffer.getvalue(), mtime=0))
+
+
+def odd(world):
+    """An intake has ended at one of two downloads."""
+    world.drop("hazel.zip", zip_bytes(route_entries("Hazel") | {"route/route.trk": b"no name"}))
+    plain(world)
+    world.run("add")
 
 
 def newer(world):
@@ -127,6 +147,8 @@ ACTS = {
     "add": Act(("add",), PLAYED + (plain,)),
     "add-nested": Act(("add",), PLAYED + (nested,)),
     "add-program": Act(("add",), PLAYED + (as_program,)),
+    "add-foreign": Act(("add",), PLAYED + (foreign,)),
+    "add-odd": Act(("--answer", "yes", "add"), PLAYED + (odd,)),
     "add-newer": Act(("add",), PLAYED + (newer,)),
     "add-damaged": Act(("add",), PLAYED + (damaged,)),
     "pack": Act(("--answer", "yes", "pack", "{game}/ROUTES/MyRoute"), PLAYED + (installed,),

@@ -116,7 +116,7 @@ class End:
         current = ini.get("current", {})
         self.working = look.below("game/" + WORKING)
         self.saves = look.below("game/SAVES/Quillon-route")
-        self.originals = {name: data for name, data in look.below("app/original_zips").items() if name.endswith(".zip")}
+        self.originals = {name: data for name, data in look.below("app/original_zips").items() if name.endswith((".zip", ".gz"))}
         self.loaded = current.get("loaded", "")
         self.routes = sorted((name, keys["zip"]) for name, keys in ini.items() if name != "current" and "zip" in keys)
         self.rests = look.rests()
