@@ -73,7 +73,11 @@ int DesktopFrontEnd::GoOn() {
 }
 
 int DesktopFrontEnd::ServeUser() {
-  if (!failure_ && !running_->Screens().Ended()) QApplication::exec();
+  if (!failure_ && !running_->Screens().Ended()) {
+    inLoop_ = true;
+    QApplication::exec();
+    inLoop_ = false;
+  }
   const int status = failure_ ? TellFailure() : 0;
   Leave();
   return status;
@@ -112,8 +116,9 @@ void DesktopFrontEnd::Handle(const std::function<void()>& action) {
   }
   --depth_;
   SyncAll();
-  if (depth_ == 0 && (failure_ || running_->Screens().Ended()))
-    QApplication::exit();  // quit() would ask the windows first
+  // Outside the loop it would end the one of the box that tells the failure; quit() would ask the windows
+  // first.
+  if (inLoop_ && depth_ == 0 && (failure_ || running_->Screens().Ended())) QApplication::exit();
 }
 
 /// Nothing can be thrown through the toolkit's event loop: it is kept, and thrown again by whoever runs the

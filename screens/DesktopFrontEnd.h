@@ -93,7 +93,7 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   int depth_ = 0;
   QElapsedTimer sinceTurn_;
   qint64 longestGap_ = 0;
-  bool wasRunning_ = false, tellingFailure_ = false;
+  bool inLoop_ = false, wasRunning_ = false, tellingFailure_ = false;
   HelpDesk help_;
 };
 

@@ -19,7 +19,8 @@ constexpr const char* kBoxStyle =
     " padding: 5px 18px; min-width: 60px; font-size: 13px; font-weight: bold; }"
     "QMessageBox QPushButton:hover, QMessageBox QPushButton:focus { background: #2A2AB8; border-color: "
     "#FFE08A; }"
-    "QMessageBox QPushButton:pressed { background: #000050; }";
+    "QMessageBox QPushButton:pressed { background: #000050; }"
+    "QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }";
 
 }  // namespace
 

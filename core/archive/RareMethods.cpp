@@ -2,7 +2,6 @@
 
 #include <archive.h>
 #include <archive_entry.h>
-#include <unarr.h>
 
 #include <algorithm>
 #include <array>
@@ -10,7 +9,8 @@
 #include <exception>
 #include <memory>
 #include <utility>
-#include <vector>
+
+#include "core/archive/Inflate64.h"
 
 namespace quillon {
 namespace {
@@ -28,8 +28,6 @@ constexpr std::array<std::pair<std::uint16_t, const char*>, 12> kNames = {{{1, "
                                                                            {96, "JPEG"},
                                                                            {97, "WavPack"},
                                                                            {kPpmd, "PPMd"}}};
-constexpr std::uint64_t kMostDeflate64 = 64u << 20;  // bytes: it is unpacked from memory
-constexpr std::size_t kPiece = 256u << 10;
 
 using More = std::function<std::string_view()>;
 using Sink = std::function<void(std::string_view)>;
@@ -38,8 +36,9 @@ void Put(std::string& bytes, std::uint64_t value, int count) {
   for (int i = 0; i < count; ++i) bytes += static_cast<char>(value >> (8 * i));
 }
 
-/// What a local header and a directory entry have in common. Sizes stand in the field for long ones.
-void PutFacts(std::string& bytes, const RareEntry& entry) {
+/// With the sizes in the field for long ones.
+std::string LocalHeader(const RareEntry& entry) {
+  std::string bytes = "PK\3\4";
   Put(bytes, 63, 2);  // the version that is needed
   Put(bytes, 0, 2);
   Put(bytes, entry.method, 2);
@@ -49,37 +48,11 @@ void PutFacts(std::string& bytes, const RareEntry& entry) {
   Put(bytes, 0xFFFFFFFF, 4);
   Put(bytes, 1, 2);
   Put(bytes, 20, 2);
-}
-
-void PutName(std::string& bytes, const RareEntry& entry) {
   bytes += 'x';
   Put(bytes, 1, 2);
   Put(bytes, 16, 2);
   Put(bytes, entry.size, 8);
   Put(bytes, entry.packedSize, 8);
-}
-
-std::string LocalHeader(const RareEntry& entry) {
-  std::string bytes = "PK\3\4";
-  PutFacts(bytes, entry);
-  PutName(bytes, entry);
-  return bytes;
-}
-
-std::string Directory(const RareEntry& entry, std::uint64_t at) {
-  std::string bytes = "PK\1\2";
-  Put(bytes, 63, 2);
-  PutFacts(bytes, entry);
-  bytes.append(14, '\0');  // a comment, a disk, attributes, the place: all 0
-  PutName(bytes, entry);
-  const std::size_t size = bytes.size();
-  bytes += "PK\5\6";
-  Put(bytes, 0, 4);
-  Put(bytes, 1, 2);
-  Put(bytes, 1, 2);
-  Put(bytes, size, 4);
-  Put(bytes, at, 4);
-  Put(bytes, 0, 2);
   return bytes;
 }
 
@@ -130,26 +103,6 @@ bool UnpackStreamed(const RareEntry& entry, const More& more, const Sink& sink) 
   return good;
 }
 
-bool UnpackDeflate64(const RareEntry& entry, const More& more, const Sink& sink) {
-  if (entry.packedSize > kMostDeflate64) return false;
-  std::string bytes = LocalHeader(entry);
-  for (auto piece = more(); !piece.empty(); piece = more()) bytes += piece;
-  bytes += Directory(entry, bytes.size());
-  const std::unique_ptr<ar_stream, void (*)(ar_stream*)> stream(ar_open_memory(bytes.data(), bytes.size()),
-                                                                ar_close);
-  const std::unique_ptr<ar_archive, void (*)(ar_archive*)> reader(
-      stream ? ar_open_zip_archive(stream.get(), false) : nullptr, ar_close_archive);
-  bool good = reader && ar_parse_entry(reader.get()) && ar_entry_get_size(reader.get()) == entry.size;
-  std::vector<char> piece(kPiece);
-  for (std::uint64_t done = 0; good && done < entry.size;) {
-    const auto size = static_cast<std::size_t>(std::min<std::uint64_t>(piece.size(), entry.size - done));
-    good = ar_entry_uncompress(reader.get(), piece.data(), size);
-    if (good) sink({piece.data(), size});
-    done += size;
-  }
-  return good;
-}
-
 }  // namespace
 
 bool IsRareMethod(std::uint16_t method) {
@@ -163,7 +116,7 @@ std::string MethodName(std::uint16_t method) {
 }
 
 bool UnpackRareMethod(const RareEntry& entry, const More& more, const Sink& sink) {
-  return entry.method == kDeflate64 ? UnpackDeflate64(entry, more, sink) : UnpackStreamed(entry, more, sink);
+  return entry.method == kDeflate64 ? Inflate64(entry.size, more, sink) : UnpackStreamed(entry, more, sink);
 }
 
 }  // namespace quillon

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
 #include <cstring>
+#include <numeric>
 #include <random>
 #include <system_error>
 #include <thread>
@@ -11,6 +14,7 @@
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/ArchiveReader.h"
 #include "core/archive/ArchiveWriter.h"
+#include "core/archive/ForeignArchive.h"
 #include "tests/world/HostFiles.h"
 #include "tests/world/TestProgram.h"
 
@@ -300,6 +304,49 @@ TEST_F(ArchiveTest, CarriesEntriesFromArchiveToArchive) {
                                {"small.dat", small},
                                {"loose.txt", "loose"}};
   EXPECT_TRUE(TestProgram::Unzipped(Path("new.tmp")) == expected);
+}
+
+/// A tar archive of files, their sizes as told.
+std::string TarBytes(const NamedTexts& entries) {
+  std::string tar;
+  for (const auto& [name, data] : entries) {
+    std::string head(512, '\0');
+    std::array<char, 16> size;
+    std::snprintf(size.data(), size.size(), "%011zo", data.size());
+    head.replace(0, name.size(), name).replace(100, 7, "0000644").replace(124, 11, size.data());
+    head.replace(136, 11, "00000000000").replace(148, 8, "        ").replace(156, 1, "0");
+    const int sum = std::accumulate(head.begin(), head.end(), 0,
+                                    [](int a, char c) { return a + static_cast<unsigned char>(c); });
+    std::snprintf(size.data(), size.size(), "%06o", static_cast<unsigned>(sum));
+    tar += head.replace(148, 6, size.data()).replace(154, 1, 1, '\0') + data;
+    tar.resize((tar.size() + 511) / 512 * 512);
+  }
+  return tar + std::string(1024, '\0');
+}
+
+TEST_F(ArchiveTest, OtherFormatsBecomeZipsOrAreRefusedWithAReason) {
+  const NamedTexts tree = {
+      {"r/a.t", Noise(70000, 9)}, {"r/empty", ""}, {"r/long.ace", std::string(40u << 20, 'x')}};
+  const auto rebuilt = [&](const std::string& bytes) -> std::string {
+    Put("a.tar", bytes.substr(0, bytes.size() / 2));
+    Put("b.tar", bytes.substr(bytes.size() / 2));
+    try {
+      RebuildAsZip(files, {Path("a.tar"), Path("b.tar")}, Path("new.zip"),
+                   [](std::uint64_t, std::uint64_t) {});
+      return "";
+    } catch (const Damage& damage) {
+      EXPECT_FALSE(OnDisk("new.zip"));
+      return damage.reason;
+    }
+  };
+  EXPECT_EQ(rebuilt(TarBytes(tree)), "");
+  const NamedTexts unpacked = TestProgram::Unzipped(Path("new.zip"));
+  EXPECT_EQ(unpacked.size(), 3u);
+  for (const auto& [name, data] : tree) EXPECT_TRUE(unpacked.at(ReplaceAll(name, "/", "\\")) == data) << name;
+  fs::remove(Host("new.zip"));
+  EXPECT_NE(rebuilt(TarBytes({{"R/a.t", "1"}, {"R/../../out", "2"}})), "");
+  EXPECT_NE(rebuilt(TarBytes(tree).substr(0, 60000)), "");
+  EXPECT_NE(rebuilt(Noise(5000, 3)), "");
 }
 
 TEST_F(ArchiveTest, WorksWithoutThreadsWhenTheMachineGivesNone) {

@@ -8,6 +8,7 @@
 #include "catalogue/ShelfScreen.h"
 #include "core/Text.h"
 #include "intake/RoutesScreen.h"
+#include "intake/WhyScreen.h"
 #include "loading/LoadScreen.h"
 #include "screens/Fonts.h"
 #include "screens/Views.h"
@@ -143,6 +144,48 @@ TEST_F(OtherScreensTest, ARescueIsChosenByKeyPutBackAndDeleted) {
   EXPECT_EQ(program_->Screens().Top()->Name(), "frmRoutes");
 }
 
+TEST_F(OtherScreensTest, WhyTellsTheReasonsOfTheLastTime) {
+  const std::string endless(400, 'x');
+  Write(AppPath("intake.log"), "1\tBAD\told\tx\r\n2\tBAD\tcut\tit broke off\r\n2\tADD\tfoo\t" + endless);
+  Start();
+  Click("frmMain", "btnManage");
+  QTimer shown;
+  QObject::connect(&shown, &QTimer::timeout, [&] {
+    if (!IsOpen("frmWhy") || ModelOf<WhyScreen>("frmWhy").ListWhy.current < 0) return;
+    shown.stop();
+    auto& rows = Control<HoverList>("frmWhy", "ListWhy");
+    EXPECT_TRUE(rows.hasFocus());
+    EXPECT_EQ(rows.model()->rowCount(), 2);
+    ExpectWhole(Control<QLabel>("frmWhy", "lblReason"));
+    QTest::keyClick(&rows, Qt::Key_Down);
+    EXPECT_EQ(TextOf("frmWhy", "lblReason"), "cut:\nit broke off");
+    QTest::keyClick(&rows, Qt::Key_Return);
+  });
+  shown.start(10);
+  Click("frmRoutes", "btnWhy");
+  EXPECT_FALSE(IsOpen("frmWhy"));
+}
+
+TEST_F(OtherScreensTest, AFaultyDownloadIsSetAsideAndTheOthersAreAdded) {
+  Drop("foo.zip", RouteEntries("Foo Line"));
+  Drop("odd.zip", RouteEntries("Odd Line", {Entry("route\\view.bmp", "BM" + std::string(9000, 'x'))}));
+  Start();
+  AnswerBoxes("Set it aside and go on");
+  QTimer::singleShot(0, [&] { frontEnd_.Handle([&] { program_->Screens().Show("frmZipCheck"); }); });
+  ASSERT_EQ(frontEnd_.Run(), DesktopFrontEnd::kGoOn);
+  program_.reset();
+  Start();
+  QTimer end;
+  QObject::connect(&end, &QTimer::timeout, [&] {
+    if (IsOpen("frmInitProg") && ButtonOf("frmInitProg", "btnOK").isEnabled())
+      frontEnd_.Handle([&] { program_->Screens().ShutDown(true); });
+  });
+  end.start(10);
+  EXPECT_EQ(frontEnd_.GoOn(), 0) << boxes_;
+  EXPECT_TRUE(Exists(AppPath("original_zips\\Not_Installed\\odd.zip")));
+  EXPECT_TRUE(Exists(AppPath("routes\\foo.qnz")));
+}
+
 TEST_F(OtherScreensTest, ANoticeOutlivesTheMeasureAndTheCardShowsOnlyWithItsText) {
   Start();
   const auto screen = MakeScreen(program_->Get(), "frmLoad");
@@ -150,6 +193,7 @@ TEST_F(OtherScreensTest, ANoticeOutlivesTheMeasureAndTheCardShowsOnlyWithItsText
   const auto view = MakeView(load, frontEnd_);
   const auto label = [&](const char* name) { return view->findChild<QLabel*>(name); };
   load.working = true;
+  view->PassingNotice(QString(200, 'y'));
   view->Notice(QString(200, 'x'));
   view->Measure(1 << 20, 2 << 20, "bytes");
   view->Sync();
@@ -239,7 +283,7 @@ TEST_F(OtherScreensTest, NoTextIsCut) {
   for (const char* screen :
        {"frmMain", "frmOptions", "frmRoutes", "frmWelcome", "frmNoAct", "frmCleanUpNotice", "frmPackConfirm",
         "frmCustomConsist", "frmZipCheck", "frmInitProg", "frmCleanUp", "frmReportOptions",
-        "frmActivityCheck", "frmShelf"}) {
+        "frmActivityCheck", "frmShelf", "frmWhy"}) {
     const auto model = MakeScreen(program, screen);
     if (auto* routes = dynamic_cast<RoutesScreen*>(model.get())) routes->Explain("btnClean");
     const auto view = MakeView(*model, frontEnd_);
