@@ -56,10 +56,12 @@ std::vector<std::string> IntakeJournal::Noted(std::string_view what) const {
   return names;
 }
 
-std::vector<std::string> IntakeJournal::Converted() const {
-  auto zips = Noted(kConverted);
-  for (auto& zip : zips) zip = zip.substr(0, zip.find(kBar));
-  return zips;
+std::vector<std::pair<std::string, std::string>> IntakeJournal::Converted() const {
+  std::vector<std::pair<std::string, std::string>> conversions;
+  for (const auto& note : Noted(kConverted))
+    if (const auto bar = note.find(kBar); bar != note.npos)
+      conversions.emplace_back(note.substr(0, bar), note.substr(bar + 1));
+  return conversions;
 }
 
 std::vector<std::string> IntakeJournal::Rebuilt() const { return Noted(kRebuilt); }

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/Program.h"
@@ -30,8 +31,9 @@ class IntakeJournal {
   /// The zip `zip` was made of the download `file`, of another format, and is about to get its name: the file
   /// goes to Installed.
   void ConversionComes(const std::string& zip, const std::string& file);
-  /// The zips that were made so in this intake, and the downloads that were rebuilt.
-  std::vector<std::string> Converted() const;
+  /// The zips that were made so in this intake, each with a file that it was made of; and the downloads that
+  /// were rebuilt.
+  std::vector<std::pair<std::string, std::string>> Converted() const;
   std::vector<std::string> Rebuilt() const;
   /// What the stores of a route alone hold is about to go to the rescue in this folder.
   void OwnWorkGoesTo(const std::string& folder);

@@ -49,7 +49,10 @@ void AddRoutes::PrepareDownloads() {
     ForeignDownloads(state_).Run();
   }
   for (const auto& zip : state_.journal.Rebuilt()) state_.verdicts.Rebuilt(zip, "Quillon-" + zip);
-  for (const auto& zip : state_.journal.Converted()) state_.sound.insert(zip);
+  for (const auto& [zip, file] : state_.journal.Converted()) {
+    state_.converted.insert(zip);
+    if (ForeignDownloads::IsCheckedByRebuild(file)) state_.sound.insert(zip);
+  }
 }
 
 bool AddRoutes::NothingToAdd() {
@@ -68,12 +71,13 @@ void AddRoutes::RequireMasters() {
 
 /// Where case matters to the disk, two downloads may share a zip name: one of them would be lost on the way.
 void AddRoutes::RefuseEqualNames() {
-  state_.program.Step("Looking for downloads of one name");
   std::unordered_set<std::string> names;
-  for (const auto& zip : state_.DownloadedZips())
+  for (const auto& zip : state_.DownloadedZips()) {
+    state_.Step("Looking for downloads of one name", zip);
     if (!names.insert(UpperCase(zip)).second)
       throw RunTimeError(ErrorNumber::FileAlreadyExists, state_.Download(zip),
                          "two downloads have names that differ in case only");
+  }
 }
 
 void AddRoutes::Classify() {
@@ -102,7 +106,7 @@ void AddRoutes::RemoveRebuiltOriginals() {
     for (const auto& name : state_.program.files.ListFiles(folder + "\\Quillon-*.*"))
       state_.program.files.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
   // What was another format has its original there: an older one is a zip.
-  for (const auto& zip : state_.journal.Converted()) KeepOlderOriginal(zip);
+  for (const auto& zip : state_.converted) KeepOlderOriginal(zip);
 }
 
 void AddRoutes::KeepOlderOriginal(const std::string& zip) {

@@ -20,7 +20,7 @@ void Classification::Run() {
     state_.Step("Verifying file integrity of " + zip + ".zip", zip);
     // Kept before anything is known of it: what follows may take the download apart. What was another format
     // is kept as that.
-    if (!state_.sound.contains(zip)) {
+    if (!state_.converted.contains(zip)) {
       state_.journal.OriginalComes(zip);
       state_.CopyOver(state_.Download(zip), state_.InInstalled(zip));
     }

@@ -49,6 +49,11 @@ bool IsLaterPart(std::string_view name) {
 
 bool ForeignDownloads::IsOne(std::string_view name) { return !EndingOf(name).empty() || IsLaterPart(name); }
 
+bool ForeignDownloads::IsCheckedByRebuild(std::string_view name) {
+  const std::string_view ending = EndingOf(name);
+  return !ending.empty() && ending != ".exe" && !ending.ends_with(".001");
+}
+
 std::string ForeignDownloads::ZipOf(std::string_view name) {
   const std::string first = IsLaterPart(name) ? CutAtLastDot(name) + ".001" : std::string(name);
   return StemOf(first) + ".zip";

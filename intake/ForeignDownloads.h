@@ -19,6 +19,9 @@ class ForeignDownloads {
 
   /// Whether a file of this name may be such a download, or a part of one.
   static bool IsOne(std::string_view name);
+  /// Whether all data of such a download are checked while it becomes a zip; from zips they travel as they
+  /// are.
+  static bool IsCheckedByRebuild(std::string_view name);
   /// The file name of the zip that such a download becomes.
   static std::string ZipOf(std::string_view name);
   /// Takes the download whose first file this is, with all its parts, to a folder of the originals.

@@ -36,8 +36,9 @@ struct IntakeState {
   std::vector<std::string> ListofRouteZips, ListFinal, ListBadFiles;
   /// A fault of the archive reader; what comes after classification leaves it alone.
   bool BadZipFlag = false;
-  /// Zips that were packed here in this intake from data that were checked.
-  std::set<std::string> sound;
+  /// Zips that were made of downloads of other formats in this intake, and those that were packed here from
+  /// data that were checked.
+  std::set<std::string> converted, sound;
   /// Entries that a load needs and that are damaged, by zip name.
   std::map<std::string, std::string> damage;
   /// Zips copied into `routes`.
