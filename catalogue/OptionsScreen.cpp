@@ -13,7 +13,7 @@ OptionsScreen::OptionsScreen(Program& program) : Screen(program, "frmOptions") {
 
 void OptionsScreen::Activate() {
   atActivation_ = path_;
-  lblVersion.text = std::string("Quillon BETA Version ") + kVersion;
+  SetLabel("lblVersion", lblVersion, std::string("Quillon BETA Version ") + kVersion, true);
   const std::string state = program_.ini.ReadIni("Shortcut", "State", "on", program_.app.SettingsIni());
   if (state == "on") chkShortcut = true;
   if (state == "off") chkShortcut = false;

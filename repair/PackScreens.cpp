@@ -7,6 +7,11 @@ namespace quillon {
 PackConfirmScreen::PackConfirmScreen(Program& program)
     : Screen(program, "frmPackConfirm"), lblRouteName{ProperCase(program.shared.PackNameField)} {}
 
+void PackConfirmScreen::Activate() {
+  // Its caller has filled it before anybody could hear of it.
+  program_.watcher.LabelChanged(Name(), "lblRouteName", lblRouteName);
+}
+
 void PackConfirmScreen::btnOKClick() {
   program_.stage.Unload(Name());
   program_.stage.ShowModal("frmPack");

@@ -16,6 +16,7 @@ class PackConfirmScreen : public Screen {
 
   Label lblRouteName;
 
+  void Activate() override;
   void btnOKClick();
   void btnCancelClick();
 };

@@ -13,9 +13,9 @@ frmReportOptions::frmReportOptions(ReportOptionsScreen& model, Desk& desk)
           "and finds "
           "those that cannot work because something is missing.\n\nIt may take a few minutes. Faulty "
           "consists are put "
-          "aside and come back as soon as their trains are installed.");
-  label1_ = AddText("Label1", "Check all trains, consists, services, activities");
-  label2_ = AddText("Label2", "Show the full report of the Checkup when finished");
+          "aside, and come back at the next Checkup after their trains were installed.");
+  label1_ = AddText("Label1", "Check Trains: all trains, consists, services, activities");
+  label2_ = AddText("Label2", "View Report: the full one, when the Checkup has finished");
   chkTrains_ = BindTick("chkTrains", trains_, label1_->text(), [&m] { m.chkTrainsClick(); });
   chkView_ = BindTick("chkView", view_, label2_->text(), [&m] { m.chkViewClick(); });
   static const Button always;
