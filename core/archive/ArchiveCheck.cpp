@@ -26,13 +26,18 @@ class Check {
     for (const auto& entry : entries) all_ = SaturatedSum(all_, entry.size);
   }
 
+  /// Also when `progress` has thrown: no thread outlives what it works on.
+  ~Check() {
+    next_ = order_.size();
+    for (auto& thread : threads_) thread.join();
+  }
+
   std::vector<int> Run(const std::function<void(std::uint64_t, std::uint64_t)>& progress) {
-    std::vector<std::thread> threads;
     running_ = WorkerCount();
-    StartWorkers(threads, running_, [this] { Work(); });
+    StartWorkers(threads_, running_, [this] { Work(); });
     {
       std::unique_lock lock(mutex_);
-      running_ -= WorkerCount() - static_cast<unsigned>(threads.size());
+      running_ -= WorkerCount() - static_cast<unsigned>(threads_.size());
       while (running_ > 0) {
         done_.wait_for(lock, kIdleInterval);
         lock.unlock();
@@ -40,12 +45,12 @@ class Check {
         lock.lock();
       }
     }
-    for (auto& thread : threads) thread.join();
-    if (threads.empty()) {
+    if (threads_.empty()) {
       ++running_;
       Work();
     }
     if (failure_) std::rethrow_exception(failure_);
+    const std::lock_guard lock(mutex_);
     std::sort(damaged_.begin(), damaged_.end());
     return std::move(damaged_);
   }
@@ -93,6 +98,7 @@ class Check {
   unsigned running_ = 0;
   std::vector<int> damaged_;
   std::exception_ptr failure_;
+  std::vector<std::thread> threads_;
 };
 
 }  // namespace

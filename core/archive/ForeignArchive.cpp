@@ -216,17 +216,20 @@ struct Listing {
   std::vector<ForeignEntry> entries;
 };
 
-Listing List(const std::vector<std::string>& hostPaths, std::uint64_t begin) {
+Listing List(const std::vector<std::string>& hostPaths, std::uint64_t begin, std::uint64_t most) {
   if (IsVolume(hostPaths.front(), begin))
     throw Damage{"it is one volume of several, which can't be joined here"};
   Listing listing{begin, 0, {}};
   std::unordered_map<std::string, std::size_t> lastOf;
+  std::uint64_t claimed = 0;  // bytes; looked at on the way, for the way may be all that is asked for
   ForeignReader reader(hostPaths, begin);
   for (ForeignEntry entry; reader.Next(entry);) {
     if (entry.wanted) {
       const auto [at, isNew] = lastOf.try_emplace(UpperCase(entry.name), listing.entries.size());
       if (!isNew) listing.entries[std::exchange(at->second, listing.entries.size())].wanted = false;
     }
+    claimed = SaturatedSum(claimed, entry.size);
+    if (claimed > most) throw Damage{"it claims more than the disk holds"};
     listing.entries.push_back(entry);
   }
   for (const auto& entry : listing.entries)
@@ -235,11 +238,11 @@ Listing List(const std::vector<std::string>& hostPaths, std::uint64_t begin) {
 }
 
 /// What a program in front hides is found by trying.
-Listing List(const std::vector<std::string>& hostPaths) {
+Listing List(const std::vector<std::string>& hostPaths, std::uint64_t most) {
   std::string reason = "there is no archive in it";
   for (const std::uint64_t begin : Beginnings(hostPaths.front())) {
     try {
-      return List(hostPaths, begin);
+      return List(hostPaths, begin, most);
     } catch (const Damage& damage) {
       reason = damage.reason;
     }
@@ -355,7 +358,7 @@ std::vector<std::string> HostPaths(Files& files, const std::vector<std::string>&
 
 bool HasForeignArchive(Files& files, const std::string& path) {
   try {
-    return !List(HostPaths(files, {path})).entries.empty();
+    return !List(HostPaths(files, {path}), kNoLimit).entries.empty();
   } catch (const Damage& damage) {
     // What is locked or in volumes is one; what can't be read at all may be anything.
     return !damage.reason.starts_with("it can't be read") && !damage.reason.starts_with("there is no");
@@ -365,9 +368,7 @@ bool HasForeignArchive(Files& files, const std::string& path) {
 void RebuildAsZip(Files& files, const std::vector<std::string>& parts, const std::string& archiveFile,
                   const std::function<void(std::uint64_t done, std::uint64_t all)>& progress) {
   const std::vector<std::string> hostPaths = HostPaths(files, parts);
-  const Listing listing = List(hostPaths);
-  if (listing.size > files.Host().DiskOf(archiveFile).size)
-    throw Damage{"it claims more than the disk holds"};
+  const Listing listing = List(hostPaths, files.Host().DiskOf(archiveFile).size);
   std::uint64_t packed = 0;
   for (const auto& part : parts) packed += files.Size(part);
   files.RequireRoom(archiveFile, packed);

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kEndRecord = 22, kLongestComment = 65535, kDirectoryEntry = 46, kLocalHeader = 30;
 constexpr std::size_t kLongLocator = 20, kLongEndRecord = 56;
-constexpr std::uint64_t kMostDirectory = 256u << 20;  // bytes
+constexpr std::uint64_t kMostDirectory = 64u << 20;  // bytes
 constexpr std::string_view kEndMark = "PK\5\6", kEntryMark = "PK\1\2", kDataMark = "PK\3\4";
 constexpr std::string_view kLongLocatorMark = "PK\6\7", kLongEndMark = "PK\6\6";
 
@@ -92,8 +92,8 @@ Span SpanOf(std::string_view bytes, std::uint64_t stub) {
     }
     extra.remove_prefix(4 + size);
   }
-  const std::uint64_t begin = stub + at;
-  return {begin, begin + kLocalHeader + nameSize + packed, bytes.substr(kDirectoryEntry, nameSize)};
+  const std::uint64_t begin = stub + at, end = begin + kLocalHeader + nameSize + packed;
+  return {begin, end < packed ? ~std::uint64_t{0} : end, bytes.substr(kDirectoryEntry, nameSize)};
 }
 
 }  // namespace
