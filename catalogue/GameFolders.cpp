@@ -33,13 +33,10 @@ bool PrepareGameFolders(Program& program) {
   if (!CheckFullInstall(program)) return false;
   program.files.MakeFolderIfMissing(program.BelowGame(kSaves));
   program.files.MakeFolderIfMissing(program.BelowGame(kWorkingSaves));
-  MakeExtrasFolders(program);
-  return true;
-}
-
-void MakeExtrasFolders(Program& program) {
-  if (program.files.FileExists(program.BelowGame(kExtras))) return;
+  // An existing folder is taken as complete.
+  if (program.files.FileExists(program.BelowGame(kExtras))) return true;
   for (const auto folder : kExtrasFolders) program.files.MakeFolderIfMissing(program.BelowGame(folder));
+  return true;
 }
 
 namespace {

@@ -11,9 +11,6 @@ namespace quillon {
 /// what is missing. False when the game is not whole: the user has been told, and the program is ending.
 bool PrepareGameFolders(Program& program);
 
-/// The shared extras below the game's folder; one that is there is taken as complete.
-void MakeExtrasFolders(Program& program);
-
 /// A box for each default route that is missing; then the program ends. True when none is.
 bool CheckFullInstall(Program& program);
 

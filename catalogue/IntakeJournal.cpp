@@ -104,7 +104,6 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
       if (line.starts_with(what)) finish(line.substr(what.size()));
   };
   bool taken = false;
-  TakeBackConversions(lines);
   forEach(kRebuilt, [this](const std::string& zip) { FinishRebuilt(zip); });
   forEach(kWorkFolder, [this](const std::string& folder) { RemoveWorkFolder(folder); });
   forEach(kCopied, [&](const std::string& zip) { taken |= FinishOriginal(zip); });
@@ -113,6 +112,7 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
     FinishStores(zip);
   });
   forEach(kRescue, [this](const std::string& folder) { BringBack(folder); });
+  TakeBackConversions(lines);  // last: the others ask for the zips
   for (const auto* rest : {"*.tmp", "*.part~"})
     program_.files.KillIfThere(program_.app.DownloadedRoutes() + "\\" + rest);
   program_.files.KillIfThere(journal);
@@ -180,13 +180,15 @@ void IntakeJournal::TakeBackConversions(const std::vector<std::string>& lines) {
   for (const auto& line : lines) {
     const auto bar = line.find(kBar);
     if (!line.starts_with(kConverted) || bar == line.npos) continue;
-    const std::string zip =
-        Download(line.substr(std::string_view(kConverted).size(), bar - std::string_view(kConverted).size()));
-    const std::string file = line.substr(bar + 1), download = program_.app.DownloadedRoutes() + "\\" + file,
+    const std::size_t start = std::string_view(kConverted).size();
+    const std::string name = line.substr(start, bar - start), zip = Download(name),
+                      file = line.substr(bar + 1), download = program_.app.DownloadedRoutes() + "\\" + file,
                       original = program_.app.Installed() + "\\" + file;
     if (!files.FileExists(zip)) continue;
     if (!files.FileExists(download) && files.FileExists(original)) files.Rename(original, download);
-    if (files.FileExists(download)) zips.push_back(zip);
+    if (!files.FileExists(download)) continue;
+    zips.push_back(zip);
+    zips.push_back(Download("Quillon-" + name));
   }
   for (const auto& zip : zips) files.KillIfThere(zip);
 }

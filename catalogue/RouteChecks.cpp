@@ -35,16 +35,17 @@ void RouteChecks::Require(const std::string& zip, const ArchiveReader& archive, 
     refuse(entry.name + " can't be unpacked: " + entry.Obstacle());
   }
   const std::string file = program_.app.ChecksIni();
+  std::string damage = program_.ini.ReadIni(zip, "Damaged", "", file);
   if (program_.ini.ReadIni(zip, "Checked", "", file) != StampOf(zip)) {
     program_.Step("Checking the route file of " + zip);
     const auto damaged = DamagedEntries(program_.files, archive, [&](std::uint64_t done, std::uint64_t all) {
       progress.Detail(done, all, "bytes");
       progress.Yield();
     });
-    Note(zip, NeededDamage(damaged, archive, map));
+    damage = NeededDamage(damaged, archive, map);
+    Note(zip, damage);
   }
-  if (const std::string damage = program_.ini.ReadIni(zip, "Damaged", "", file); !damage.empty())
-    refuse("the data of " + damage + " are damaged");
+  if (!damage.empty()) refuse("the data of " + damage + " are damaged");
 }
 
 }  // namespace quillon

@@ -1,5 +1,6 @@
 #include "intake/AddRoutes.h"
 
+#include <algorithm>
 #include <unordered_set>
 
 #include "core/LocalTime.h"
@@ -110,6 +111,11 @@ void AddRoutes::RemoveRebuiltOriginals() {
 }
 
 void AddRoutes::KeepOlderOriginal(const std::string& zip) {
+  const auto& taken = state_.ListofRouteZips;
+  const auto isTaken = [&](const std::string& name) {
+    return std::find(taken.begin(), taken.end(), name) != taken.end();
+  };
+  if (!isTaken(zip) && !isTaken("Quillon-" + zip)) return;
   if (!state_.program.files.FileExists(state_.InInstalled(zip))) return;
   Rescue rescue(state_.program, zip,
                 "Another download of the same name was added: this is the original of before.");

@@ -210,9 +210,9 @@ void ForeignDownloads::MoveAside(const std::string& file, const std::string& fol
   const std::string downloads = state_.program.app.DownloadedRoutes() + "\\";
   if (state_.program.files.FileExists(downloads + file))
     state_.MoveOver(downloads + file, folder + "\\" + file);
-  const std::string stem = LowerCase(StemOf(file));
   for (const auto& part : state_.program.files.ListFiles(downloads + "*.*"))
-    if (IsLaterPart(part) && LowerCase(part).starts_with(stem + "."))
+    if (IsLaterPart(part) &&
+        (EqualNoCase(ZipOf(part), ZipOf(file)) || EqualNoCase(CutAtLastDot(part), StemOf(file))))
       state_.MoveOver(downloads + part, folder + "\\" + part);
 }
 
@@ -220,7 +220,7 @@ void ForeignDownloads::MoveOriginalAside(const std::string& zip, const std::stri
   if (state_.program.files.FileExists(state_.program.app.RouteFile(zip))) return;
   const std::string installed = state_.program.app.Installed() + "\\";
   for (const auto& file : state_.program.files.ListFiles(installed + zip + ".*"))
-    if ((IsLaterPart(file) || !EndingOf(file).empty()) && EqualNoCase(StemOf(file), zip))
+    if (IsOne(file) && EqualNoCase(ZipOf(file), zip + ".zip"))
       state_.MoveOver(installed + file, folder + "\\" + file);
 }
 

@@ -35,7 +35,7 @@ void IntakeLog::Add(const Verdict& verdict) const {
   if (files.Host().GetSize(path, size) == FileCode::Ok && size + line.size() > kMostBytes) {
     const std::string all = files.ReadAll(path);
     const auto cut = all.find('\n', all.size() / 2);
-    files.WriteAll(path, all.substr(cut == all.npos ? all.size() : cut + 1));
+    files.Host().Replace(path, std::string_view(all).substr(cut == all.npos ? all.size() : cut + 1));
   }
   std::unique_ptr<OutputFile> file;
   // A log that can't be written holds up no intake.

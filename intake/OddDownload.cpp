@@ -7,6 +7,7 @@
 #include "catalogue/RouteRemoval.h"
 #include "core/Text.h"
 #include "intake/ForeignDownloads.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 namespace {
@@ -46,7 +47,13 @@ std::string OriginalOf(const IntakeState& state, const std::string& zip) {
 /// What a cut-short intake has made of a route that is in no catalogue.
 void RemoveTraces(Program& program, const std::string& zip) {
   if (Catalogue(program).NameOf(zip, kNoData) != kNoData) return;
-  for (const auto& path : RouteRemoval::BelongingsOf(program.app, zip)) {
+  const auto belongings = RouteRemoval::BelongingsOf(program.app, zip);
+  // Where the catalogue was lost it is a whole route.
+  Rescue rescue(program, zip, "Its download was set aside, and the catalogue did not know the route.");
+  for (const auto& path : belongings)
+    if (program.files.FileExists(path)) rescue.Keep(path);
+  rescue.Close();
+  for (const auto& path : belongings) {
     if (program.files.IsPathAFolder(path))
       program.files.DelTree(path);
     else
@@ -57,16 +64,20 @@ void RemoveTraces(Program& program, const std::string& zip) {
 /// Also goes on with what was cut short: each step may have been done.
 void SetAside(IntakeState& state, const std::string& download, const std::string& error) {
   Files& files = state.program.files;
-  const std::string zip = CutAtLastDot(download), original = OriginalOf(state, zip);
+  const bool isZip = LowerCase(download).ends_with(".zip");
+  const std::string zip = CutAtLastDot(isZip ? download : ForeignDownloads::ZipOf(download)),
+                    original = OriginalOf(state, zip);
   const std::string folder = state.program.app.NotInstalled();
-  if (!EqualNoCase(download, zip + ".zip")) {
+  if (!isZip) {
     ForeignDownloads(state).MoveAside(download, folder);
   } else if (original != zip) {
     state.MoveOver(state.InInstalled(original), state.InNotInstalled(original));
     files.KillIfThere(state.Download(zip));
   } else {
     if (files.FileExists(state.Download(zip))) state.MoveAside(zip, folder);
-    files.KillIfThere(state.InInstalled(zip));
+    // Its copy; anything else there is another download's original.
+    if (files.AreEqual(state.InInstalled(zip), state.InNotInstalled(zip)))
+      files.KillIfThere(state.InInstalled(zip));
   }
   ForeignDownloads(state).MoveOriginalAside(original, folder);
   RemoveTraces(state.program, zip);

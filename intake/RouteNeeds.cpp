@@ -10,6 +10,8 @@ namespace {
 
 constexpr std::uint64_t kLongestScript = 256u << 10;  // bytes
 constexpr std::size_t kMostCopies = 3;                // that are told by name
+constexpr std::size_t kLongestName = 200;             // bytes
+constexpr int kMostScripts = 20;                      // that are read
 
 /// The words of a command line; what stands in quotes is one.
 std::vector<std::string> Words(std::string_view line) {
@@ -36,7 +38,8 @@ std::string CopiedFromGame(const std::string& line) {
   const std::string command = LowerCase(words.front());
   if (command != "copy" && command != "xcopy" && command != "robocopy" && command != "move") return {};
   std::erase_if(words, [](const std::string& word) { return word.starts_with('/'); });
-  return words.size() > 1 && Contains(words[1], "..") ? words[1] : "";
+  return words.size() > 1 && Contains(words[1], "..") ? std::string(FirstCharacters(words[1], kLongestName))
+                                                      : "";
 }
 
 std::string ScriptNeeds(const ArchiveReader& archive, int entry) {
@@ -56,9 +59,10 @@ std::string ScriptNeeds(const ArchiveReader& archive, int entry) {
 std::vector<std::string> RouteNeeds(const ArchiveReader& archive, const RouteMap& map) {
   std::vector<std::string> needs;
   std::set<std::string> gameFolders, trackFolders;
+  int scripts = 0;
   for (int i = 0; i < archive.EntryCount(); ++i) {
     const std::string name = archive.LowerName(i);
-    if (name.ends_with(".bat") || name.ends_with(".cmd"))
+    if ((name.ends_with(".bat") || name.ends_with(".cmd")) && ++scripts <= kMostScripts)
       if (auto need = ScriptNeeds(archive, i); !need.empty()) needs.push_back(std::move(need));
     if (name.ends_with(".trk")) trackFolders.insert(std::string(FolderOf(name)));
     for (const std::string_view folder : {"global\\", "trains\\"})

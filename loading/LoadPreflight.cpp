@@ -80,8 +80,9 @@ void LoadPreflight::RefuseImpossiblePaths() {
   std::unordered_set<std::string_view> folders;
   for (const auto& path : map_.lstRouteStrippedPath) {
     // Cutting the route's root off can lay bare what the whole name hid.
-    if (HarmIn(path) != nullptr || NormalStoredName(path) != path)
-      throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile, "it holds no usable name: " + path);
+    if (HarmIn(path) != nullptr || NormalStoredName(path) != Composed(path))
+      throw RunTimeError(ErrorNumber::InvalidFileFormat, archive_.InputFile,
+                         "it holds no usable name: " + path);
     const std::string placed = WorkingRoute + "\\" + path;
     std::uint32_t attributes = 0;
     const bool stands = files_.Host().GetAttributes(placed, attributes) == FileCode::Ok;

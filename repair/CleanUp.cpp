@@ -4,7 +4,6 @@
 #include <array>
 
 #include "catalogue/DefaultFileScan.h"
-#include "catalogue/GameFolders.h"
 #include "catalogue/LoadMark.h"
 #include "catalogue/RouteStores.h"
 #include "core/Text.h"
@@ -179,7 +178,6 @@ void CleanUp::CopyGameFolders() {
   program_.Step("Copying the game's common files");
   const std::string route = program_.BelowGame(kWorkingRoute);
   files_.CopyAllFiles(program_.BelowGame("\\TEMPLATE\\"), route + "\\", "*.*");
-  MakeExtrasFolders(program_);
   files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", program_.BelowGame("\\Quillon_Extras\\EnvFiles\\"),
                       "*.*");
   files_.CopyAllFiles(program_.BelowGame("\\Global\\Shapes\\"), route + "\\Shapes\\", "*.*");

@@ -48,7 +48,8 @@ void CleanUpScreen::RebuildCatalogue() {
 void CleanUpScreen::BringForeignOriginals() {
   const std::string installed = program_.app.Installed() + "\\";
   for (const auto& name : program_.files.ListFiles(installed + "*.*"))
-    if (ForeignDownloads::IsOne(name) &&
+    if (!program_.files.FileExists(program_.app.DownloadedRoutes() + "\\" + name) &&
+        ForeignDownloads::IsOne(name) &&
         !program_.files.FileExists(installed + ForeignDownloads::ZipOf(name)))
       program_.files.FileCopy(installed + name, program_.app.DownloadedRoutes() + "\\" + name);
 }

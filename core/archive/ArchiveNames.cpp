@@ -35,7 +35,7 @@ std::string_view WithoutTail(std::string_view component) {
 std::string Shortened(const std::string& name) {
   const std::string_view end = std::string_view(name).substr(std::min(name.rfind('.'), name.size()));
   std::size_t room = end.size() < 16 ? kLongestComponent - end.size() : kLongestComponent;
-  while ((static_cast<unsigned char>(name[room]) & 0xC0) == 0x80) --room;
+  while (room > 0 && (static_cast<unsigned char>(name[room]) & 0xC0) == 0x80) --room;
   return name.substr(0, room) + std::string(room + end.size() <= kLongestComponent ? end : "");
 }
 
@@ -119,8 +119,9 @@ const char* HarmIn(std::string_view normalName) {
 bool IsSystemsOwn(std::string_view normalName) {
   if (FileNameOf(normalName).starts_with("._")) return true;
   constexpr std::string_view kFolder = "__MACOSX\\";
-  const auto at = UpperCase(normalName).find(kFolder);
-  return at == 0 || (at != std::string::npos && normalName[at - 1] == '\\');
+  const std::string upper = UpperCase(normalName);
+  const auto at = upper.find(kFolder);
+  return at == 0 || (at != std::string::npos && upper[at - 1] == '\\');
 }
 
 bool IsUsableStem(std::string_view stem) {
