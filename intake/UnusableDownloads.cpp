@@ -1,17 +1,22 @@
 #include "intake/UnusableDownloads.h"
 
+#include <algorithm>
+
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "intake/ForeignDownloads.h"
 
 namespace quillon {
 
 void UnusableDownloads::Run() {
   state_.program.Step("Looking for downloads that can't be taken in");
   std::vector<FoundFile> found;
-  state_.program.files.Host().Find(state_.program.app.AnyDownload(), found);
+  state_.program.files.Host().Find(state_.program.app.DownloadedRoutes() + "\\*.*", found);
   for (const auto& download : found) {
     if (download.folder()) continue;
-    const std::string zip = CutAtLastDot(download.name);
+    const bool isZip = LowerCase(download.name).ends_with(".zip");
+    if (!isZip && !ForeignDownloads::IsOne(download.name)) continue;
+    const std::string zip = CutAtLastDot(isZip ? download.name : ForeignDownloads::ZipOf(download.name));
     if (const std::string reason = ReasonAgainst(download, zip); !reason.empty())
       SetAside(download, zip, reason);
   }
@@ -33,14 +38,15 @@ void UnusableDownloads::SetAside(const FoundFile& download, const std::string& z
                                  const std::string& reason) {
   const std::string folder = state_.program.app.BadZipFiles() + "\\";
   const std::string stem = UsableFileName(zip.empty() ? "_" : zip);
+  const std::string end = download.name.substr(std::min(zip.size(), download.name.size()));
   std::string free = stem;
-  for (int i = 2; state_.program.files.FileExists(folder + free + ".zip"); ++i)
+  for (int i = 2; state_.program.files.FileExists(folder + free + end); ++i)
     free = stem + " (" + std::to_string(i) + ")";
   RaiseFileError(state_.program.files.Host().MoveFound(state_.program.app.DownloadedRoutes(), download,
-                                                       folder + free + ".zip"),
-                 folder + free + ".zip");
+                                                       folder + free + end),
+                 folder + free + end);
   state_.SetAside(free);
-  state_.record.BadZip(free);
+  state_.record.BadFile(free + end);
   state_.verdicts.Give(zip, "BAD", reason);
 }
 
