@@ -1,5 +1,6 @@
 #include "catalogue/IntakeJournal.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "catalogue/Catalogue.h"
@@ -112,7 +113,7 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
     FinishStores(zip);
   });
   forEach(kRescue, [this](const std::string& folder) { BringBack(folder); });
-  TakeBackConversions(lines);  // last: the others ask for the zips
+  TakeBackConversions();  // last: the others ask for the zips
   for (const auto* rest : {"*.tmp", "*.part~"})
     program_.files.KillIfThere(program_.app.DownloadedRoutes() + "\\" + rest);
   program_.files.KillIfThere(journal);
@@ -173,24 +174,24 @@ void IntakeJournal::FinishRebuilt(const std::string& zip) {
     program_.files.KillIfThere(Download(zip));
 }
 
-/// A zip that was made of another format is made once more: the files that it came from are downloads again.
-void IntakeJournal::TakeBackConversions(const std::vector<std::string>& lines) {
+/// A zip that was made of another format is made once more, with what was made of it: the files that it came
+/// from are downloads again.
+void IntakeJournal::TakeBackConversions() {
   Files& files = program_.files;
-  std::vector<std::string> zips;
-  for (const auto& line : lines) {
-    const auto bar = line.find(kBar);
-    if (!line.starts_with(kConverted) || bar == line.npos) continue;
-    const std::size_t start = std::string_view(kConverted).size();
-    const std::string name = line.substr(start, bar - start), zip = Download(name),
-                      file = line.substr(bar + 1), download = program_.app.DownloadedRoutes() + "\\" + file,
+  const auto rebuilt = Rebuilt();
+  std::vector<std::string> made;
+  for (const auto& [zip, file] : Converted()) {
+    const std::string download = program_.app.DownloadedRoutes() + "\\" + file,
                       original = program_.app.Installed() + "\\" + file;
-    if (!files.FileExists(zip)) continue;
+    std::vector<std::string> zips = {Download(zip)};
+    if (std::find(rebuilt.begin(), rebuilt.end(), zip) != rebuilt.end())
+      zips.push_back(Download("Quillon-" + zip));
+    std::erase_if(zips, [&](const std::string& path) { return !files.FileExists(path); });
+    if (zips.empty()) continue;  // it was taken in
     if (!files.FileExists(download) && files.FileExists(original)) files.Rename(original, download);
-    if (!files.FileExists(download)) continue;
-    zips.push_back(zip);
-    zips.push_back(Download("Quillon-" + name));
+    if (files.FileExists(download)) made.insert(made.end(), zips.begin(), zips.end());
   }
-  for (const auto& zip : zips) files.KillIfThere(zip);
+  for (const auto& zip : made) files.KillIfThere(zip);
 }
 
 /// Only with the mark of ours in it, or when nothing is.

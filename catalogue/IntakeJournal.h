@@ -62,7 +62,7 @@ class IntakeJournal {
   std::vector<std::string> Noted(std::string_view what) const;
   void RemoveWorkFolder(const std::string& folder);
   void FinishRebuilt(const std::string& zip);
-  void TakeBackConversions(const std::vector<std::string>& lines);
+  void TakeBackConversions();
   void FinishStores(const std::string& zip);
   void BringBack(const std::string& rescue);
   void FinishRouteFile(const std::string& zip);

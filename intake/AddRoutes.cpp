@@ -14,7 +14,6 @@
 #include "intake/RouteRebuilding.h"
 #include "intake/RouteVerification.h"
 #include "intake/UnusableDownloads.h"
-#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -51,7 +50,7 @@ void AddRoutes::PrepareDownloads() {
   }
   for (const auto& zip : state_.journal.Rebuilt()) state_.verdicts.Rebuilt(zip, "Quillon-" + zip);
   for (const auto& [zip, file] : state_.journal.Converted()) {
-    state_.converted.insert(zip);
+    state_.converted.try_emplace(zip, file);
     if (ForeignDownloads::IsCheckedByRebuild(file)) state_.sound.insert(zip);
   }
 }
@@ -106,21 +105,12 @@ void AddRoutes::RemoveRebuiltOriginals() {
   for (const auto& folder : {state_.program.app.Installed(), state_.program.app.NotInstalled()})
     for (const auto& name : state_.program.files.ListFiles(folder + "\\Quillon-*.*"))
       state_.program.files.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
-  // What was another format has its original there: an older one is a zip.
-  for (const auto& zip : state_.converted) KeepOlderOriginal(zip);
-}
-
-void AddRoutes::KeepOlderOriginal(const std::string& zip) {
   const auto& taken = state_.ListofRouteZips;
-  const auto isTaken = [&](const std::string& name) {
-    return std::find(taken.begin(), taken.end(), name) != taken.end();
+  const auto isTaken = [&](const std::string& zip) {
+    return std::find(taken.begin(), taken.end(), zip) != taken.end();
   };
-  if (!isTaken(zip) && !isTaken("Quillon-" + zip)) return;
-  if (!state_.program.files.FileExists(state_.InInstalled(zip))) return;
-  Rescue rescue(state_.program, zip,
-                "Another download of the same name was added: this is the original of before.");
-  rescue.Keep(state_.InInstalled(zip));
-  rescue.Close();
+  for (const auto& [zip, file] : state_.converted)
+    if (isTaken(zip) || isTaken("Quillon-" + zip)) ForeignDownloads(state_).KeepOlderOriginals(zip);
 }
 
 void AddRoutes::TellResult() {

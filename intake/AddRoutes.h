@@ -24,7 +24,6 @@ class AddRoutes {
   void Rebuild();
   void RemoveWorkingZips();
   void RemoveRebuiltOriginals();
-  void KeepOlderOriginal(const std::string& zip);
   void TellResult();
 
   IntakeState state_;

@@ -2,7 +2,7 @@
 
 #include "catalogue/RouteMap.h"
 #include "core/Text.h"
-#include "core/archive/ZipLayout.h"
+#include "core/archive/ArchiveCheck.h"
 #include "intake/ForeignDownloads.h"
 
 namespace quillon {
@@ -18,12 +18,8 @@ void Classification::Run() {
   for (const auto& zip : zips) {
     state_.progress.Detail(done++, zips.size(), "zips");
     state_.Step("Verifying file integrity of " + zip + ".zip", zip);
-    // Kept before anything is known of it: what follows may take the download apart. What was another format
-    // is kept as that.
-    if (!state_.converted.contains(zip)) {
-      state_.journal.OriginalComes(zip);
-      state_.CopyOver(state_.Download(zip), state_.InInstalled(zip));
-    }
+    // Before anything is known of it: what follows may take the download apart.
+    state_.KeepOriginal(zip);
     state_.program.files.SetAttributes(state_.Download(zip), kArchive);
     state_.progress.Caption("Verifying file integrity of " + zip + ".zip");
     const Judgement judgement = Judge(zip);
@@ -65,13 +61,7 @@ std::string Classification::ReasonAgainst(const ArchiveReader& unzip1) const {
     const ArchiveEntry& entry = unzip1.Entries()[static_cast<std::size_t>(locked)];
     return entry.name + " can't be unpacked: " + entry.Obstacle();
   }
-  Files& files = state_.program.files;
-  if (const std::string name = FindOverlap(files.Host().HostPath(unzip1.InputFile)); !name.empty())
-    return "entries overlap in the file: " + name;
-  std::uint64_t claimed = 0;
-  for (const auto& entry : unzip1.Entries()) claimed = SaturatedSum(claimed, entry.size);
-  const bool fits = claimed <= files.Host().DiskOf(unzip1.InputFile).size;
-  return fits ? "" : "it claims more than the disk holds: " + std::to_string(claimed >> 20) + " MB";
+  return BombIn(state_.program.files, unzip1);
 }
 
 void Classification::Reject(const std::string& zip, const Judgement& judgement) {
@@ -81,16 +71,19 @@ void Classification::Reject(const std::string& zip, const Judgement& judgement) 
   state_.MoveAside(zip, folder);
   ForeignDownloads(state_).MoveOriginalAside(zip, folder);
   state_.SetAside(zip);
+  const char* kind = "EXE";
   switch (judgement.verdict) {
-    case Class::Bad: state_.record.BadZip(zip); break;
-    case Class::Patch: state_.record.PatchOrOther(zip); break;
-    default: state_.record.ManualInstall(zip); break;
+    case Class::Bad:
+      kind = "BAD";
+      state_.record.BadZip(zip);
+      break;
+    case Class::Patch:
+      kind = "MSC";
+      state_.record.PatchOrOther(zip);
+      break;
+    default: state_.record.ManualInstall(zip);
   }
-  state_.verdicts.Give(zip,
-                       bad                                 ? "BAD"
-                       : judgement.verdict == Class::Patch ? "MSC"
-                                                           : "EXE",
-                       judgement.reason);
+  state_.verdicts.Give(zip, kind, judgement.reason);
   if (bad) state_.BadZipFlag = false;
 }
 

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <array>
+#include <set>
 #include <unordered_set>
 
 #include "core/Text.h"
+#include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveWriter.h"
 #include "core/archive/ForeignArchive.h"
 #include "core/host/RawFile.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 namespace {
@@ -96,7 +99,8 @@ std::vector<ForeignDownloads::Download> ForeignDownloads::Find() const {
     ArchiveReader zip(files, [] {});
     zip.InputFile = PathsOf(download).front();
     zip.ReadDirectory();
-    const bool isArchive = zip.EntryCount() > 0 || HasForeignArchive(files, zip.InputFile);
+    const bool isArchive =
+        zip.EntryCount() > 0 || HasForeignArchive(files, zip.InputFile, [this] { state_.progress.Yield(); });
     if (!isArchive)
       state_.verdicts.Give(
           download.files.front(), "EXE",
@@ -135,6 +139,7 @@ void ForeignDownloads::Rebuild(const Download& download) {
     return SetAside(download, damage.reason);
   }
   for (const auto& file : download.files) state_.journal.ConversionComes(download.zip, file);
+  state_.converted[download.zip] = download.files.front();
   files.Flush(written);
   files.Rename(written, state_.Download(download.zip));
   for (const auto& file : download.files)
@@ -188,6 +193,7 @@ void ForeignDownloads::StripProgram(const std::string& program, const std::strin
   ArchiveReader zip(state_.program.files, [] {});
   zip.InputFile = program;
   zip.ReadDirectory();
+  if (const std::string bomb = BombIn(state_.program.files, zip); !bomb.empty()) throw Damage{bomb};
   ArchiveWriter writer(state_.program.files);
   writer.ArchiveFile = target;
   for (int i = 0; i < zip.EntryCount(); ++i) {
@@ -214,6 +220,20 @@ void ForeignDownloads::MoveAside(const std::string& file, const std::string& fol
     if (IsLaterPart(part) &&
         (EqualNoCase(ZipOf(part), ZipOf(file)) || EqualNoCase(CutAtLastDot(part), StemOf(file))))
       state_.MoveOver(downloads + part, folder + "\\" + part);
+}
+
+void ForeignDownloads::KeepOlderOriginals(const std::string& zip) const {
+  const std::string installed = state_.program.app.Installed() + "\\";
+  std::set<std::string> own;
+  for (const auto& [converted, file] : state_.journal.Converted())
+    if (converted == zip) own.insert(UpperCase(file));
+  Rescue rescue(state_.program, zip,
+                "Another download of the same name was added: this is the original of before.");
+  for (const auto& file : state_.program.files.ListFiles(installed + zip + ".*"))
+    if (EqualNoCase(file, zip + ".zip") ||
+        (IsOne(file) && EqualNoCase(ZipOf(file), zip + ".zip") && !own.contains(UpperCase(file))))
+      rescue.Keep(installed + file);
+  rescue.Close();
 }
 
 void ForeignDownloads::MoveOriginalAside(const std::string& zip, const std::string& folder) const {

@@ -26,6 +26,9 @@ class ForeignDownloads {
   static std::string ZipOf(std::string_view name);
   /// Takes the download whose first file this is, with all its parts, to a folder of the originals.
   void MoveAside(const std::string& file, const std::string& folder) const;
+  /// Takes to the shelf what Installed holds of earlier downloads of that name: `zip` was made of another
+  /// format and taken in.
+  void KeepOlderOriginals(const std::string& zip) const;
   /// Takes what the zip `zip`, which is no route's, was rebuilt from, if it was, out of Installed to another
   /// folder of the originals.
   void MoveOriginalAside(const std::string& zip, const std::string& folder) const;

@@ -16,7 +16,14 @@ std::vector<std::string> IntakeState::DownloadedZips() const {
 
 void IntakeState::Step(const std::string& step, const std::string& zip) const {
   program.Step(step);
-  program.shared.DownloadAtWork = zip + ".zip";
+  const auto at = converted.find(verdicts.DownloadOf(zip));
+  program.shared.DownloadAtWork = at == converted.end() ? zip + ".zip" : at->second;
+}
+
+void IntakeState::KeepOriginal(const std::string& zip) {
+  if (converted.contains(zip)) return;
+  journal.OriginalComes(zip);
+  CopyOver(Download(zip), InInstalled(zip));
 }
 
 void IntakeState::MoveAside(const std::string& zip, const std::string& folder) const {

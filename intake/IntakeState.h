@@ -36,9 +36,11 @@ struct IntakeState {
   std::vector<std::string> ListofRouteZips, ListFinal, ListBadFiles;
   /// A fault of the archive reader; what comes after classification leaves it alone.
   bool BadZipFlag = false;
-  /// Zips that were made of downloads of other formats in this intake, and those that were packed here from
-  /// data that were checked.
-  std::set<std::string> converted, sound;
+  /// Zips that were made of downloads of other formats in this intake, each with the file that it was made
+  /// of.
+  std::map<std::string, std::string> converted;
+  /// Zips that were packed here from data that were checked.
+  std::set<std::string> sound;
   /// Entries that a load needs and that are damaged, by zip name.
   std::map<std::string, std::string> damage;
   /// Zips copied into `routes`.
@@ -60,6 +62,9 @@ struct IntakeState {
   void Step(const std::string& step, const std::string& zip) const;
   /// Puts a zip out of the running; its copies are the caller's business.
   void SetAside(const std::string& zip);
+  /// Copies the download to Installed, with its place in the journal. What was another format is kept as
+  /// that.
+  void KeepOriginal(const std::string& zip);
   /// Takes the download `zip` to a folder of the originals, with the parts of a split zip.
   void MoveAside(const std::string& zip, const std::string& folder) const;
   /// Copies, also over a read-only file.

@@ -149,6 +149,7 @@ void RouteRebuilding::OpenInnerZip() {
   outer_.Place({{insideIndex_, InnerZipPath()}});
   inner_.InputFile = InnerZipPath();
   inner_.ReadDirectory();
+  if (const std::string bomb = BombIn(state_.program.files, inner_); !bomb.empty()) inner_.GiveUp(bomb);
 }
 
 void RouteRebuilding::FindStripPrefix() {
@@ -194,7 +195,7 @@ void RouteRebuilding::DropDamaged(const std::string& zip) {
   };
   outerDamage_ = find(outer_, "");
   innerDamage_ = find(inner_, InsideZip + "\\");
-  if (!inner_.DamageReason().empty()) names.push_back(InsideZip);
+  if (!inner_.DamageReason().empty()) names.push_back(InsideZip + " (" + inner_.DamageReason() + ")");
   if (!names.empty())
     state_.verdicts.Note(zip, "but " + DamageText(names) + " and were left out: download it again");
 }

@@ -4,6 +4,7 @@
 
 #include "core/LocalTime.h"
 #include "core/Text.h"
+#include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveWriter.h"
 #include "intake/ForeignDownloads.h"
 #include "intake/OddDownload.h"
@@ -63,6 +64,7 @@ void ZipTriage::Check(const std::string& zip) {
 bool ZipTriage::FindExecutable(const std::string& zip) {
   unzip1_.InputFile = state_.Download(zip);
   unzip1_.ReadDirectory();
+  if (!BombIn(state_.program.files, unzip1_).empty()) return false;  // the driver says so
   for (executableIndex_ = 0; executableIndex_ < unzip1_.EntryCount(); ++executableIndex_) {
     const std::string executable = unzip1_.LowerName(executableIndex_);
     if (!Contains(executable, ".exe")) continue;
@@ -84,7 +86,8 @@ bool ZipTriage::OpenExecutableAsZip() {
   unzip1_.Place({{executableIndex_, unzip2_.InputFile}});
   unzip2_.ReadDirectory();
   const bool whole = std::all_of(unzip2_.Entries().begin(), unzip2_.Entries().end(),
-                                 [](const ArchiveEntry& entry) { return entry.Obstacle().empty(); });
+                                 [](const ArchiveEntry& entry) { return entry.Obstacle().empty(); }) &&
+                     BombIn(state_.program.files, unzip2_).empty();
   // With nothing but folders at its top it does not count.
   return whole &&
          std::any_of(unzip2_.Entries().begin(), unzip2_.Entries().end(), [](const ArchiveEntry& entry) {
@@ -117,8 +120,7 @@ void ZipTriage::Rebuild(const std::string& zip) {
   xzipper1.AddFiles(ziptemp + "Quillon_Zipped.txt");
   xzipper1.Zip();
   // The original is safe before the rebuilt zip stands beside it: a crash in between costs nothing.
-  state_.journal.OriginalComes(zip);
-  state_.CopyOver(download, state_.InInstalled(zip));
+  state_.KeepOriginal(zip);
   state_.journal.RebuiltComes(zip);
   files.Rename(xzipper1.ArchiveFile, rebuilt);
   files.KillReadOnly(download);

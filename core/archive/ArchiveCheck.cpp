@@ -10,6 +10,7 @@
 #include <thread>
 
 #include "core/archive/ExtractPool.h"
+#include "core/archive/ZipLayout.h"
 
 namespace quillon {
 namespace {
@@ -102,6 +103,16 @@ class Check {
 };
 
 }  // namespace
+
+std::string BombIn(Files& files, const ArchiveReader& archive) {
+  if (archive.EntryCount() == 0) return {};
+  if (const std::string name = FindOverlap(files.Host().HostPath(archive.InputFile)); !name.empty())
+    return "entries overlap in the file: " + name;
+  std::uint64_t claimed = 0;
+  for (const auto& entry : archive.Entries()) claimed = SaturatedSum(claimed, entry.size);
+  const bool fits = claimed <= files.Host().DiskOf(archive.InputFile).size;
+  return fits ? "" : "it claims more than the disk holds: " + std::to_string(claimed >> 20) + " MB";
+}
 
 std::vector<int> DamagedEntries(Files& files, const ArchiveReader& archive,
                                 const std::function<void(std::uint64_t done, std::uint64_t all)>& progress) {

@@ -3,11 +3,16 @@
 
 #include <cstdint>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "core/archive/ArchiveReader.h"
 
 namespace quillon {
+
+/// Why an archive is not to be unpacked at all: entries that lie in each other, or that claim more than the
+/// disk holds. Empty for an honest one. `archive` has read its directory.
+std::string BombIn(Files& files, const ArchiveReader& archive);
 
 /// The entries of `archive` whose data or checksum are wrong, by index, in rising order; `archive` has read
 /// its directory. Entries with an obstacle are passed over. Unpacks on all processors; `progress` hears now

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/Files.h"
@@ -38,6 +39,11 @@ class ArchiveReader {
 
   /// Reads the directory of InputFile. After damage there are no entries.
   void ReadDirectory();
+  /// From here on the archive has no entries, for `reason`.
+  void GiveUp(std::string reason) {
+    entries_.clear();
+    damageReason_ = std::move(reason);
+  }
   /// What was damaged last, in words; empty after a whole directory.
   const std::string& DamageReason() const { return damageReason_; }
   int EntryCount() const { return static_cast<int>(entries_.size()); }

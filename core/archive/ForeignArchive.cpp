@@ -2,6 +2,7 @@
 
 #include <archive.h>
 #include <archive_entry.h>
+#include <libdeflate.h>
 
 #include <algorithm>
 #include <atomic>
@@ -29,12 +30,17 @@ namespace {
 
 constexpr std::string_view k7z("7z\xBC\xAF\x27\x1C", 6), kRar("Rar!\x1A\x07", 6);
 constexpr std::size_t kLongestStub = 4u << 20, kPiece = 256u << 10;  // bytes
+constexpr std::size_t kMostMarks = 16, kMostEntries = 300'000;
+constexpr std::uint64_t kMostRatio = 1100;        // of unpacked to packed, beyond the first
+constexpr std::uint64_t kAlwaysRoom = 1u << 30;   // bytes
 constexpr std::uint64_t kWholeLimit = 32u << 20;  // bytes; above it a file is packed as a stream
 
 /// The parts of an archive as one run of bytes.
 class Parts {
  public:
-  Parts(const std::vector<std::string>& hostPaths, std::uint64_t skipped) : skipped_(skipped) {
+  /// `turn` is called while they are read; its exceptions wait in `failure`.
+  Parts(const std::vector<std::string>& hostPaths, std::uint64_t skipped, std::function<void()> turn)
+      : skipped_(skipped), turn_(std::move(turn)) {
     for (const auto& path : hostPaths) {
       inputs_.emplace_back(path);
       if (!inputs_.back().IsOpen()) throw Damage{"it can't be opened"};
@@ -42,7 +48,10 @@ class Parts {
     }
   }
 
+  std::exception_ptr failure;
+
   std::string_view Read() {
+    if (turn_) turn_();
     const std::uint64_t at = at_ + skipped_;
     const auto part =
         static_cast<std::size_t>(std::upper_bound(ends_.begin(), ends_.end(), at) - ends_.begin());
@@ -72,6 +81,7 @@ class Parts {
   std::uint64_t Length() const { return Size() - std::min(Size(), skipped_); }
 
   const std::uint64_t skipped_;  // bytes of a program in front
+  const std::function<void()> turn_;
   std::deque<RawInput> inputs_;
   std::vector<std::uint64_t> ends_;
   std::uint64_t at_ = 0;
@@ -85,7 +95,9 @@ std::vector<std::uint64_t> Beginnings(const std::string& hostPath) {
   if (!file.IsOpen() || !file.ReadAt(0, kLongestStub, head) || !head.starts_with("MZ")) return {0};
   std::vector<std::uint64_t> found;
   for (const auto mark : {k7z, kRar})
-    for (auto at = head.find(mark); at != head.npos; at = head.find(mark, at + 1)) found.push_back(at);
+    for (auto at = head.find(mark); at != head.npos && found.size() < kMostMarks;
+         at = head.find(mark, at + 1))
+      found.push_back(at);
   return found;
 }
 
@@ -101,15 +113,29 @@ std::uint64_t RarNumber(std::string_view& bytes) {
   return value;
 }
 
-/// Whether the archive that begins there is one of several volumes.
+/// Whether the rar archive that begins there, its header's checksum right, is one of several volumes.
 bool IsVolume(const std::string& hostPath, std::uint64_t at) {
   std::string head;
   const RawInput file(hostPath);
-  if (!file.IsOpen() || !file.ReadAt(at, 64, head) || !head.starts_with(kRar) || head.size() < 32)
+  if (!file.IsOpen() || !file.ReadAt(at, 512, head) || !head.starts_with(kRar) || head.size() < 32)
     return false;
-  if (head[6] == 0) return (head[10] & 1) != 0;
+  const auto number = [&head](std::size_t from, int count) {
+    std::uint32_t value = 0;
+    for (int i = count; i-- > 0;)
+      value = value << 8 | static_cast<unsigned char>(head[from + static_cast<std::size_t>(i)]);
+    return value;
+  };
+  if (head[6] == 0) {
+    const std::size_t size = number(12, 2);
+    return size > 6 && 7 + size <= head.size() &&
+           (libdeflate_crc32(0, head.data() + 9, size - 2) & 0xFFFF) == number(7, 2) && (head[10] & 1) != 0;
+  }
   std::string_view rest = std::string_view(head).substr(12);
-  RarNumber(rest);  // the header's size
+  const std::uint64_t size = RarNumber(rest);
+  const std::size_t length =
+      head.size() - 12 - rest.size() + static_cast<std::size_t>(std::min<std::uint64_t>(size, 512));
+  if (12 + length > head.size() || libdeflate_crc32(0, head.data() + 12, length) != number(8, 4))
+    return false;
   RarNumber(rest);  // its kind
   if ((RarNumber(rest) & 1) != 0) RarNumber(rest);
   return (RarNumber(rest) & 1) != 0;
@@ -125,8 +151,9 @@ struct ForeignEntry {
 /// An archive read from its first entry to its last. Not for two threads at once.
 class ForeignReader {
  public:
-  ForeignReader(const std::vector<std::string>& hostPaths, std::uint64_t begin)
-      : parts_(hostPaths, begin), archive_(archive_read_new(), archive_read_free) {
+  ForeignReader(const std::vector<std::string>& hostPaths, std::uint64_t begin,
+                std::function<void()> turn = {})
+      : parts_(hostPaths, begin, std::move(turn)), archive_(archive_read_new(), archive_read_free) {
     if (!archive_) throw std::bad_alloc();
     // Not all that the library knows: some of it starts other programs.
     for (const auto support :
@@ -174,6 +201,7 @@ class ForeignReader {
   static constexpr const char* kPassword = "it is protected by a password";
 
   [[noreturn]] void Fail() {
+    if (parts_.failure) std::rethrow_exception(parts_.failure);
     const char* reason = archive_error_string(archive_.get());
     const std::string text = reason != nullptr ? reason : "it is no archive";
     if (Contains(LowerCase(text), "encrypt") || Contains(LowerCase(text), "passphrase"))
@@ -190,12 +218,14 @@ class ForeignReader {
 
   // What the library calls: it knows no exceptions.
   static la_ssize_t Read(archive* reader, void* parts, const void** bytes) {
+    auto& source = *static_cast<Parts*>(parts);
     try {
-      const std::string_view piece = static_cast<Parts*>(parts)->Read();
+      const std::string_view piece = source.Read();
       *bytes = piece.data();
       return static_cast<la_ssize_t>(piece.size());
-    } catch (const Damage& damage) {
-      archive_set_error(reader, EIO, "%s", damage.reason.c_str());
+    } catch (...) {
+      source.failure = std::current_exception();
+      archive_set_error(reader, EIO, "its source failed");
       return ARCHIVE_FATAL;
     }
   }
@@ -216,20 +246,22 @@ struct Listing {
   std::vector<ForeignEntry> entries;
 };
 
-Listing List(const std::vector<std::string>& hostPaths, std::uint64_t begin, std::uint64_t most) {
+Listing List(const std::vector<std::string>& hostPaths, std::uint64_t begin, std::uint64_t most,
+             const std::function<void()>& turn) {
   if (IsVolume(hostPaths.front(), begin))
     throw Damage{"it is one volume of several, which can't be joined here"};
   Listing listing{begin, 0, {}};
   std::unordered_map<std::string, std::size_t> lastOf;
   std::uint64_t claimed = 0;  // bytes; looked at on the way, for the way may be all that is asked for
-  ForeignReader reader(hostPaths, begin);
+  ForeignReader reader(hostPaths, begin, turn);
   for (ForeignEntry entry; reader.Next(entry);) {
     if (entry.wanted) {
       const auto [at, isNew] = lastOf.try_emplace(UpperCase(entry.name), listing.entries.size());
       if (!isNew) listing.entries[std::exchange(at->second, listing.entries.size())].wanted = false;
     }
     claimed = SaturatedSum(claimed, entry.size);
-    if (claimed > most) throw Damage{"it claims more than the disk holds"};
+    if (claimed > most) throw Damage{"it claims more than the disk, or any honest file of its size, holds"};
+    if (listing.entries.size() >= kMostEntries) throw Damage{"it holds more files than any route"};
     listing.entries.push_back(entry);
   }
   for (const auto& entry : listing.entries)
@@ -237,12 +269,23 @@ Listing List(const std::vector<std::string>& hostPaths, std::uint64_t begin, std
   return listing;
 }
 
+std::vector<std::string> HostPaths(Files& files, const std::vector<std::string>& parts) {
+  std::vector<std::string> hostPaths;
+  for (const auto& part : parts) hostPaths.push_back(files.Host().HostPath(part));
+  return hostPaths;
+}
+
 /// What a program in front hides is found by trying.
-Listing List(const std::vector<std::string>& hostPaths, std::uint64_t most) {
+Listing List(Files& files, const std::vector<std::string>& parts, const std::string& place,
+             const std::function<void()>& turn) {
+  const std::vector<std::string> hostPaths = HostPaths(files, parts);
+  std::uint64_t packed = 0;
+  for (const auto& part : parts) packed = SaturatedSum(packed, files.Size(part));
+  const std::uint64_t most = std::min(files.Host().DiskOf(place).size, kAlwaysRoom + kMostRatio * packed);
   std::string reason = "there is no archive in it";
   for (const std::uint64_t begin : Beginnings(hostPaths.front())) {
     try {
-      return List(hostPaths, begin, most);
+      return List(hostPaths, begin, most, turn);
     } catch (const Damage& damage) {
       reason = damage.reason;
     }
@@ -348,17 +391,11 @@ struct StopAtEnd {
   ~StopAtEnd() { sequence.Stop(); }
 };
 
-std::vector<std::string> HostPaths(Files& files, const std::vector<std::string>& parts) {
-  std::vector<std::string> hostPaths;
-  for (const auto& part : parts) hostPaths.push_back(files.Host().HostPath(part));
-  return hostPaths;
-}
-
 }  // namespace
 
-bool HasForeignArchive(Files& files, const std::string& path) {
+bool HasForeignArchive(Files& files, const std::string& path, const std::function<void()>& turn) {
   try {
-    return !List(HostPaths(files, {path}), kNoLimit).entries.empty();
+    return !List(files, {path}, path, turn).entries.empty();
   } catch (const Damage& damage) {
     // What is locked or in volumes is one; what can't be read at all may be anything.
     return !damage.reason.starts_with("it can't be read") && !damage.reason.starts_with("there is no");
@@ -367,12 +404,12 @@ bool HasForeignArchive(Files& files, const std::string& path) {
 
 void RebuildAsZip(Files& files, const std::vector<std::string>& parts, const std::string& archiveFile,
                   const std::function<void(std::uint64_t done, std::uint64_t all)>& progress) {
-  const std::vector<std::string> hostPaths = HostPaths(files, parts);
-  const Listing listing = List(hostPaths, files.Host().DiskOf(archiveFile).size);
+  const Listing listing = List(files, parts, archiveFile, [&] { progress(0, 0); });
   std::uint64_t packed = 0;
   for (const auto& part : parts) packed += files.Size(part);
   files.RequireRoom(archiveFile, packed);
 
+  const std::vector<std::string> hostPaths = HostPaths(files, parts);
   Sequence sequence(hostPaths, listing);
   std::vector<std::size_t> small;  // indices of what is packed in one piece
   std::vector<std::uint64_t> sizes;

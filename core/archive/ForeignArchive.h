@@ -11,8 +11,8 @@
 
 namespace quillon {
 
-/// Whether the program at `path` has such an archive behind it.
-bool HasForeignArchive(Files& files, const std::string& path);
+/// Whether the program at `path` has such an archive behind it. `turn` is called now and then.
+bool HasForeignArchive(Files& files, const std::string& path, const std::function<void()>& turn);
 
 /// Writes all files of the archive at `parts`, one after the other when it is in several, to the zip
 /// `archiveFile`, packed as they come: nothing is laid out. `progress` hears of the bytes done and of all.

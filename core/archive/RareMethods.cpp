@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <exception>
 #include <memory>
+#include <mutex>
 #include <utility>
 
 #include "core/archive/Inflate64.h"
@@ -28,6 +29,9 @@ constexpr std::array<std::pair<std::uint16_t, const char*>, 12> kNames = {{{1, "
                                                                            {96, "JPEG"},
                                                                            {97, "WavPack"},
                                                                            {kPpmd, "PPMd"}}};
+
+constexpr std::uint64_t kMostWindow = 64u << 20;  // bytes
+constexpr std::uint64_t kSmallWindow = 8u << 20;  // bytes; above it one entry at a time is unpacked
 
 using More = std::function<std::string_view()>;
 using Sink = std::function<void(std::string_view)>;
@@ -80,10 +84,26 @@ struct Feed {
   }
 };
 
+/// The window that the data of an LZMA entry ask for, told in front of them.
+std::uint64_t WindowOf(std::string_view head) {
+  std::uint64_t window = 0;
+  for (std::size_t i = 4; head.size() > 8 && i-- > 0;)
+    window = window << 8 | static_cast<unsigned char>(head[5 + i]);
+  return window;
+}
+
 bool UnpackStreamed(const RareEntry& entry, const More& more, const Sink& sink) {
   const std::unique_ptr<archive, int (*)(archive*)> reader(archive_read_new(), archive_read_free);
   if (!reader) throw std::bad_alloc();
   Feed feed{more, LocalHeader(entry), false, {}};
+  const std::string_view first = more();
+  // Not more than there are data for, whatever is told.
+  const std::uint64_t window = entry.method == kLzma ? std::min(WindowOf(first), entry.size) : 0;
+  if (window > kMostWindow) return false;
+  static std::mutex oneLarge;
+  std::unique_lock large(oneLarge, std::defer_lock);
+  if (window > kSmallWindow) large.lock();
+  feed.header += first;
   archive_read_support_format_zip_streamable(reader.get());
   archive_entry* header = nullptr;
   bool good = archive_read_open(reader.get(), &feed, nullptr, &Feed::Read, nullptr) == ARCHIVE_OK &&

@@ -48,7 +48,13 @@ std::optional<Directory> FindDirectory(const RawInput& file) {
   const std::uint64_t size = file.Size();
   const std::uint64_t tailAt = size - std::min<std::uint64_t>(size, kEndRecord + kLongestComment);
   const std::string tail = ReadAt(file, tailAt, static_cast<std::size_t>(size - tailAt));
-  const auto end = tail.rfind(kEndMark);
+  // A comment may hold the mark, too: its length leads to the file's end from the true one only.
+  auto end = tail.rfind(kEndMark);
+  const auto isTrue = [&] {
+    return tail.size() - end >= kEndRecord && Number(tail, end + 20, 2) == tail.size() - end - kEndRecord;
+  };
+  while (end != tail.npos && !isTrue()) end = end == 0 ? tail.npos : tail.rfind(kEndMark, end - 1);
+  if (end == tail.npos) end = tail.rfind(kEndMark);
   if (end == tail.npos || tail.size() - end < kEndRecord) return {};
   if (const auto longer = FindLongDirectory(file, tailAt + end)) return longer;
   return Directory{Number(tail, end + 12), Number(tail, end + 16), tailAt + end};
