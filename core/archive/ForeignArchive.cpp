@@ -13,6 +13,7 @@
 #include <memory>
 #include <mutex>
 #include <string_view>
+#include <thread>
 #include <unordered_map>
 #include <utility>
 
@@ -293,96 +294,119 @@ Listing List(Files& files, const std::vector<std::string>& parts, const std::str
   throw Damage{reason};
 }
 
-/// The files of an archive, each read when its turn comes, whichever thread asks for it.
+/// The wanted files of an archive, decoded in their order by a thread of its own, which is never far ahead of
+/// those who pack them.
 class Sequence {
  public:
+  /// `listing` outlives it.
   Sequence(const std::vector<std::string>& hostPaths, const Listing& listing)
-      : listing_(listing), reader_(hostPaths, listing.begin) {}
+      : listing_(listing), reader_(hostPaths, listing.begin) {
+    StartWorkers(thread_, 1, [this] { Work(); });
+    if (thread_.empty()) throw RunTimeError(ErrorNumber::OutOfMemory, hostPaths.front());
+  }
+  /// Nobody waits any longer: it goes before those who ask it.
+  ~Sequence() {
+    Stop();
+    thread_.front().join();
+  }
 
   std::uint64_t BytesDone() const { return done_; }
 
-  /// The entry in one piece.
-  std::string Whole(std::size_t index) {
-    std::unique_lock lock(mutex_);
-    Await(lock, index);
-    std::string bytes(static_cast<std::size_t>(listing_.entries[index].size), '\0');
-    const std::size_t size = Fill(bytes.data(), bytes.size());
-    char more;
-    const bool whole = size == bytes.size() && Fill(&more, 1) == 0;
-    Pass(index);
-    if (!whole) Spoil(index);
-    return bytes;
-  }
-
-  /// The entry piece by piece, for one that is too long.
-  std::size_t Piece(std::size_t index, char* bytes, std::size_t size) {
-    std::unique_lock lock(mutex_);
-    Await(lock, index);
-    const std::size_t count = Fill(bytes, size);
-    streamed_ += count;
-    if (count > 0) return count;
-    Pass(index);
-    if (std::exchange(streamed_, 0) != listing_.entries[index].size) Spoil(index);
-    return 0;
-  }
-
-  /// Nobody waits any longer.
+  /// Ends the decoding: who asks from now on is told that it failed.
   void Stop() {
     const std::lock_guard lock(mutex_);
-    stopped_ = true;
+    if (!failure_) failure_ = std::make_exception_ptr(Damage{"it could not be read to its end"});
     turn_.notify_all();
+  }
+
+  /// The next piece of an entry, of which there must be one; the whole of an entry up to kWholeLimit.
+  std::string Next(std::size_t index) {
+    std::unique_lock lock(mutex_);
+    turn_.wait(lock, [&] { return failure_ || ahead_.contains(index); });
+    if (failure_) std::rethrow_exception(failure_);
+    const auto at = ahead_.find(index);
+    std::string piece = std::move(at->second.front());
+    at->second.pop_front();
+    if (at->second.empty()) ahead_.erase(at);
+    bytesAhead_ -= piece.size();
+    turn_.notify_all();
+    return piece;
+  }
+
+  /// An entry above that as a stream; 0 at its end. One at a time.
+  std::size_t Read(std::size_t index, char* bytes, std::size_t size) {
+    if (restAt_ == rest_.size()) {
+      if (streamed_ == listing_.entries[index].size) return streamed_ = 0;
+      rest_ = Next(index);
+      restAt_ = 0;
+    }
+    const std::size_t count = std::min(size, rest_.size() - restAt_);
+    std::memcpy(bytes, rest_.data() + restAt_, count);
+    restAt_ += count;
+    streamed_ += count;
+    return count;
   }
 
  private:
-  void Await(std::unique_lock<std::mutex>& lock, std::size_t index) {
-    turn_.wait(lock, [&] { return stopped_ || NextWanted() == index; });
-    if (stopped_) throw Damage{"it could not be read to its end"};
+  static constexpr std::size_t kLongPiece = 1u << 20, kMostAhead = 16u << 20;  // bytes
+
+  void Work() {
     try {
-      for (ForeignEntry entry; at_ <= index; ++at_)
-        if (!reader_.Next(entry) || entry.name != listing_.entries[at_].name) Spoil(at_);
+      for (std::size_t i = 0; i < listing_.entries.size(); ++i) Decode(i);
     } catch (...) {
-      stopped_ = true;
+      const std::lock_guard lock(mutex_);
+      failure_ = std::current_exception();
       turn_.notify_all();
-      throw;
     }
   }
-  std::size_t NextWanted() const {
-    std::size_t index = passed_;
-    while (index < listing_.entries.size() && !listing_.entries[index].wanted) ++index;
-    return index;
+  void Decode(std::size_t index) {
+    const ForeignEntry& expected = listing_.entries[index];
+    ForeignEntry entry;
+    if (!reader_.Next(entry) || entry.name != expected.name) Spoil(expected);
+    if (!expected.wanted) return;
+    const std::uint64_t most = expected.size > kWholeLimit ? kLongPiece : kWholeLimit;
+    std::uint64_t left = expected.size;
+    do {
+      std::string piece(static_cast<std::size_t>(std::min(left, most)), '\0');
+      Fill(piece, expected);
+      left -= piece.size();
+      char more;
+      if (left == 0 && reader_.Read(&more, 1) != 0) Spoil(expected);
+      Put(index, std::move(piece));
+    } while (left > 0);
   }
-  std::size_t Fill(char* bytes, std::size_t size) {
-    std::size_t filled = 0;
-    try {
-      while (filled < size) {
-        const std::size_t count = reader_.Read(bytes + filled, size - filled);
-        if (count == 0) break;
-        filled += count;
-        done_ += count;
-      }
-    } catch (...) {
-      stopped_ = true;
-      turn_.notify_all();
-      throw;
+  void Fill(std::string& piece, const ForeignEntry& expected) {
+    for (std::size_t filled = 0; filled < piece.size();) {
+      const std::size_t count = reader_.Read(piece.data() + filled, piece.size() - filled);
+      if (count == 0) Spoil(expected);
+      filled += count;
     }
-    return filled;
+    done_ += piece.size();
   }
-  void Pass(std::size_t index) {
-    passed_ = index + 1;
+  void Put(std::size_t index, std::string piece) {
+    std::unique_lock lock(mutex_);
+    turn_.wait(lock, [&] { return failure_ || bytesAhead_ < kMostAhead; });
+    if (failure_) std::rethrow_exception(failure_);
+    bytesAhead_ += piece.size();
+    ahead_[index].push_back(std::move(piece));
     turn_.notify_all();
   }
-  [[noreturn]] void Spoil(std::size_t index) {
-    throw Damage{"the data of " + listing_.entries[index].name + " are damaged"};
+  [[noreturn]] static void Spoil(const ForeignEntry& entry) {
+    throw Damage{"the data of " + entry.name + " are damaged"};
   }
 
   const Listing& listing_;
   ForeignReader reader_;
   std::mutex mutex_;
   std::condition_variable turn_;
-  std::size_t at_ = 0, passed_ = 0;  // entries whose header was read; entries that are done with
-  std::uint64_t streamed_ = 0;
+  std::unordered_map<std::size_t, std::deque<std::string>> ahead_;  // by entry
+  std::size_t bytesAhead_ = 0;
+  std::exception_ptr failure_;
   std::atomic<std::uint64_t> done_ = 0;
-  bool stopped_ = false;
+  std::string rest_;  // of a stream
+  std::size_t restAt_ = 0;
+  std::uint64_t streamed_ = 0;
+  std::vector<std::thread> thread_;
 };
 
 /// Whatever ends the writing, no thread is left waiting for its turn.
@@ -420,7 +444,7 @@ void RebuildAsZip(Files& files, const std::vector<std::string>& parts, const std
   }
   const auto report = [&] { progress(sequence.BytesDone(), listing.size); };
   PackQueue queue(
-      std::move(sizes), [&](std::size_t i) { return sequence.Whole(small[i]); }, WorkerCount(), report);
+      std::move(sizes), [&](std::size_t i) { return sequence.Next(small[i]); }, WorkerCount(), report);
   const StopAtEnd stop{sequence};
   ZipBuilder builder(files.Host().HostPath(archiveFile), archiveFile);
   std::size_t nextSmall = 0;
@@ -429,7 +453,7 @@ void RebuildAsZip(Files& files, const std::vector<std::string>& parts, const std
     if (!entry.wanted) continue;
     if (entry.size > kWholeLimit)
       builder.AddPieces(entry.name, entry.modified, entry.size,
-                        [&, i](char* bytes, std::size_t size) { return sequence.Piece(i, bytes, size); });
+                        [&, i](char* bytes, std::size_t size) { return sequence.Read(i, bytes, size); });
     else
       builder.AddPacked(entry.name, entry.modified, [&, mine = nextSmall++] { return queue.Take(mine); });
   }
