@@ -43,7 +43,7 @@ void DefaultFileScan::ForEachFile(const std::function<void(const DefaultFile&)>&
   for (const auto source : kSources) {
     const std::string top = program_.BelowGame(source);
     // Names are lowered as they come; the folder of the source keeps its spelling.
-    program_.files.Walk(top + "\\*.*", [&](const std::string& foundFolder, const std::string& foundName) {
+    program_.files.WalkThroughLinks(top + "\\*.*", [&](const std::string& foundFolder, const std::string& foundName) {
       const std::string below = LowerCase(std::string_view(foundFolder).substr(top.size()));
       if (IsSkipped(top + below)) return;
       const std::string name = LowerCase(foundName);

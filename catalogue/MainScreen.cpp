@@ -6,6 +6,7 @@
 #include "catalogue/DefaultFileScan.h"
 #include "catalogue/GameFolders.h"
 #include "catalogue/LoadMark.h"
+#include "catalogue/Playable.h"
 #include "catalogue/RouteRemoval.h"
 #include "catalogue/StartUp.h"
 #include "catalogue/Strangers.h"
@@ -37,7 +38,18 @@ bool MainScreen::ShowsSentinel() const {
 
 void MainScreen::SetLoadedLabel(std::string_view name) {
   const bool loaded = catalogue_.IsLoaded(name) && !ShowsSentinel();
+  ShowLoaded(loaded);
+}
+
+void MainScreen::ShowLoaded(bool loaded) {
   SetLabel("lblLoaded", lblLoaded, loaded ? "Currently loaded route" : "", true);
+  const auto playable =
+      loaded ? PlayableOf(program_, catalogue_.ZipOf(catalogue_.Loaded(), kNoData)) : std::nullopt;
+  SetLabel("lblPlayable", lblPlayable, playable ? playable->Text() : "", playable.has_value());
+}
+
+void MainScreen::lblPlayableClick() {
+  if (lblPlayable.visible) program_.shell.OpenInShell(program_.app.CausesOfLoaded());
 }
 
 void MainScreen::ResetButtonImages() {
@@ -198,7 +210,7 @@ void MainScreen::ShowAfterRemoval() {
     const bool none = loaded == kNoData;
     ShowPreview(none ? program_.app.DefaultPicture() : program_.app.Preview(loaded));
     SetLabel("lblRouteName", lblRouteName, none ? std::string(kNoRouteLoaded) : name, true);
-    SetLabel("lblLoaded", lblLoaded, none ? "" : "Currently loaded route", true);
+    ShowLoaded(!none);
     if (!none) catalogue_.Select(name, loaded);
   }
   PreviewPath = program_.app.Preview(loaded);
@@ -234,7 +246,7 @@ void MainScreen::CloseList() {
   ResetButtonImages();
   SetLabel("lblRouteName", lblRouteName, catalogue_.ReadCurrent("Temp", kNoRouteLoaded), true);
   SetLoadedLabel(lblRouteName.text);
-  if (lblRouteName.text == kNoData) SetLabel("lblLoaded", lblLoaded, "", true);
+  if (lblRouteName.text == kNoData) ShowLoaded(false);
   std::string& zip = program_.shared.SelectedZip;
   zip = catalogue_.ReadCurrent("Zip", kNoRouteLoaded);
   const bool noPreview =
@@ -243,7 +255,7 @@ void MainScreen::CloseList() {
   if (lblRouteName.text == kNoData) SetLabel("lblRouteName", lblRouteName, std::string(kAddSomeRoutes), true);
   if (lblRouteName.text == kAddSomeRoutes) {
     program_.shared.FlashTarget = "manage";
-    SetLabel("lblLoaded", lblLoaded, "", true);
+    ShowLoaded(false);
   }
   Timer1.enabled = true;
   HideLists();
@@ -283,7 +295,7 @@ void MainScreen::TimerWaitTick() {
   for (Button* button : {&btnLoad, &btnExit}) button->visible = button->enabled = true;
   if (lblRouteName.text == kAddSomeRoutes) {
     if (program_.shared.FlashTarget != "options") program_.shared.FlashTarget = "manage";
-    SetLabel("lblLoaded", lblLoaded, "", true);
+    ShowLoaded(false);
   }
   TimerWait.enabled = false;
 }
@@ -379,7 +391,7 @@ void MainScreen::LoadSelectedRoute() {
   if (ShowsSentinel()) {
     const bool choose = lblRouteName.text == kNoRouteLoaded && catalogue_.AnyRoute();
     SetLabel("lblRouteName", lblRouteName, std::string(kNoRouteLoaded), true);
-    SetLabel("lblLoaded", lblLoaded, "", true);
+    ShowLoaded(false);
     program_.shared.FlashTarget = choose ? "down" : "manage";
     program_.Refuse();
     return;

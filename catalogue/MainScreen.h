@@ -18,6 +18,9 @@ class MainScreen : public Screen {
 
   Label lblRouteName{"No route loaded."}, lblLoaded{""},
       lblRightClick{"Right click a route for options >", false};
+  /// How many activities of the loaded route can be played, while its name is on view; empty until a Checkup
+  /// has looked. A click opens the page of causes at it.
+  Label lblPlayable{"", false};
   /// Path of the picture on view.
   std::string imgRoute;
   List ListRoutes{.enabled = false, .visible = false}, infoList{.enabled = false, .visible = false};
@@ -55,6 +58,8 @@ class MainScreen : public Screen {
   void infoListHover(int row);
   /// A click on the hint or on the background.
   void CloseList();
+
+  void lblPlayableClick();
 
   void btnInfoClick();
   /// Left press on a row of infoList.
@@ -96,6 +101,7 @@ class MainScreen : public Screen {
   void ShowPreview(const std::string& path);
   /// "Currently loaded route" when `name` is the loaded one and the label shows a route.
   void SetLoadedLabel(std::string_view name);
+  void ShowLoaded(bool loaded);
   void HideLists();
   void ShowToolsState();
   void FillTools(const std::string& row);

@@ -123,7 +123,7 @@ void StartUp::ShowLoadedRoute() {
   if (loaded == kNoData) {
     main_.ShowPreview(program_.app.DefaultPicture());
     main_.SetLabel("lblRouteName", main_.lblRouteName, std::string(kNoRouteLoaded), true);
-    main_.SetLabel("lblLoaded", main_.lblLoaded, "", true);
+    main_.ShowLoaded(false);
     return;
   }
   ShowRouteOrNothing(std::move(name), std::move(loaded));
@@ -134,7 +134,7 @@ void StartUp::ShowRouteOrNothing(std::string name, std::string loaded) {
   main_.ShowPreview(there ? program_.app.Preview(loaded) : program_.app.DefaultPicture());
   if (!there) name = loaded = kNoRouteLoaded;  // its file was deleted by hand
   main_.SetLabel("lblRouteName", main_.lblRouteName, name, true);
-  main_.SetLabel("lblLoaded", main_.lblLoaded, there ? "Currently loaded route" : "", true);
+  main_.ShowLoaded(there);
   catalogue_.Select(name, loaded);
 }
 
@@ -173,11 +173,11 @@ void StartUp::ChooseFlashTarget() {
   const bool wrongFolder = target == "options";
   if (main_.ShowsSentinel()) {
     if (!wrongFolder) target = "down";
-    main_.SetLabel("lblLoaded", main_.lblLoaded, "", true);
+    main_.ShowLoaded(false);
   }
   if (!catalogue_.AnyRoute()) {
     if (!wrongFolder) target = "manage";
-    main_.SetLabel("lblLoaded", main_.lblLoaded, "", true);
+    main_.ShowLoaded(false);
   }
 }
 

@@ -8,73 +8,50 @@ ActivityVerification::ActivityVerification(Program& program, Progress& progress,
                                            const ServiceVerification& services, FinalReport& report)
     : program_(program), progress_(progress), scan_(scan), services_(services), report_(report) {}
 
-void ActivityVerification::VerifyActivities(const std::vector<std::string>& lstAllActivities) {
+void ActivityVerification::VerifyActivities(const std::vector<GameFile>& lstAllActivities,
+                                            const std::vector<FileFacts>& facts) {
   scan_.BeginPass();
   const int count = static_cast<int>(lstAllActivities.size());
   progress_.Maximum(count);
   progress_.Value(count);
   progress_.Value(0);
-  int value = 0;
-  for (const auto& path : lstAllActivities) {
-    progress_.Value(++value);
-    progress_.Detail(static_cast<std::uint64_t>(value), lstAllActivities.size(), "activities");
-    program_.Step("Verifying the activity " + path);
-    Verify(path);
+  for (std::size_t i = 0; i < lstAllActivities.size(); ++i) {
+    progress_.Value(static_cast<int>(i) + 1);
+    progress_.Detail(i + 1, lstAllActivities.size(), "activities");
+    program_.Step("Verifying the activity " + lstAllActivities[i].path);
+    Verify(lstAllActivities[i].path, facts[i]);
   }
 }
 
-void ActivityVerification::Verify(const std::string& path) {
-  const GameText text(program_.files, path);
+void ActivityVerification::Verify(const std::string& path, const FileFacts& facts) {
   const RouteFile file = TakeApart(program_, path, "\\activities\\");
-  TakeName(text);
-  VerifyOtherServices(text, file, VerifyPlayersService(text, file));
-  scan_.ScanFile(text, [&](const TrainFault& fault) {
+  facts.Require(FileFacts::Broken::Reading);
+  facts.Require(FileFacts::Broken::Name);
+  if (facts.name) activityName_ = *facts.name;
+  VerifyOtherServices(facts, file, VerifyPlayersService(facts, file));
+  scan_.ScanFile(path, facts, [&](const TrainFault& fault) {
     report_.AddActivity(file.route, activityName_, file.name);
     report_.AddTrain(fault);
   });
 }
 
-void ActivityVerification::TakeName(const GameText& text) {
-  constexpr std::string_view kName = "name (";
-  if (text.Empty()) return;
-  const auto at = text.Find(kName, 0);
-  if (at == GameText::kNone) {
-    activityName_ = "unknown";
-    return;
+std::uint32_t ActivityVerification::VerifyPlayersService(const FileFacts& facts, const RouteFile& file) {
+  std::uint32_t from = 0;
+  for (const auto& call : facts.playersServices) {
+    if (!ServiceIsGood(file, call.service)) return from;
+    from = call.end;
   }
-  const auto start = at + kName.size();
-  const auto name = text.Between(start, text.FindCharacter(')', start), "\"Name (\" is not closed");
-  activityName_ = "\"" + WithoutQuotes(name) + "\"";
-}
-
-std::size_t ActivityVerification::VerifyPlayersService(const GameText& text, const RouteFile& file) {
-  constexpr std::string_view kDefinition = "player_service_definition (";
-  std::size_t from = 0;
-  for (auto at = text.Find(kDefinition, from); at != GameText::kNone; at = text.Find(kDefinition, from)) {
-    const auto start = at + kDefinition.size(), end = text.FindCharacter('\r', start);
-    const auto name = text.Between(start, end, "\"Player_Service_Definition (\" has no end");
-    if (!ServiceIsGood(file, WithoutQuotes(name))) break;
-    from = end;
-  }
+  facts.Require(FileFacts::Broken::PlayersServices);
   return from;
 }
 
-void ActivityVerification::VerifyOtherServices(const GameText& text, const RouteFile& file,
-                                               std::size_t from) {
-  // The tab keeps the player's definition out.
-  constexpr std::string_view kDefinition = "\tservice_definition (";
-  for (auto at = text.Find(kDefinition, from); at != GameText::kNone; at = text.Find(kDefinition, from)) {
-    const auto start = at + kDefinition.size(), end = text.FindCharacter('\r', start);
-    const std::string line = Trim(text.Between(start, end, "\"Service_Definition (\" has no end"));
-    // The name ends where the start time begins; the blank in front of the name makes up for the one behind
-    // it.
-    const auto blank = line.rfind(' ');
-    const std::size_t length =
-        blank == line.npos ? 0 : CharacterCount(std::string_view(line).substr(0, blank + 1));
-    const std::string_view name = FirstCharacters(text.Text().substr(start), length);
-    if (!ServiceIsGood(file, WithoutQuotes(name))) break;
-    from = end;
+void ActivityVerification::VerifyOtherServices(const FileFacts& facts, const RouteFile& file,
+                                               std::uint32_t from) {
+  for (const auto& call : facts.otherServices) {
+    if (call.at < from) continue;
+    if (!ServiceIsGood(file, call.service)) return;
   }
+  facts.Require(FileFacts::Broken::OtherServices);
 }
 
 bool ActivityVerification::ServiceIsGood(const RouteFile& file, const std::string& service) {

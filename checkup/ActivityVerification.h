@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "checkup/FinalReport.h"
+#include "checkup/GameFiles.h"
 #include "checkup/ItemScan.h"
-#include "checkup/RouteFiles.h"
 #include "checkup/ServiceVerification.h"
 
 namespace quillon {
@@ -16,14 +16,13 @@ class ActivityVerification {
   ActivityVerification(Program& program, Progress& progress, ItemScan& scan,
                        const ServiceVerification& services, FinalReport& report);
 
-  void VerifyActivities(const std::vector<std::string>& lstAllActivities);
+  void VerifyActivities(const std::vector<GameFile>& lstAllActivities, const std::vector<FileFacts>& facts);
 
  private:
-  void Verify(const std::string& path);
-  void TakeName(const GameText& text);
+  void Verify(const std::string& path, const FileFacts& facts);
   /// Gives the position behind the last good one.
-  std::size_t VerifyPlayersService(const GameText& text, const RouteFile& file);
-  void VerifyOtherServices(const GameText& text, const RouteFile& file, std::size_t from);
+  std::uint32_t VerifyPlayersService(const FileFacts& facts, const RouteFile& file);
+  void VerifyOtherServices(const FileFacts& facts, const RouteFile& file, std::uint32_t from);
   /// False, with its records, for a service that is missing or bad.
   bool ServiceIsGood(const RouteFile& file, const std::string& service);
 

@@ -18,7 +18,7 @@ struct Cause {
   enum class Kind { MissingFolder, MisplacedFolder, MissingFile, MissingConsist, MissingService };
 
   Kind kind = Kind::MissingFolder;
-  std::string name;   // of the train folder, the file, the consist or the service; these two without extension
+  std::string name;  // of the train folder, the file, the consist or the service; these two without extension
   std::string place;  // the train folder of a missing file, the route's folder of a missing service
   std::vector<std::string> files;       // of trains that are asked for in it, with extension
   std::vector<std::string> consists;    // that need it, without extension
@@ -60,6 +60,8 @@ struct CauseList {
 
   /// How many activities can be played; of one route's folder, or of all.
   int Playable(const std::string& routeFolder = {}) const;
+  /// How many there are.
+  int Activities(const std::string& routeFolder = {}) const;
 };
 
 }  // namespace quillon

@@ -2,16 +2,36 @@
 
 #include <utility>
 
+#include "checkup/CauseFile.h"
+#include "checkup/Causes.h"
+#include "checkup/CheckupReport.h"
+#include "core/Text.h"
+
 namespace quillon {
+
+bool GameIsKnown(Program& program, Progress& progress, const std::function<void()>& stopTimer) {
+  program.Step("Looking for Train Simulator");
+  if (program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) != "No") return true;
+  program.boxes.Tell("Train Simulator not found!",
+                     "You must enter the correct path to Train Simulator on the Quillon Options screen.");
+  stopTimer();
+  progress.Colour(kRed);
+  progress.Value(100);
+  progress.Caption("Go to Options...");
+  program.Refuse();
+  return false;
+}
 
 Checkup::Checkup(Program& program, Progress& progress, std::function<void()> stopTimer)
     : program_(program),
       progress_(progress),
       stopTimer_(std::move(stopTimer)),
+      cache_(program),
+      reader_(program, cache_),
       trains_(program),
-      scan_(trains_, program.shared.LastVerifiedItem),
+      scan_(trains_, reader_.Items(), program.shared.LastVerifiedItem),
       report_(program),
-      consists_(program, progress, scan_, report_),
+      consists_(program, progress, reader_, scan_, report_),
       services_(program, progress, consists_, report_),
       activities_(program, progress, scan_, services_, report_) {}
 
@@ -30,27 +50,34 @@ void Checkup::ClearRecords() {
   program_.files.MakeFolderIfMissing(trains);
 }
 
-/// False, and said so, when the options name no game.
 bool Checkup::InitCheckupPaths() {
-  program_.Step("Looking for Train Simulator");
-  const std::string settings = program_.app.SettingsIni();
-  if (program_.ini.ReadIni("TrainSim", "Train.exe", "No", settings) == "No") {
-    program_.boxes.Tell("Train Simulator not found!",
-                        "You must enter the correct path to Train Simulator on the Quillon Options screen.");
-    stopTimer_();
-    progress_.Colour(kRed);
-    progress_.Value(100);
-    progress_.Caption("Go to Options...");
-    program_.Refuse();
-    return false;
-  }
+  if (!GameIsKnown(program_, progress_, stopTimer_)) return false;
   progress_.Caption("Initializing paths...");
-  program_.shared.TrainSimPath = program_.ini.ReadIni("TrainSim", "Path", kNoData, settings);
+  program_.shared.TrainSimPath =
+      program_.ini.ReadIni("TrainSim", "Path", kNoData, program_.app.SettingsIni());
   return true;
 }
 
 void Checkup::CheckEverything() {
   const FileSystem::Pass pass(program_.files.Host());
+  try {
+    RunPasses();
+  } catch (const RunTimeError& error) {
+    const std::string step = program_.step;
+    try {
+      RecordCauses(error.text() + ": " + error.path() +
+                   (error.reason().empty() ? "" : ", " + error.reason()));
+      program_.shared.ShowReportWhenDone = false;
+      WriteCheckupReport(program_);
+    } catch (const RunTimeError&) {  // the first error is the one to tell
+    }
+    program_.Step(step);
+    throw;
+  }
+  RecordCauses("");
+}
+
+void Checkup::RunPasses() {
   const auto records = program_.ini.Batch();
   report_.Create();
   progress_.Caption("Creating train database...");
@@ -64,12 +91,47 @@ void Checkup::CheckEverything() {
   consists_.VerifyConsists();
   progress_.Maximum(100);
   progress_.Caption("Verifying services...");
-  program_.Step("Looking for services and activities");
-  const RouteFileLists lists = WalkRoutes(program_);
-  services_.VerifyServices(lists.lstServices);
+  ReadServices();
+  services_.VerifyServices(lists_->lstServices, *serviceFacts_);
   progress_.Caption("Verifying activities...");
-  activities_.VerifyActivities(lists.lstAllActivities);
-  barMaximum_ = static_cast<int>(lists.lstAllActivities.size());
+  ReadActivities();
+  activities_.VerifyActivities(lists_->lstAllActivities, *activityFacts_);
+  barMaximum_ = static_cast<int>(lists_->lstAllActivities.size());
+}
+
+void Checkup::ReadServices() {
+  program_.Step("Looking for services and activities");
+  if (!lists_) lists_ = WalkRoutes(program_);
+  if (!serviceFacts_) serviceFacts_ = Read(FileKind::Service, lists_->lstServices, "services");
+}
+
+void Checkup::ReadActivities() {
+  if (!activityFacts_) activityFacts_ = Read(FileKind::Activity, lists_->lstAllActivities, "activities");
+}
+
+std::vector<FileFacts> Checkup::Read(FileKind kind, const std::vector<GameFile>& files, const char* unit) {
+  return reader_.Read(kind, files, [&](std::size_t done) {
+    progress_.Detail(done, files.size(), unit);
+    progress_.Yield();
+  });
+}
+
+void Checkup::RecordCauses(const std::string& upTo) {
+  ReadServices();  // a Checkup that ended early has not come to them
+  ReadActivities();
+  CauseInput input{reader_.Items(), trains_, {}, {}, {}};
+  for (std::size_t i = 0; i < consists_.Facts().size(); ++i)
+    input.consists.push_back({CutAtLastDot(consists_.Consists()[i].shown), &consists_.Facts()[i]});
+  for (std::size_t i = 0; i < serviceFacts_->size(); ++i)
+    input.services.push_back(CauseInput::Place(lists_->lstServices[i].shown, (*serviceFacts_)[i]));
+  for (std::size_t i = 0; i < activityFacts_->size(); ++i)
+    input.activities.push_back(CauseInput::Place(lists_->lstAllActivities[i].shown, (*activityFacts_)[i]));
+  CauseList list = FindCauses(program_, input);
+  list.upTo = upTo;
+  WriteCauses(program_, list);
+  cache_.Save({{FileKind::Consist, consists_.Consists(), consists_.Facts()},
+               {FileKind::Service, lists_->lstServices, *serviceFacts_},
+               {FileKind::Activity, lists_->lstAllActivities, *activityFacts_}});
 }
 
 void Checkup::Finish() {

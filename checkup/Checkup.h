@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "checkup/ActivityVerification.h"
 #include "checkup/ConsistAnalysis.h"
@@ -14,6 +16,9 @@
 #include "core/Progress.h"
 
 namespace quillon {
+
+/// False, and said so, when the options name no game.
+bool GameIsKnown(Program& program, Progress& progress, const std::function<void()>& stopTimer);
 
 class Checkup {
  public:
@@ -28,18 +33,28 @@ class Checkup {
   void ClearRecords();
   bool InitCheckupPaths();
   void CheckEverything();
+  void RunPasses();
+  void ReadServices();
+  void ReadActivities();
+  std::vector<FileFacts> Read(FileKind kind, const std::vector<GameFile>& files, const char* unit);
+  /// `upTo` says what ended the passes; empty after whole ones.
+  void RecordCauses(const std::string& upTo);
   void Finish();
 
   Program& program_;
   int barMaximum_ = 100;
   Progress& progress_;
   const std::function<void()> stopTimer_;
+  FactsCache cache_;
+  FactsReader reader_;
   TrainDatabase trains_;
   ItemScan scan_;
   FinalReport report_;
   ConsistAnalysis consists_;
   ServiceVerification services_;
   ActivityVerification activities_;
+  std::optional<RouteFileLists> lists_;
+  std::optional<std::vector<FileFacts>> serviceFacts_, activityFacts_;
 };
 
 }  // namespace quillon

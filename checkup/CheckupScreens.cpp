@@ -1,11 +1,21 @@
 #include "checkup/CheckupScreens.h"
 
+#include <utility>
+
+#include "catalogue/Catalogue.h"
+#include "checkup/CauseFile.h"
 #include "checkup/Checkup.h"
 #include "checkup/CheckupReport.h"
+#include "checkup/RouteCheckup.h"
+#include "checkup/TrainMoves.h"
 
 namespace quillon {
 
 void ReportOptionsScreen::Activate() {
+  const auto causes = ReadCauses(program_);
+  btnCauses.enabled = causes.has_value();
+  btnFix.enabled = causes && !PossibleMoves(program_, *causes).empty();
+  btnRoutes.enabled = Catalogue(program_).AnyRoute();
   if (program_.files.FileExists(program_.app.TrainRecord("finalreport.ini"))) return;
   SetTrains(2);
   program_.shared.CheckTrains = true;
@@ -58,6 +68,27 @@ void ReportOptionsScreen::CloseWithoutRun() {
   program_.stage.Unload(Name());
 }
 
+void ReportOptionsScreen::btnCausesClick() {
+  if (!btnCauses.enabled) return;
+  program_.shell.OpenInShell(program_.app.CausesHtml());
+  CloseWithoutRun();
+}
+
+void ReportOptionsScreen::btnFixClick() {
+  const auto causes = ReadCauses(program_);
+  if (!btnFix.enabled || !causes) return;
+  if (AskAndMove(program_, PossibleMoves(program_, *causes))) RunCheckup(true);
+}
+
+void ReportOptionsScreen::btnRoutesClick() {
+  if (btnRoutes.enabled) JudgeRoutes(Catalogue(program_).BuildList().zips, true);
+}
+
+void ReportOptionsScreen::JudgeRoutes(const std::vector<std::string>& zips, bool show) {
+  program_.shared.RoutesToJudge = zips;
+  RunCheckup(show);
+}
+
 void ReportOptionsScreen::btnCancelClick() {
   program_.Refuse();
   program_.stage.Unload(Name());
@@ -66,11 +97,29 @@ void ReportOptionsScreen::btnCancelClick() {
 void ActivityCheckScreen::Activate() {
   if (ran_) return;
   ran_ = true;
+  ofRoutes_ = !program_.shared.RoutesToJudge.empty();
   {
     const Work work(*this);
-    Checkup(program_, *this, [this] { Timer1.enabled = false; }).Run();
+    if (ofRoutes_)
+      JudgeRoutes();
+    else
+      Checkup(program_, *this, [this] { Timer1.enabled = false; }).Run();
   }
   btnOK.enabled = true;
+  btnCauses.enabled = !ofRoutes_ && program_.files.FileExists(program_.app.CausesHtml());
+}
+
+void ActivityCheckScreen::JudgeRoutes() {
+  const auto zips = std::exchange(program_.shared.RoutesToJudge, {});
+  const auto stopTimer = [this] { Timer1.enabled = false; };
+  program_.shared.CheckTrains = false;
+  if (!GameIsKnown(program_, *this, stopTimer)) return;
+  Caption("Judging routes...");
+  WriteRouteCauses(program_, RouteCheckup(program_, *this).Judge(zips));
+  stopTimer();
+  Colour(kGreen);
+  Value(100);
+  Caption("Finished!");
 }
 
 void ActivityCheckScreen::Timer1Tick() {
@@ -81,6 +130,12 @@ void ActivityCheckScreen::Timer1Tick() {
 
 void ActivityCheckScreen::btnOKClick() {
   SharedState& shared = program_.shared;
+  if (ofRoutes_) {
+    if (shared.ShowReportWhenDone) program_.shell.OpenInShell(program_.app.CausesOfRoutes());
+    shared.ShowReportWhenDone = false;
+    program_.stage.Unload(Name());
+    return;
+  }
   Caption("Generating report...");
   if (shared.ShowReportWhenDone && !shared.CheckTrains) {
     program_.shell.OpenInShell(CheckupPage(program_));
@@ -90,6 +145,16 @@ void ActivityCheckScreen::btnOKClick() {
   }
   shared.CheckTrains = false;
   program_.stage.Unload(Name());
+}
+
+/// The report is written all the same.
+void ActivityCheckScreen::btnCausesClick() {
+  if (!btnCauses.enabled) return;
+  program_.shell.OpenInShell(program_.app.CausesHtml());
+  const bool report = program_.shared.ShowReportWhenDone;
+  btnOKClick();
+  program_.shared.ShowReportWhenDone = false;
+  program_.shared.BuildReportOnReturn = report;
 }
 
 }  // namespace quillon

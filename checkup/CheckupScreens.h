@@ -1,6 +1,9 @@
 // The models of frmReportOptions and frmActivityCheck.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "core/Controls.h"
 #include "core/Screen.h"
 
@@ -24,6 +27,18 @@ class ReportOptionsScreen : public Screen {
   void btnOKClick();
   void btnCancelClick();
 
+  /// What to do first: the page of causes. Off while there is none.
+  Button btnCauses{.enabled = false};
+  /// Renames misplaced trains, after a question. Off while nothing can be renamed.
+  Button btnFix{.enabled = false};
+  /// Judges all routes, loaded or not. Off while there is none.
+  Button btnRoutes{.enabled = false};
+  void btnCausesClick();
+  void btnFixClick();
+  void btnRoutesClick();
+  /// Judges these routes, by their zip names, and opens the page of it when `show` is set.
+  void JudgeRoutes(const std::vector<std::string>& zips, bool show);
+
  private:
   // A changed value fires the box's click handler.
   void SetTrains(int value);
@@ -38,6 +53,8 @@ class ActivityCheckScreen : public ProgressScreen {
   explicit ActivityCheckScreen(Program& program) : ProgressScreen(program, "frmActivityCheck") {}
 
   Button btnOK{.enabled = false};
+  /// Opens the page of causes in place of the report. Off until the run has ended.
+  Button btnCauses{.enabled = false};
   /// Decorative: moves the bar while the train database is built.
   Timer Timer1{20, true};
 
@@ -45,10 +62,14 @@ class ActivityCheckScreen : public ProgressScreen {
   void Activate() override;
   void Timer1Tick();
   void btnOKClick();
+  void btnCausesClick();
 
  private:
+  void JudgeRoutes();
+
   int CheckupCounter_ = 0;
   bool ran_ = false;
+  bool ofRoutes_ = false;  // not the game: nothing is told of it elsewhere
 };
 
 }  // namespace quillon

@@ -8,15 +8,14 @@ namespace {
 
 constexpr std::string_view kConsists = "\\Trains\\Consists\\",
                            kBackups = "\\Trains\\Consists\\QN-Backed-up-consists";
-constexpr std::string_view kTrainCfg = "traincfg (";
-constexpr std::string_view kUsualComment = "comment(individual consist name usually same name as this file)";
-
 }  // namespace
 
-ConsistAnalysis::ConsistAnalysis(Program& program, Progress& progress, ItemScan& scan, FinalReport& report)
+ConsistAnalysis::ConsistAnalysis(Program& program, Progress& progress, FactsReader& reader, ItemScan& scan,
+                                 FinalReport& report)
     : program_(program),
       files_(program.files),
       progress_(progress),
+      reader_(reader),
       scan_(scan),
       report_(report),
       LastConsistName(program.shared.LastConsistName) {}
@@ -30,19 +29,21 @@ std::string ConsistAnalysis::BackupPathOf(std::string_view file) const {
 }
 
 void ConsistAnalysis::LoadConsistList() {
-  ConsistFileArray.clear();
   names_ = {""};
   BringBack();
-  const std::vector<std::string> files = files_.ListFiles(PathOf("*.con"));
-  progress_.Maximum(static_cast<int>(files.size()));
-  int value = 0;
-  progress_.Value(value);
+  ConsistFileArray = ListGameFiles(program_, PathOf(""), ".con");
+  const auto all = ConsistFileArray.size();
+  progress_.Maximum(static_cast<int>(all));
+  progress_.Value(0);
   log_.reset();
-  for (const auto& file : files) {
-    progress_.Value(++value);
-    progress_.Detail(static_cast<std::uint64_t>(value), files.size(), "consists");
-    program_.Step("Reading the consist " + file);
-    ReadConsistCfg(LowerCase(file));
+  program_.Step("Reading the consists");
+  facts_ = reader_.Read(FileKind::Consist, ConsistFileArray, [&](std::size_t done) {
+    progress_.Detail(done, all, "consists");
+    progress_.Yield();
+  });
+  for (std::size_t i = 0; i < all; ++i) {
+    progress_.Value(static_cast<int>(i) + 1);
+    ReadConsistCfg(i);
   }
 }
 
@@ -56,28 +57,18 @@ void ConsistAnalysis::BringBack() {
   }
 }
 
-void ConsistAnalysis::ReadConsistCfg(const std::string& file) {
-  TakeConfigName(GameText(files_, PathOf(file)));
-  LastConsistName = ReplaceAll(LastConsistName, "\"", "");
-  ConsistFileArray.push_back(file);
-  const std::string name = LowerCase(LastConsistName), number = std::to_string(ConsistFileArray.size());
+void ConsistAnalysis::ReadConsistCfg(std::size_t consist) {
+  const FileFacts& facts = facts_[consist];
+  const std::string file(FileNameOf(ConsistFileArray[consist].path));
+  program_.Step("Reading the consist " + file);
+  facts.Require(FileFacts::Broken::Reading);
+  if (facts.name) LastConsistName = *facts.name;
+  facts.Require(FileFacts::Broken::Name);
+  const std::string name = LowerCase(LastConsistName), number = std::to_string(consist + 1);
   names_.insert(name);
   if (!log_) log_ = std::make_unique<ListFile>(files_, program_.app.TrainRecord("conarray.log"), true);
   log_->Add("Added to ConsistFileArray(" + number + "): " + file + "\r\nAdded to ConsistCfg(" + number +
             "): " + name + "\r\n");
-}
-
-/// The last one of the file counts.
-void ConsistAnalysis::TakeConfigName(const GameText& text) {
-  for (auto at = text.Find(kTrainCfg, 0); at != GameText::kNone;) {
-    const auto start = at + kTrainCfg.size();
-    auto end = text.FindCharacter('\r', start);
-    if (end == GameText::kNone) end = text.FindCharacter('\n', start);
-    if (end == GameText::kNone) end = text.FindCharacter('\t', start);
-    LastConsistName =
-        Trim(ReplaceAll(text.Between(start, end, "\"TrainCfg (\" has no end"), kUsualComment, ""));
-    at = text.Find(kTrainCfg, end);
-  }
 }
 
 void ConsistAnalysis::VerifyConsists() {
@@ -87,19 +78,19 @@ void ConsistAnalysis::VerifyConsists() {
   progress_.Value(0);
   scan_.BeginPass();
   progress_.Caption("Verifying ");  // for the nameless element in front of the list
-  std::uint64_t done = 0;
-  for (const auto& file : ConsistFileArray) {
+  for (std::size_t i = 0; i < ConsistFileArray.size(); ++i) {
+    const std::string file(FileNameOf(ConsistFileArray[i].path));
     program_.Step("Verifying the consist " + file);
-    Verify(file);
-    progress_.Detail(++done, ConsistFileArray.size(), "consists");
+    Verify(i, file);
+    progress_.Detail(i + 1, ConsistFileArray.size(), "consists");
     progress_.Caption("Verifying " + file);
   }
   progress_.Maximum(100);
 }
 
-void ConsistAnalysis::Verify(const std::string& file) {
+void ConsistAnalysis::Verify(std::size_t consist, const std::string& file) {
   bool bad = false;
-  scan_.ScanFile(GameText(files_, PathOf(file)), [&](const TrainFault& fault) {
+  scan_.ScanFile(ConsistFileArray[consist].path, facts_[consist], [&](const TrainFault& fault) {
     bad = true;
     report_.AddConsist(file);
     report_.AddTrain(fault);

@@ -8,6 +8,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "checkup/FactsReader.h"
 #include "checkup/FinalReport.h"
 #include "checkup/ItemScan.h"
 #include "core/Program.h"
@@ -17,34 +18,40 @@ namespace quillon {
 
 class ConsistAnalysis {
  public:
-  ConsistAnalysis(Program& program, Progress& progress, ItemScan& scan, FinalReport& report);
+  ConsistAnalysis(Program& program, Progress& progress, FactsReader& reader, ItemScan& scan,
+                  FinalReport& report);
 
-  /// Brings backed-up consists back and reads the names of all.
+  /// Brings backed-up consists back and reads all.
   void LoadConsistList();
   /// Moves the bad ones away. Their names stay known.
   void VerifyConsists();
 
   /// Whether a consist of this lower-case name was seen, also one that has been moved since.
   bool IsKnownName(const std::string& name) const { return names_.contains(name); }
+
+  /// All consists as they were before the bad ones were moved away, and their facts.
+  const std::vector<GameFile>& Consists() const { return ConsistFileArray; }
+  const std::vector<FileFacts>& Facts() const { return facts_; }
   std::string PathOf(std::string_view file) const;
   std::string BackupPathOf(std::string_view file) const;
 
  private:
   void BringBack();
-  void ReadConsistCfg(const std::string& file);
-  void TakeConfigName(const GameText& text);
-  void Verify(const std::string& file);
+  void ReadConsistCfg(std::size_t consist);
+  void Verify(std::size_t consist, const std::string& file);
   void MoveAway(const std::string& file);
 
   Program& program_;
   Files& files_;
   Progress& progress_;
+  FactsReader& reader_;
   ItemScan& scan_;
   FinalReport& report_;
-  std::vector<std::string> ConsistFileArray;  // lower case, with extension
-  std::unique_ptr<ListFile> log_;             // conarray.log, made with the first consist
-  std::unordered_set<std::string> names_;     // ConsistCfg, and the empty text at its index 0
-  std::string& LastConsistName;               // carried over to a consist without a name
+  std::vector<GameFile> ConsistFileArray;  // the names in lower case, with extension
+  std::vector<FileFacts> facts_;
+  std::unique_ptr<ListFile> log_;          // conarray.log, made with the first consist
+  std::unordered_set<std::string> names_;  // ConsistCfg, and the empty text at its index 0
+  std::string& LastConsistName;            // carried over to a consist without a name
 };
 
 }  // namespace quillon

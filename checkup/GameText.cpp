@@ -11,17 +11,25 @@ char AsciiLower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32
 
 }  // namespace
 
-GameText::GameText(Files& files, std::string path)
-    : path_(std::move(path)), text_(DecodeGameText(files.ReadAll(path_))), lower_(text_.size(), '\0') {
+GameText::GameText(std::string path, std::string_view bytes)
+    : path_(std::move(path)), text_(DecodeGameText(bytes)), lower_(text_.size(), '\0') {
   std::transform(text_.begin(), text_.end(), lower_.begin(), AsciiLower);
 }
 
-void GameText::Fail(std::size_t position, const char* reason) const {
+std::size_t GameText::LineOf(std::size_t position) const {
   std::size_t line = 1;
   for (std::size_t at = 0; at < std::min(position, text_.size()); ++at)
     line += text_[at] == '\r' || (text_[at] == '\n' && (at == 0 || text_[at - 1] != '\r')) ? 1 : 0;
-  throw RunTimeError(ErrorNumber::InvalidProcedureCall, path_,
-                     "line " + std::to_string(line) + ": " + reason + "; mend or remove this file");
+  return line;
+}
+
+RunTimeError GameText::ErrorAt(const std::string& path, std::size_t line, const char* reason) {
+  return RunTimeError(ErrorNumber::InvalidProcedureCall, path,
+                      "line " + std::to_string(line) + ": " + reason + "; mend or remove this file");
+}
+
+void GameText::Fail(std::size_t position, const char* reason) const {
+  throw ErrorAt(path_, LineOf(position), reason);
 }
 
 std::string_view GameText::Between(std::size_t from, std::size_t to, const char* lacking) const {

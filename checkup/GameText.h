@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/Files.h"
+#include "core/RunTimeError.h"
 
 namespace quillon {
 
@@ -14,8 +14,8 @@ class GameText {
  public:
   static constexpr std::size_t kNone = std::string_view::npos;
 
-  /// Reads the file; raises the RunTimeErrors of that.
-  GameText(Files& files, std::string path);
+  /// `bytes` are those of the file at `path`.
+  GameText(std::string path, std::string_view bytes);
 
   /// Position of `token`, which is lower-case ASCII and matches in any case, at or behind `from`; kNone when
   /// there is none.
@@ -31,8 +31,12 @@ class GameText {
   std::string_view Text() const { return text_; }
   std::string_view Lower() const { return lower_; }
   const std::string& Path() const { return path_; }
+  /// From 1.
+  std::size_t LineOf(std::size_t position) const;
   /// Raises error 5 about the line at `position`.
   [[noreturn]] void Fail(std::size_t position, const char* reason) const;
+  /// The error about a line of the file at `path`.
+  static RunTimeError ErrorAt(const std::string& path, std::size_t line, const char* reason);
 
  private:
   std::string path_, text_, lower_;

@@ -1,12 +1,11 @@
-// The scan of "EngineData (" and "WagonData (" items in consists and activities.
+// The judgement of "EngineData (" and "WagonData (" items in consists and activities.
 #pragma once
 
 #include <functional>
 #include <string>
-#include <string_view>
-#include <unordered_set>
+#include <vector>
 
-#include "checkup/GameText.h"
+#include "checkup/GameFacts.h"
 #include "checkup/TrainDatabase.h"
 
 namespace quillon {
@@ -20,24 +19,22 @@ struct TrainFault {
 
 class ItemScan {
  public:
-  /// Both outlive the scan; the second is lower case and lives on between runs.
-  ItemScan(const TrainDatabase& trains, std::string& lastVerifiedItem)
-      : trains_(trains), LastVerifiedItem(lastVerifiedItem) {}
+  /// All outlive the scan; the last is lower case and lives on between runs.
+  ItemScan(const TrainDatabase& trains, ItemTable& items, std::string& lastVerifiedItem)
+      : trains_(trains), items_(items), LastVerifiedItem(lastVerifiedItem) {}
 
-  /// Forgets which items were found good.
+  /// Forgets which items were found good. All items have their numbers by now.
   void BeginPass();
-  /// Scans all lines of a file; each fault goes to `fault`. An item that can't be taken apart is error 5.
-  void ScanFile(const GameText& text, const std::function<void(const TrainFault&)>& fault);
+  /// Judges all items of a file; each fault goes to `fault`. An item that can't be taken apart is error 5.
+  void ScanFile(const std::string& path, const FileFacts& facts,
+                const std::function<void(const TrainFault&)>& fault);
 
  private:
-  struct Token;
-
-  void ScanItem(const GameText& text, const Token& token, std::size_t at, std::size_t lineEnd,
-                const std::function<void(const TrainFault&)>& fault);
-  bool IsKnownGood(const std::string& lowerItem);
+  bool IsKnownGood(const TrainItem& item);
 
   const TrainDatabase& trains_;
-  std::unordered_set<std::string> VerifiedItems;  // lower case
+  ItemTable& items_;
+  std::vector<bool> VerifiedItems;  // by the number of the text in lower case
   std::string& LastVerifiedItem;
 };
 

@@ -5,7 +5,7 @@
 #include <unordered_set>
 
 #include "checkup/ConsistAnalysis.h"
-#include "checkup/RouteFiles.h"
+#include "checkup/GameFiles.h"
 
 namespace quillon {
 
@@ -14,15 +14,13 @@ class ServiceVerification {
   ServiceVerification(Program& program, Progress& progress, const ConsistAnalysis& consists,
                       FinalReport& report);
 
-  void VerifyServices(const std::vector<std::string>& lstServices);
+  void VerifyServices(const std::vector<GameFile>& lstServices, const std::vector<FileFacts>& facts);
 
   /// Whether a service is good; `path` is that of its file.
   bool IsGood(const std::string& path) const;
 
  private:
-  void Verify(const std::string& path);
-  void TakeName(const GameText& text);
-  void TakeConsist(const GameText& text);
+  void Verify(const std::string& path, const FileFacts& facts);
   bool ConsistIsPresent(const std::string& lowerConsist) const;
   void Record(const RouteFile& file, bool good);
 

@@ -13,6 +13,7 @@ std::string Pair(const std::string& file, const std::string& folder) { return fi
 
 void TrainDatabase::BuildTrainDatabase(const std::function<void()>& yield) {
   indexes_ = {};
+  folders_.clear();
   indexes_[0].doubles = program_.app.TrainRecord("engdoubles.ini");
   indexes_[1].doubles = program_.app.TrainRecord("wagdoubles.ini");
   const auto batch = program_.ini.Batch();
@@ -27,6 +28,7 @@ void TrainDatabase::BuildTrainDatabase(const std::function<void()>& yield) {
 
 void TrainDatabase::WalkTrainFolder(const std::string& name) {
   const std::string folder = LowerCase(name);
+  folders_.insert(folder);
   std::vector<FoundFile> found;
   program_.files.Host().Find(program_.BelowGame(kTrainSet) + name + "\\*.*", found);
   for (const auto& entry : found) {
@@ -40,7 +42,7 @@ void TrainDatabase::WalkTrainFolder(const std::string& name) {
 void TrainDatabase::Add(Index& index, const std::string& file, const std::string& folder) {
   if (!index.firstFolder.try_emplace(file, folder).second) {
     index.lastDouble[file] = folder;
-    program_.ini.WriteIni(file, "OtherFolder", "\"" + folder + "\"", index.doubles);
+    if (recordsDoubles_) program_.ini.WriteIni(file, "OtherFolder", "\"" + folder + "\"", index.doubles);
   }
   index.FileFolders.insert(Pair(file, folder));
   ++index.count;

@@ -17,7 +17,9 @@ enum class TrainKind { Engine, Wagon };
 /// Built from file names alone. Names and folders are in lower case.
 class TrainDatabase {
  public:
-  explicit TrainDatabase(Program& program) : program_(program) {}
+  /// `recordsDoubles` is off for a look that leaves no records.
+  explicit TrainDatabase(Program& program, bool recordsDoubles = true)
+      : program_(program), recordsDoubles_(recordsDoubles) {}
 
   /// Walks the train folders and records doubles; what was there before is forgotten.
   void BuildTrainDatabase(const std::function<void()>& yield);
@@ -26,6 +28,9 @@ class TrainDatabase {
   bool CheckItem(TrainKind kind, const std::string& file, const std::string& folder) const;
   /// A folder that holds the file: the last double met, or the only one; "none" when it lies nowhere.
   std::string FindAlternateFolder(TrainKind kind, const std::string& file) const;
+
+  /// Whether there is a train folder of that name at all.
+  bool HasFolder(const std::string& folder) const { return folders_.contains(folder); }
 
   int EngCount() const { return indexes_[0].count; }
   int WagCount() const { return indexes_[1].count; }
@@ -42,7 +47,9 @@ class TrainDatabase {
   void Add(Index& index, const std::string& file, const std::string& folder);
 
   Program& program_;
+  const bool recordsDoubles_;
   std::array<Index, 2> indexes_;
+  std::unordered_set<std::string> folders_;
 };
 
 }  // namespace quillon

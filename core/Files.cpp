@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/FolderWay.h"
 #include "core/Installation.h"
 #include "core/Text.h"
 #include "core/host/RawFile.h"
@@ -277,15 +278,30 @@ void Files::MoveCopyBar() {
 }
 
 void Files::Walk(std::string_view searchPath, const WalkAction& action) {
-  std::vector<FoundFile> found;
-  if (host_.Find(searchPath, found) != FileCode::Ok) return;
+  WalkFolder(std::string(searchPath.substr(0, searchPath.size() - 3)), action, nullptr);
+}
+
+void Files::WalkThroughLinks(std::string_view searchPath, const WalkAction& action) {
+  FolderWay way(host_);
   const std::string folder(searchPath.substr(0, searchPath.size() - 3));
+  way.Enter(folder, false);
+  WalkFolder(folder, action, &way);
+}
+
+void Files::WalkFolder(const std::string& folder, const WalkAction& action, FolderWay* way) {
+  std::vector<FoundFile> found;
+  if (host_.Find(folder + "*.*", found) != FileCode::Ok) return;
   for (const auto& entry : found) {
     if (entry.dots()) continue;
-    if (!entry.folder())
+    const std::string below = folder + entry.name + "\\";
+    if (!entry.folder()) {
       action(folder, entry.name);
-    else if (!entry.link)
-      Walk(folder + entry.name + "\\*.*", action);
+    } else if (way == nullptr) {
+      if (!entry.link) WalkFolder(below, action, nullptr);
+    } else if (way->Enter(below, entry.link)) {
+      WalkFolder(below, action, way);
+      way->Leave();
+    }
   }
 }
 

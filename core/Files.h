@@ -100,6 +100,8 @@ class Files {
   /// "*.*". Links to folders are passed over.
   using WalkAction = std::function<void(const std::string& folder, const std::string& name)>;
   void Walk(std::string_view searchPath, const WalkAction& action);
+  /// The same, but links to folders are entered, save those that lead back into a folder on the way to them.
+  void WalkThroughLinks(std::string_view searchPath, const WalkAction& action);
 
   /// Deletes what a process that was ended has left half written below `searchPath`.
   void PartSweep(std::string_view searchPath);
@@ -107,6 +109,7 @@ class Files {
   void BackupSweep(std::string_view searchPath);
 
  private:
+  void WalkFolder(const std::string& folder, const WalkAction& action, class FolderWay* way);
   FileCode CopyTwice(const std::string& from, const std::string& to);
   int CopyOneFile(std::string_view source, std::string_view destination, std::string_view name);
   void MoveCopyBar();

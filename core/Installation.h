@@ -85,6 +85,16 @@ class Installation {
   std::string RebuildNote() const {
     return app_ + "\\resources\\do_not_delete!\\misc_info\\Quillon_Zipped.txt";
   }
+  /// What the last Checkup came to; the page that leads to the loaded route in it; that of all routes.
+  std::string CausesJson() const { return MiscInfo() + "\\causes.json"; }
+  std::string CausesHtml() const { return MiscInfo() + "\\causes.html"; }
+  std::string CausesOfLoaded() const { return MiscInfo() + "\\causes_loaded.html"; }
+  std::string CausesOfRoutes() const { return MiscInfo() + "\\causes_routes.html"; }
+  std::string CausesOfRoutesJson() const { return MiscInfo() + "\\causes_routes.json"; }
+  /// How many activities of each route can be played.
+  std::string PlayableIni() const { return MiscInfo() + "\\playable.ini"; }
+  /// What the last Checkup took from the files of the game.
+  std::string FactsCacheFile() const { return MiscInfo() + "\\checkup.cache"; }
   std::string TrainRecords() const { return MiscInfo() + "\\trains"; }
   std::string TrainRecord(std::string_view file) const { return TrainRecords() + "\\" + std::string(file); }
   std::string StuffList() const { return TrainRecord("stuff.tsl"); }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -34,6 +35,8 @@ struct SharedState {
   /// Trains are to be tested by the Checkup; its report is to be opened then, and written when frmRoutes
   /// comes up.
   bool CheckTrains = false, ShowReportWhenDone = false, BuildReportOnReturn = false;
+  /// Zip names of routes that frmActivityCheck is to judge, in place of the game.
+  std::vector<std::string> RoutesToJudge;
   /// The clean-up finishes a Make permanent of the route with this display name.
   bool MakingPermanent = false;
   std::string RemovedRouteName;

@@ -84,7 +84,12 @@ class Definition {
     Add("permanent", "Makes the loaded route an ordinary route of the game")
         ->add_option("name", c.argument, "The route's name")
         ->required();
-    Add("checkup", "Checks all trains, consists, services and activities");
+    auto* checkup = Add("checkup", "Checks all trains, consists, services and activities");
+    auto* route =
+        checkup->add_option("--route", c.route, "Judges a route without loading it")->type_name("NAME");
+    checkup->add_flag("--all", c.all, "Judges all routes without loading them")->excludes(route);
+    Add("causes", "Tells what the last Checkup came to: what to install first")
+        ->add_flag("--fix", c.fix, "Lists the renames that put misplaced trains right, and asks for them");
     Add("report", "Opens the last Checkup's report");
     auto* options = Add("options", "Changes the settings");
     options->add_option("--game", c.game, "The Train Simulator folder")->type_name("DIR");

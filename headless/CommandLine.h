@@ -20,6 +20,9 @@ struct Command {
   bool report = true;
   int scale = 1;
   std::optional<int> putBack, drop;  // numbers of rescues
+  std::optional<std::string> route;  // of `checkup`: only this one, which need not be loaded
+  bool all = false;                  // all routes, one by one
+  bool fix = false;
 };
 
 struct Options {

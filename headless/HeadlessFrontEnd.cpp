@@ -31,7 +31,7 @@ bool HeadlessFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
 }
 
 void HeadlessFrontEnd::OpenInShell(std::string_view path) {
-  output_.Put({{"event", "open"}, {"path", path}});
+  output_.Put({{"event", "open"}, {"path", path}, {"host", hostPath_(path)}});
   if (options_.open) OpenWithDesktop(hostPath_(path));
 }
 
@@ -52,6 +52,11 @@ void HeadlessFrontEnd::PutBar(const std::string& screen, HeldBar& bar) {
   bar.sent = std::chrono::steady_clock::now();
 }
 
+/// The Checkup's captions name each consist: a person wants the passes.
+bool HeadlessFrontEnd::NamesOneFile(std::string_view screen, std::string_view caption) {
+  return screen == "frmActivityCheck" && !caption.ends_with("...") && !caption.ends_with("!");
+}
+
 void HeadlessFrontEnd::BarChanged(std::string_view screen, const ProgressBar& bar, BarChange change) {
   const std::string name(screen);
   HeldBar& held = bars_[name];
@@ -64,9 +69,9 @@ void HeadlessFrontEnd::BarChanged(std::string_view screen, const ProgressBar& ba
   }
   // A reader sees the value that stood when the caption changed.
   if (held.held) PutBar(name, held);
-  if (change == BarChange::Caption)
+  if (change == BarChange::Caption && (options_.json || !NamesOneFile(screen, bar.caption)))
     output_.Put({{"event", "caption"}, {"screen", screen}, {"text", bar.caption}});
-  else
+  else if (change == BarChange::Colour)
     output_.Put({{"event", "colour"}, {"screen", screen}, {"colour", bar.colour}});
 }
 
@@ -97,6 +102,7 @@ void HeadlessFrontEnd::ScreenActivated(Screen& screen) {
   output_.Put({{"event", "main"},
                {"lblRouteName", main->lblRouteName.text},
                {"lblLoaded", main->lblLoaded.text},
+               {"lblPlayable", main->lblPlayable.text},
                {"imgRoute", main->imgRoute},
                {"PreviewPath", main->PreviewPath},
                {"FlashTarget", shared.FlashTarget},

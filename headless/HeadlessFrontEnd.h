@@ -54,11 +54,14 @@ class HeadlessFrontEnd : public FrontEnd {
   };
 
   void PutBar(const std::string& screen, HeldBar& bar);
+  static bool NamesOneFile(std::string_view screen, std::string_view caption);
   void PressButtons(Screen& screen);
 
   Output& output_;
   const Options& options_;
-  std::function<std::string(std::string_view)> hostPath_;
+  std::function<std::string(std::string_view)> hostPath_ = [](std::string_view path) {
+    return std::string(path);
+  };
   bool report_ = true;
   std::string lastScreen_;
   bool intakeOpen_ = false, cleanUpOpen_ = false;

@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <string_view>
 
+#include "checkup/CauseList.h"
 #include "core/Ports.h"
 #include "core/Text.h"
 
@@ -38,7 +39,10 @@ class TextOutput : public Output {
     if (kind == "box") Box(event);
     if (kind == "row") Row(event);
     if (kind == "main") Main(event);
-    if (kind == "open" || kind == "explore") Line("To open: " + event["path"].get<std::string>());
+    if (kind == "open") Line("To open: " + event["host"].get<std::string>());
+    if (kind == "explore") Line("To open: " + event["path"].get<std::string>());
+    if (kind == "cause") Cause(event);
+    if (kind == "activity") Activity(event);
     if (kind == "help") Line("Help: " + event["file"].get<std::string>());
     if (kind == "error") Error(event);
     if (kind == "shelf") Shelf(event);
@@ -84,6 +88,23 @@ class TextOutput : public Output {
          event["zip"].get<std::string>() + "  " + event["date"].get<std::string>() + "  " + number("files") +
          " files, " + number("bytes") + " bytes\n    " + event["why"].get<std::string>() + "\n    " +
          event["path"].get<std::string>());
+  }
+
+  void Cause(const Event& event) {
+    const auto count = [&](const char* key) { return std::to_string(event[key].size()); };
+    const auto number = [&](const char* key) { return std::to_string(event[key].get<int>()); };
+    Line("  " + event["kind"].get<std::string>() + ": " + event["name"].get<std::string>() + ": " +
+         count("consists") + " consists need it, " + number("consistsHealed") + " heal by it alone; " +
+         count("activities") + " activities need it, " + number("activitiesHealed") +
+         " become playable\n    " + event["advice"].get<std::string>());
+  }
+
+  void Activity(const Event& event) {
+    std::string line = event["playable"].get<bool>() ? "  playable      " : "  not playable  ";
+    line += event["route"].get<std::string>() + "\\" + event["file"].get<std::string>() + "  " +
+            event["name"].get<std::string>();
+    for (const auto& reason : event["reasons"]) line += "\n    " + reason.get<std::string>();
+    Line(line);
   }
 
   void Row(const Event& event) { Line(std::string("  ").append(event["text"].get<std::string>())); }
@@ -136,6 +157,28 @@ void Output::Flush(std::FILE* file) {
 Event ShelfEvent(const ShelfEntry& entry) {
   return {{"event", "shelf"},     {"number", entry.number}, {"zip", entry.zip}, {"date", entry.date},
           {"files", entry.files}, {"bytes", entry.bytes},   {"why", entry.why}, {"path", entry.path}};
+}
+
+void PutCauses(Output& output, const CauseList& list) {
+  for (const auto& cause : list.causes)
+    output.Put({{"event", "cause"},
+                {"kind", NameOf(cause.kind)},
+                {"name", cause.name},
+                {"place", cause.place},
+                {"files", cause.files},
+                {"consists", cause.consists},
+                {"consistsHealed", cause.consistsHealed},
+                {"services", cause.services},
+                {"activities", cause.activities},
+                {"activitiesHealed", cause.activitiesHealed},
+                {"advice", cause.advice}});
+  for (const auto& activity : list.activities)
+    output.Put({{"event", "activity"},
+                {"route", activity.route},
+                {"file", activity.file},
+                {"name", activity.name},
+                {"playable", activity.playable},
+                {"reasons", activity.reasons}});
 }
 
 std::unique_ptr<Output> MakeJsonOutput(std::FILE* file) { return std::make_unique<JsonOutput>(file); }

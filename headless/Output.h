@@ -31,6 +31,9 @@ class Output {
 /// A row of the shelf.
 Event ShelfEvent(const struct ShelfEntry& entry);
 
+/// The rows of the causes, and then those of the activities.
+void PutCauses(Output& output, const struct CauseList& list);
+
 /// One object a line, flushed as it happens.
 std::unique_ptr<Output> MakeJsonOutput(std::FILE* file);
 /// Plain text, with a live progress line when `terminal` is set.

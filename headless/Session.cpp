@@ -9,7 +9,9 @@
 #include "catalogue/MainScreen.h"
 #include "catalogue/OptionsScreen.h"
 #include "catalogue/ShelfScreen.h"
+#include "checkup/CauseFile.h"
 #include "checkup/CheckupScreens.h"
+#include "checkup/TrainMoves.h"
 #include "core/Text.h"
 #include "core/host/Desktop.h"
 #include "core/host/StandardPath.h"
@@ -50,6 +52,7 @@ const std::map<std::string, Session::Action, std::less<>>& Session::Actions() {
       {"checkup", &Session::Checkup},     {"report", &Session::Report},
       {"pack", &Session::Pack},           {"remove", &Session::Remove},
       {"permanent", &Session::Permanent}, {"shelf", &Session::Shelf},
+      {"causes", &Session::Causes},
   };
   return actions;
 }
@@ -260,12 +263,66 @@ ReportOptionsScreen* Session::AtReportOptions() {
   return dynamic_cast<ReportOptionsScreen*>(screens_.Top());
 }
 
-void Session::Checkup(const Command&) {
+void Session::Checkup(const Command& command) {
+  if (command.route || command.all) return CheckRoutes(command);
   if (auto* options = AtReportOptions())
     screens_.Do([options] {
       if (options->chkTrains == 0) options->chkTrainsClick();
       options->btnOKClick();
     });
+  if (const auto list = ReadCauses(program_.Get()); list && !program_.Get().refused) PutCounts(*list);
+}
+
+void Session::CheckRoutes(const Command& command) {
+  Program& program = program_.Get();
+  std::vector<std::string> zips = Catalogue(program).BuildList().zips;
+  if (command.route) {
+    const std::string zip = Catalogue(program).ZipOf(NameOfRow(*command.route), *command.route);
+    std::erase_if(zips, [&](const std::string& other) { return !EqualNoCase(other, zip); });
+    if (zips.empty()) return RefuseRow(*command.route);
+  }
+  auto* options = AtReportOptions();
+  if (options == nullptr) return;
+  screens_.Do([&] { options->JudgeRoutes(zips, false); });
+  const auto list = ReadCauses(program, program.app.CausesOfRoutesJson());
+  if (!list || program.refused) return;
+  PutCauses(output_, *list);
+  for (const auto& zip : zips)
+    PutRow("playable " + std::to_string(list->Playable(zip)) + " of " +
+           std::to_string(list->Activities(zip)) + "  " + Catalogue(program).NameOf(zip, zip));
+  PutCounts(*list);
+}
+
+void Session::Causes(const Command& command) {
+  Program& program = program_.Get();
+  const auto list = ReadCauses(program);
+  if (!list) {
+    std::fputs("quillon: there is no Checkup to tell of; type: quillon checkup\n", stderr);
+    return program.Refuse();
+  }
+  if (!command.fix) {
+    PutCauses(output_, *list);
+    return PutCounts(*list);
+  }
+  const auto moves = PossibleMoves(program, *list);
+  for (const auto& [from, to] : moves) PutRow("TRAINSET\\" + from + " becomes TRAINSET\\" + to);
+  if (moves.empty())
+    PutRow("No train folder that a rename would put right.");
+  else if (AskAndMove(program, moves))
+    PutRow("Renamed. Another Checkup brings the consists back: quillon checkup");
+}
+
+void Session::PutRow(const std::string& text) {
+  output_.Put({{"event", "row"}, {"list", "causes"}, {"text", text}});
+}
+
+void Session::PutCounts(const CauseList& list) {
+  if (!list.upTo.empty()) PutRow("The Checkup ended early. " + list.upTo);
+  PutRow(std::to_string(list.Playable()) + " of " + std::to_string(list.Activities()) +
+         " activities can be played; " + std::to_string(list.consistsFaulty) + " of " +
+         std::to_string(list.consistsWhole + list.consistsFaulty) + " consists are faulty; " +
+         std::to_string(list.trainsMissing) + " trains are missing, " + std::to_string(list.trainsMisplaced) +
+         " misplaced");
 }
 
 /// Without a result the Checkup can't be refused: it runs first.

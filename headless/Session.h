@@ -41,6 +41,8 @@ class Session {
   ReportOptionsScreen* AtReportOptions();
   MainScreen& Main();
   int Status();
+  void PutRow(const std::string& text);
+  void PutCounts(const struct CauseList& list);
   void Report(const class RunTimeError& error);
   void RefuseRow(std::string_view name);
   bool HoverRow(const std::string& name);
@@ -60,7 +62,9 @@ class Session {
   void Remove(const Command& command);
   void Permanent(const Command& command);
   void Checkup(const Command& command);
+  void CheckRoutes(const Command& command);
   void Report(const Command& command);
+  void Causes(const Command& command);
   void ChangeOptions(const Command& command);
   void MakeList(const Command& command);
   void Help(const Command& command);

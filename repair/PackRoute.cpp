@@ -98,41 +98,39 @@ void PackRoute::ReadDefaultFiles() {
 }
 
 void PackRoute::SkipScan() {
-  std::vector<std::string> way;
-  WalkRoute(route_, way, [this](const std::string& folder, const std::string& name) {
+  WalkRoute([this](const std::string& folder, const std::string& name) {
     if (IsLeftOut(LowerCase(name))) PackSkipList.insert(LowerCase(folder + name));
     progress_.Yield();
   });
 }
 
-/// Links are entered: what they lead to is part of the route. `way` has the folders above, to see a link that
-/// leads back into one of them. `folder` is given as it is told, with a closing backslash.
-void PackRoute::WalkRoute(const std::string& folder, std::vector<std::string>& way,
-                          const FileAction& action) {
+/// Links are entered: what they lead to is part of the route.
+void PackRoute::WalkRoute(const FileAction& action) {
+  FolderWay way(files_.Host());
+  WalkFolder(route_, false, way, action);
+}
+
+/// `folder` is given as it is told, with a closing backslash.
+void PackRoute::WalkFolder(const std::string& folder, bool link, FolderWay& way, const FileAction& action) {
   const std::string real = folder_ + folder.substr(route_.size() - 1);
-  FileSystem::Stamp stamp;
-  RaiseFileError(files_.Host().GetStamp(CutBackslash(real), stamp), real);
-  const std::string identity = files_.Host().DiskOf(real).name + "|" + std::to_string(stamp.inode);
-  if (std::find(way.begin(), way.end(), identity) != way.end()) return;
-  way.push_back(identity);
+  if (!way.Enter(real, link)) return;
   std::vector<FoundFile> found;
   if (const FileCode code = files_.Host().Find(real + "*.*", found); code != FileCode::FileNotFound)
     RaiseFileError(code, CutBackslash(real));
   for (const auto& entry : found) {
     if (entry.dots()) continue;
     if (entry.folder())
-      WalkRoute(folder + entry.name + "\\", way, action);
+      WalkFolder(folder + entry.name + "\\", entry.link, way, action);
     else
       action(folder, entry.name);
   }
-  way.pop_back();
+  way.Leave();
 }
 
 void PackRoute::AddScan() {
   ListFile log(files_, program_.app.TrainRecord("packedup.log"), true);
   // The route's own folder stays in front of each name.
-  std::vector<std::string> way;
-  WalkRoute(route_, way, [&](const std::string& folder, const std::string& name) {
+  WalkRoute([&](const std::string& folder, const std::string& name) {
     progress_.Caption("Checking " + LowerCase(name));
     if (PackSkipList.contains(LowerCase(folder + name))) return;
     Add(folder, name);

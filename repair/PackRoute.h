@@ -7,6 +7,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "core/FolderWay.h"
 #include "core/Program.h"
 #include "core/Progress.h"
 #include "core/archive/ArchiveWriter.h"
@@ -31,7 +32,8 @@ class PackRoute {
   using FileAction = std::function<void(const std::string& folder, const std::string& name)>;
 
   void SetOldArchiveAside();
-  void WalkRoute(const std::string& folder, std::vector<std::string>& way, const FileAction& action);
+  void WalkRoute(const FileAction& action);
+  void WalkFolder(const std::string& folder, bool link, FolderWay& way, const FileAction& action);
   void Add(const std::string& folder, const std::string& name);
   void RequireComplete();
   void DropOldArchiveIfContained();

@@ -62,6 +62,11 @@ void Rescue::Copy(const std::string& from, const std::string& to) {
   });
 }
 
+void Rescue::NoteRename(std::string_view from, std::string_view to) {
+  MakeFolder();
+  ListFile(files_, folder_ + kShelfRenames, true).Add(std::string(from) + "|" + std::string(to));
+}
+
 void Rescue::NoteRoute(std::string_view name) {
   MakeFolder();
   files_.WriteAll(folder_ + kShelfRoute, "[Route]\r\nZip=" + zip_ + "\r\nName=" + std::string(name) + "\r\n");

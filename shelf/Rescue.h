@@ -23,6 +23,8 @@ class Rescue {
   void Resume(const std::string& folder) {
     if (files_.IsPathAFolder(folder)) folder_ = folder;
   }
+  /// A file or folder was renamed: to put the rescue back is to rename it back.
+  void NoteRename(std::string_view from, std::string_view to);
   /// The names of a removed route.
   void NoteRoute(std::string_view name);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "core/ReportPage.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -67,6 +68,7 @@ std::vector<ShelfEntry> Shelf::All() const {
         entry.bytes += size;
         ++entry.files;
       }
+      entry.files += RenamesBack(entry).size();
       entries.push_back(std::move(entry));
     }
   }
@@ -101,7 +103,22 @@ std::vector<Shelf::Move> Shelf::WayBack(const ShelfEntry& entry) const {
   return moves;
 }
 
+std::vector<Shelf::Move> Shelf::RenamesBack(const ShelfEntry& entry) const {
+  std::vector<Move> renames;
+  std::string lines;
+  files_.Host().Read(entry.path + kShelfRenames, lines, kNoLimit);
+  for (const auto& line : RecordLines(lines)) {
+    const auto bar = line.find('|');
+    if (bar == line.npos) continue;
+    const std::string from = line.substr(0, bar), to = line.substr(bar + 1);
+    if (files_.FileExists(to)) renames.insert(renames.begin(), {to, from});
+  }
+  return renames;
+}
+
 std::string Shelf::ObstacleOf(const ShelfEntry& entry) const {
+  for (const auto& [from, to] : RenamesBack(entry))
+    if (files_.FileExists(to)) return to;
   for (const auto& [from, to] : WayBack(entry))
     if (files_.FileExists(to) && !files_.AreEqual(from, to)) return to;
   return {};
@@ -123,6 +140,7 @@ void Shelf::PutBack(const ShelfEntry& entry) const {
     files_.MakeFolders(CutBackslash(FolderOf(to)));
     files_.FileCopy(from, to);
   }
+  for (const auto& [from, to] : RenamesBack(entry)) files_.Rename(from, to);
   files_.Flush(program_.app.App());
   if (!program_.shared.TrainSimPath.empty()) files_.Flush(program_.shared.TrainSimPath);
 }

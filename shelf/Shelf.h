@@ -22,8 +22,8 @@ class Shelf {
   /// The rescue with this number; none when there is no such.
   std::optional<ShelfEntry> Find(int number) const;
 
-  /// Copies the files back to where they came from; the rescue stays. Raises error 58, and copies nothing,
-  /// where another file stands than the rescued one.
+  /// Copies the files back to where they came from, and renames back what was renamed; the rescue stays.
+  /// Raises error 58, and does nothing, where another file stands than the rescued one.
   void PutBack(const ShelfEntry& entry) const;
   /// What stands in the way of PutBack; empty when nothing does.
   std::string ObstacleOf(const ShelfEntry& entry) const;
@@ -44,6 +44,8 @@ class Shelf {
     std::string from, to;
   };
   std::vector<Move> WayBack(const ShelfEntry& entry) const;
+  /// The last rename first; what has gone or is back is passed over.
+  std::vector<Move> RenamesBack(const ShelfEntry& entry) const;
   std::vector<ShelfEntry> All() const;
 
   Program& program_;
@@ -52,6 +54,8 @@ class Shelf {
 
 // What stands in a rescue's folder beside the files.
 inline constexpr const char* kShelfReason = "\\shelf.txt";
+/// What was renamed: the old path and the new one, a line each, with a bar between them.
+inline constexpr const char* kShelfRenames = "\\renames.tsl";
 /// Of a removed route: its names, for the catalogue.
 inline constexpr const char* kShelfRoute = "\\route.ini";
 

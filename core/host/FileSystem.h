@@ -43,6 +43,8 @@ struct FoundFile {
   std::uint32_t attributes = 0;  // attribute bits
   bool link = false;             // stands for something elsewhere: never followed by what deletes
   bool special = false;          // neither file nor folder: a pipe, a device, a link that leads nowhere
+  std::uint64_t size = 0;        // bytes
+  std::int64_t modified = 0;     // nanoseconds since 1970
 
   bool folder() const { return (attributes & kFolder) != 0; }
   bool dots() const { return name == "." || name == ".."; }

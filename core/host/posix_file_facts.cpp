@@ -13,7 +13,10 @@ int Inspect(const std::string& host, FoundFile& file) {
   file.link = S_ISLNK(own.st_mode);
   const bool leads = file.link && ::stat(host.c_str(), &target) == 0;
   const bool toFolder = leads && S_ISDIR(target.st_mode);
-  const mode_t mode = leads ? target.st_mode : own.st_mode;
+  const struct stat& meant = leads ? target : own;
+  const mode_t mode = meant.st_mode;
+  file.size = static_cast<std::uint64_t>(meant.st_size);
+  file.modified = ModifiedOf(meant);
   file.special = !S_ISREG(mode) && !S_ISDIR(mode);
   file.attributes = S_ISDIR(own.st_mode) || toFolder ? kFolder : kArchive;
   if (!file.link && IsReadOnly(own)) file.attributes |= kReadOnly;

@@ -12,6 +12,11 @@ namespace quillon {
 /// The mode bits decide, not what the user may do: to an administrator every file would be writable.
 inline bool IsReadOnly(const struct stat& file) { return (file.st_mode & S_IWUSR) == 0; }
 
+/// In nanoseconds since 1970.
+inline std::int64_t ModifiedOf(const struct stat& file) {
+  return std::int64_t{file.st_mtim.tv_sec} * 1'000'000'000 + file.st_mtim.tv_nsec;
+}
+
 /// Attributes and kind of what stands at `host`; 0 or an errno. A link has no read-only mark: to change the
 /// mode of what it points to would reach out of the folder that is being worked on.
 int Inspect(const std::string& host, FoundFile& file);

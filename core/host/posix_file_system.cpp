@@ -140,7 +140,7 @@ FileCode PosixFileSystem::Find(std::string_view pattern, std::vector<FoundFile>&
   // The root has no dots.
   if (!host.empty())
     for (const char* dots : {".", ".."})
-      if (wildcard.Matches(dots)) found.push_back({dots, kFolder, false});
+      if (wildcard.Matches(dots)) found.push_back({.name = dots, .attributes = kFolder});
   for (const auto name : MatchingNames(*folder, wildcard)) {
     FoundFile file;
     file.name = name;
@@ -204,7 +204,7 @@ FileCode PosixFileSystem::GetStamp(std::string_view path, Stamp& stamp) {
   if (const int error = Status(place.host, file); error != 0) return CodeOf(error, place.host);
   stamp.size = static_cast<std::uint64_t>(file.st_size);
   stamp.inode = file.st_ino;
-  stamp.modified = file.st_mtim.tv_sec * kNanoseconds + file.st_mtim.tv_nsec;
+  stamp.modified = ModifiedOf(file);
   stamp.changed = file.st_ctim.tv_sec * kNanoseconds + file.st_ctim.tv_nsec;
   return FileCode::Ok;
 }

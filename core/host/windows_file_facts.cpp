@@ -18,7 +18,12 @@ bool IsLink(const WIN32_FIND_DATAW& data) {
 }
 
 FoundFile Told(const WIN32_FIND_DATAW& data) {
-  return {Narrow(data.cFileName), data.dwFileAttributes & kKept, IsLink(data)};
+  FoundFile file{Narrow(data.cFileName), data.dwFileAttributes & kKept, IsLink(data)};
+  file.size = std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
+  const auto& time = data.ftLastWriteTime;
+  file.modified =
+      SinceEpoch(static_cast<std::int64_t>(std::uint64_t{time.dwHighDateTime} << 32 | time.dwLowDateTime));
+  return file;
 }
 
 class Search {

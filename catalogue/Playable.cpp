@@ -1,0 +1,24 @@
+#include "catalogue/Playable.h"
+
+#include "core/Text.h"
+
+namespace quillon {
+
+std::string Playable::Text() const {
+  return std::to_string(playable) + " of " + std::to_string(of) +
+         (of == 1 ? " activity playable" : " activities playable");
+}
+
+std::optional<Playable> PlayableOf(const Program& program, const std::string& zip) {
+  const std::string of = program.ini.ReadIni(zip, "Of", "", program.app.PlayableIni());
+  if (of.empty()) return {};
+  return Playable{NumericValue(program.ini.ReadIni(zip, "Playable", "0", program.app.PlayableIni())),
+                  NumericValue(of)};
+}
+
+void NotePlayable(Program& program, const std::string& zip, const Playable& playable) {
+  program.ini.WriteIni(zip, "Playable", std::to_string(playable.playable), program.app.PlayableIni());
+  program.ini.WriteIni(zip, "Of", std::to_string(playable.of), program.app.PlayableIni());
+}
+
+}  // namespace quillon

@@ -1,0 +1,22 @@
+// How many activities of a route can be played, as the last look at it has found.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "core/Program.h"
+
+namespace quillon {
+
+struct Playable {
+  int playable = 0, of = 0;  // activities
+
+  /// Such as "9 of 12 activities playable".
+  std::string Text() const;
+};
+
+/// None while nobody has looked.
+std::optional<Playable> PlayableOf(const Program& program, const std::string& zip);
+void NotePlayable(Program& program, const std::string& zip, const Playable& playable);
+
+}  // namespace quillon

@@ -1,0 +1,193 @@
+#include "checkup/CauseFile.h"
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+#include <set>
+
+#include "catalogue/Catalogue.h"
+#include "catalogue/Playable.h"
+#include "checkup/CausesPage.h"
+#include "core/LocalTime.h"
+#include "core/Text.h"
+
+namespace quillon {
+namespace {
+
+using Json = nlohmann::ordered_json;
+constexpr int kVersion = 1;
+
+Json ToJson(const Cause& cause) {
+  Json moves = Json::array();
+  for (const auto& move : cause.moves) moves.push_back({{"from", move.from}, {"to", move.to}});
+  return {{"kind", NameOf(cause.kind)},
+          {"name", cause.name},
+          {"place", cause.place},
+          {"files", cause.files},
+          {"consists", cause.consists},
+          {"consistsHealed", cause.consistsHealed},
+          {"services", cause.services},
+          {"activities", cause.activities},
+          {"activitiesHealed", cause.activitiesHealed},
+          {"advice", cause.advice},
+          {"moves", std::move(moves)}};
+}
+
+Cause::Kind KindOf(const std::string& name) {
+  for (const auto kind : {Cause::Kind::MissingFolder, Cause::Kind::MisplacedFolder, Cause::Kind::MissingFile,
+                          Cause::Kind::MissingConsist})
+    if (name == NameOf(kind)) return kind;
+  return Cause::Kind::MissingService;
+}
+
+Cause CauseFrom(const Json& json) {
+  Cause cause;
+  cause.kind = KindOf(json.at("kind"));
+  json.at("name").get_to(cause.name);
+  json.at("place").get_to(cause.place);
+  json.at("files").get_to(cause.files);
+  json.at("consists").get_to(cause.consists);
+  json.at("consistsHealed").get_to(cause.consistsHealed);
+  json.at("services").get_to(cause.services);
+  json.at("activities").get_to(cause.activities);
+  json.at("activitiesHealed").get_to(cause.activitiesHealed);
+  json.at("advice").get_to(cause.advice);
+  for (const auto& move : json.at("moves")) cause.moves.push_back({move.at("from"), move.at("to")});
+  return cause;
+}
+
+std::string PathOf(const JudgedActivity& activity) { return activity.route + "\\" + activity.file; }
+
+std::set<std::string> Activities(const CauseList& list, bool playable) {
+  std::set<std::string> paths;
+  for (const auto& activity : list.activities)
+    if (activity.playable == playable) paths.insert(PathOf(activity));
+  return paths;
+}
+
+std::set<std::string> CauseNames(const CauseList& list) {
+  std::set<std::string> names;
+  for (const auto& cause : list.causes)
+    names.insert(cause.place.empty() ? cause.name : cause.place + "\\" + cause.name);
+  return names;
+}
+
+std::vector<std::string> Both(const std::set<std::string>& a, const std::set<std::string>& b) {
+  std::vector<std::string> both;
+  std::set_intersection(a.begin(), a.end(), b.begin(), b.end(), std::back_inserter(both));
+  return both;
+}
+
+std::vector<std::string> OnlyFirst(const std::set<std::string>& a, const std::set<std::string>& b) {
+  std::vector<std::string> rest;
+  std::set_difference(a.begin(), a.end(), b.begin(), b.end(), std::back_inserter(rest));
+  return rest;
+}
+
+CauseList::Changes Compare(const CauseList& before, const CauseList& now) {
+  CauseList::Changes changes;
+  changes.since = before.made;
+  changes.playableNow = Both(Activities(before, false), Activities(now, true));
+  changes.brokenNow = Both(Activities(before, true), Activities(now, false));
+  changes.causesGone = OnlyFirst(CauseNames(before), CauseNames(now));
+  changes.causesNew = OnlyFirst(CauseNames(now), CauseNames(before));
+  return changes;
+}
+
+CauseList Parse(const std::string& text) {
+  const Json json = Json::parse(text);
+  if (json.at("version") != kVersion) throw std::runtime_error("of another version");
+  CauseList list;
+  json.at("made").get_to(list.made);
+  json.at("route").get_to(list.route);
+  json.at("upTo").get_to(list.upTo);
+  const Json& summary = json.at("summary");
+  summary.at("consistsWhole").get_to(list.consistsWhole);
+  summary.at("consistsFaulty").get_to(list.consistsFaulty);
+  summary.at("trainsMissing").get_to(list.trainsMissing);
+  summary.at("trainsMisplaced").get_to(list.trainsMisplaced);
+  for (const auto& cause : json.at("causes")) list.causes.push_back(CauseFrom(cause));
+  for (const auto& activity : json.at("activities"))
+    list.activities.push_back({activity.at("route"), activity.at("file"), activity.at("name"),
+                               activity.at("playable"), activity.at("reasons")});
+  const Json& changes = json.at("changes");
+  changes.at("since").get_to(list.changes.since);
+  changes.at("playableNow").get_to(list.changes.playableNow);
+  changes.at("brokenNow").get_to(list.changes.brokenNow);
+  changes.at("causesGone").get_to(list.changes.causesGone);
+  changes.at("causesNew").get_to(list.changes.causesNew);
+  return list;
+}
+
+}  // namespace
+
+std::string CausesJson(const CauseList& list) {
+  Json causes = Json::array(), activities = Json::array();
+  for (const auto& cause : list.causes) causes.push_back(ToJson(cause));
+  for (const auto& activity : list.activities)
+    activities.push_back({{"route", activity.route},
+                          {"file", activity.file},
+                          {"name", activity.name},
+                          {"playable", activity.playable},
+                          {"reasons", activity.reasons}});
+  const Json json = {{"version", kVersion},
+                     {"made", list.made},
+                     {"route", list.route},
+                     {"upTo", list.upTo},
+                     {"summary",
+                      {{"activities", list.activities.size()},
+                       {"playable", list.Playable()},
+                       {"consistsWhole", list.consistsWhole},
+                       {"consistsFaulty", list.consistsFaulty},
+                       {"trainsMissing", list.trainsMissing},
+                       {"trainsMisplaced", list.trainsMisplaced}}},
+                     {"causes", std::move(causes)},
+                     {"activities", std::move(activities)},
+                     {"changes",
+                      {{"since", list.changes.since},
+                       {"playableNow", list.changes.playableNow},
+                       {"brokenNow", list.changes.brokenNow},
+                       {"causesGone", list.changes.causesGone},
+                       {"causesNew", list.changes.causesNew}}}};
+  // Names of files need not be UTF-8.
+  return json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::optional<CauseList> ReadCauses(Program& program) {
+  return ReadCauses(program, program.app.CausesJson());
+}
+
+std::optional<CauseList> ReadCauses(Program& program, const std::string& path) {
+  std::string text;
+  if (program.files.Host().Read(path, text, kNoLimit) != FileCode::Ok) return {};
+  try {
+    return Parse(text);
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+void WriteRouteCauses(Program& program, const CauseList& list) {
+  program.Step("Writing the causes");
+  program.files.WriteAll(program.app.CausesOfRoutesJson(), CausesJson(list));
+  program.files.WriteAll(program.app.CausesOfRoutes(), CausesPage(list));
+}
+
+void WriteCauses(Program& program, CauseList& list) {
+  program.Step("Writing the causes");
+  const Catalogue catalogue(program);
+  const std::string working(FileNameOf(kWorkingRoute));
+  list.made = LocalTime("%Y-%m-%d %H:%M:%S");
+  list.route = catalogue.ZipOf(catalogue.Loaded(), "");
+  if (const auto before = ReadCauses(program)) list.changes = Compare(*before, list);
+  program.files.WriteAll(program.app.CausesJson(), CausesJson(list));
+  program.files.WriteAll(program.app.CausesHtml(), CausesPage(list));
+  program.files.WriteAll(program.app.CausesOfLoaded(),
+                         "<!DOCTYPE html>\r\n<meta charset=\"utf-8\"><title>Quillon</title>\r\n"
+                         "<meta http-equiv=\"refresh\" content=\"0;url=causes.html#" +
+                             CausesAnchor(working) + "\">\r\n");
+  if (!list.route.empty())
+    NotePlayable(program, list.route, {list.Playable(working), list.Activities(working)});
+}
+
+}  // namespace quillon

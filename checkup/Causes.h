@@ -1,0 +1,39 @@
+// Judges every consist, service and activity by what is really missing, and finds what heals most.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "checkup/CauseList.h"
+#include "checkup/GameFacts.h"
+#include "checkup/TrainDatabase.h"
+#include "core/Program.h"
+
+namespace quillon {
+
+/// What there is to judge. Names are spelled as the disk has them.
+struct CauseInput {
+  struct Consist {
+    std::string name;  // without extension
+    const FileFacts* facts;
+    std::string route = {};  // the only one that can call for it; empty for all
+  };
+  struct InRoute {
+    std::string route, file;  // the route's folder; with extension
+    const FileFacts* facts;
+  };
+
+  const ItemTable& items;
+  const TrainDatabase& trains;
+  std::vector<Consist> consists;
+  std::vector<InRoute> services, activities;
+
+  /// Takes `shown`, such as `Ridge\Activities\a.act`, apart.
+  static InRoute Place(const std::string& shown, const FileFacts& facts);
+};
+
+/// A consist with a train that is missing is gone under both its names: of its file, and as it calls itself.
+/// Causes and activities of the list are filled; the caller gives it its date and its route.
+CauseList FindCauses(Program& program, const CauseInput& input);
+
+}  // namespace quillon

@@ -1,0 +1,52 @@
+// The facts of files that did not change since an earlier Checkup.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "checkup/GameFacts.h"
+#include "checkup/GameFiles.h"
+#include "core/Program.h"
+
+namespace quillon {
+
+/// Kept in one file beside the Checkup's records; one that is damaged, or of another version, counts as
+/// empty. A file that was changed a moment ago is not kept: its time may not tell of the next change.
+class FactsCache {
+ public:
+  explicit FactsCache(Program& program);
+
+  ItemTable& Items() { return items_; }
+
+  /// Moves the facts of the file out of the cache, if they are still true.
+  bool Take(FileKind kind, const GameFile& file, FileFacts& facts);
+
+  /// Files of one kind with their facts.
+  struct Group {
+    FileKind kind;
+    const std::vector<GameFile>& files;
+    const std::vector<FileFacts>& facts;
+  };
+  /// What the next Checkup is to find, all of it taken or read by now. Not written when nothing has changed.
+  void Save(const std::vector<Group>& groups);
+
+ private:
+  struct Kept {
+    FileKind kind;
+    std::uint64_t size;
+    std::int64_t modified;
+    FileFacts facts;
+  };
+
+  void Load(std::string_view bytes);
+
+  Program& program_;
+  const std::string path_;
+  ItemTable items_;
+  std::unordered_map<std::string, Kept> kept_;  // by path; what was taken is empty
+  std::size_t taken_ = 0;
+};
+
+}  // namespace quillon
