@@ -10,6 +10,7 @@
 #include "intake/DamageCheck.h"
 #include "intake/ForeignDownloads.h"
 #include "intake/InformationExtraction.h"
+#include "intake/NewRoutes.h"
 #include "intake/Previews.h"
 #include "intake/RouteRebuilding.h"
 #include "intake/RouteVerification.h"
@@ -38,6 +39,7 @@ void AddRoutes::Run() {
   state_.program.shared.DownloadAtWork.clear();
   state_.journal.End();
   state_.progress.Caption("Finishing Up!");
+  TellWhatCanBePlayed(state_);
   TellResult();
 }
 
