@@ -33,10 +33,13 @@ bool PrepareGameFolders(Program& program) {
   if (!CheckFullInstall(program)) return false;
   program.files.MakeFolderIfMissing(program.BelowGame(kSaves));
   program.files.MakeFolderIfMissing(program.BelowGame(kWorkingSaves));
-  // An existing folder is taken as complete.
-  if (program.files.FileExists(program.BelowGame(kExtras))) return true;
-  for (const auto folder : kExtrasFolders) program.files.MakeFolderIfMissing(program.BelowGame(folder));
+  MakeExtras(program);
   return true;
+}
+
+void MakeExtras(Program& program) {
+  if (program.files.FileExists(program.BelowGame(kExtras))) return;
+  for (const auto folder : kExtrasFolders) program.files.MakeFolderIfMissing(program.BelowGame(folder));
 }
 
 namespace {

@@ -10,6 +10,8 @@ namespace quillon {
 /// The gate before intake and load. Reads `TrainSimPath` from the settings, tests the default routes, makes
 /// what is missing. False when the game is not whole: the user has been told, and the program is ending.
 bool PrepareGameFolders(Program& program);
+/// The tree of the shared extras. An existing folder is taken as complete.
+void MakeExtras(Program& program);
 
 /// A box for each default route that is missing; then the program ends. True when none is.
 bool CheckFullInstall(Program& program);

@@ -1,6 +1,7 @@
 #include "checkup/ActivityVerification.h"
 
 #include "core/Text.h"
+#include "core/host/PathText.h"
 
 namespace quillon {
 
@@ -55,7 +56,8 @@ void ActivityVerification::VerifyOtherServices(const FileFacts& facts, const Rou
 }
 
 bool ActivityVerification::ServiceIsGood(const RouteFile& file, const std::string& service) {
-  const std::string path = ReplaceAll(file.folder, "\\activities\\", "\\services\\") + service + ".srv";
+  const std::string path =
+      ReplaceAll(file.folder, "\\activities\\", "\\services\\") + WithStandIns(service) + ".srv";
   if (services_.IsGood(path)) return true;
   report_.AddActivity(file.route, activityName_, file.name);
   report_.AddMissingService(file.route, service, activityName_);

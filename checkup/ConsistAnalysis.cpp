@@ -35,7 +35,6 @@ void ConsistAnalysis::LoadConsistList() {
   const auto all = ConsistFileArray.size();
   progress_.Maximum(static_cast<int>(all));
   progress_.Value(0);
-  log_.reset();
   program_.Step("Reading the consists");
   facts_ = reader_.Read(FileKind::Consist, ConsistFileArray, [&](std::size_t done) {
     progress_.Detail(done, all, "consists");
@@ -43,8 +42,10 @@ void ConsistAnalysis::LoadConsistList() {
   });
   for (std::size_t i = 0; i < all; ++i) {
     progress_.Value(static_cast<int>(i) + 1);
+    if (facts_[i].broken != FileFacts::Broken::Nowhere) WriteLog();
     ReadConsistCfg(i);
   }
+  WriteLog();
 }
 
 void ConsistAnalysis::BringBack() {
@@ -66,9 +67,16 @@ void ConsistAnalysis::ReadConsistCfg(std::size_t consist) {
   facts.Require(FileFacts::Broken::Name);
   const std::string name = LowerCase(LastConsistName), number = std::to_string(consist + 1);
   names_.insert(name);
-  if (!log_) log_ = std::make_unique<ListFile>(files_, program_.app.TrainRecord("conarray.log"), true);
-  log_->Add("Added to ConsistFileArray(" + number + "): " + file + "\r\nAdded to ConsistCfg(" + number +
-            "): " + name + "\r\n");
+  log_ += "Added to ConsistFileArray(" + number + "): " + file + "\r\nAdded to ConsistCfg(" + number +
+          "): " + name + "\r\n\r\n";
+}
+
+/// Not line by line: there may be a hundred thousand.
+void ConsistAnalysis::WriteLog() {
+  if (log_.empty()) return;
+  log_.resize(log_.size() - std::string_view("\r\n").size());
+  ListFile(files_, program_.app.TrainRecord("conarray.log"), true).Add(log_);
+  log_.clear();
 }
 
 void ConsistAnalysis::VerifyConsists() {

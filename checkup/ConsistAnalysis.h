@@ -38,6 +38,7 @@ class ConsistAnalysis {
  private:
   void BringBack();
   void ReadConsistCfg(std::size_t consist);
+  void WriteLog();
   void Verify(std::size_t consist, const std::string& file);
   void MoveAway(const std::string& file);
 
@@ -49,7 +50,7 @@ class ConsistAnalysis {
   FinalReport& report_;
   std::vector<GameFile> ConsistFileArray;  // the names in lower case, with extension
   std::vector<FileFacts> facts_;
-  std::unique_ptr<ListFile> log_;          // conarray.log, made with the first consist
+  std::string log_;                        // what is still to be added to conarray.log
   std::unordered_set<std::string> names_;  // ConsistCfg, and the empty text at its index 0
   std::string& LastConsistName;            // carried over to a consist without a name
 };

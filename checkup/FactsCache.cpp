@@ -56,12 +56,15 @@ class Source {
     return number;
   }
   std::uint32_t Small() { return static_cast<std::uint32_t>(Number()); }
-  std::string Text() {
-    const std::string text(rest_.substr(0, Number()));
+  std::string_view Text() {
+    const std::string_view text = rest_.substr(0, static_cast<std::size_t>(Number()));
     rest_.remove_prefix(text.size());
     return text;
   }
-  std::optional<std::string> MaybeText() { return Number() != 0 ? std::optional(Text()) : std::nullopt; }
+  std::optional<std::string> MaybeText() {
+    if (Number() == 0) return {};
+    return std::string(Text());
+  }
   std::vector<ServiceCall> Calls() {
     std::vector<ServiceCall> calls(Number());
     for (auto& call : calls) {
@@ -77,12 +80,25 @@ class Source {
   std::string_view rest_;
 };
 
+FileFacts FactsFrom(std::string_view written) {
+  Source source(written);
+  FileFacts facts;
+  facts.name = source.MaybeText();
+  facts.consist = source.MaybeText();
+  facts.playersServices = source.Calls();
+  facts.otherServices = source.Calls();
+  facts.items.resize(source.Number());
+  for (auto& item : facts.items) item = source.Small();
+  return facts;
+}
+
 }  // namespace
 
 FactsCache::FactsCache(Program& program) : program_(program), path_(program.app.FactsCacheFile()) {
   if (!program.files.FileExists(path_)) return;
   try {
-    Load(program.files.ReadAll(path_));
+    bytes_ = program.files.ReadAll(path_);
+    Load(bytes_);
   } catch (const RunTimeError&) {  // all is read anew
   }
 }
@@ -100,18 +116,13 @@ void FactsCache::Load(std::string_view bytes) {
   }
   kept_.reserve(source.Number());
   while (!source.Empty()) {
-    std::string path = source.Text();
+    const std::string_view path = source.Text();
     Kept kept{};
     kept.kind = static_cast<FileKind>(source.Number());
     kept.size = source.Number();
     kept.modified = static_cast<std::int64_t>(source.Number());
-    kept.facts.name = source.MaybeText();
-    kept.facts.consist = source.MaybeText();
-    kept.facts.playersServices = source.Calls();
-    kept.facts.otherServices = source.Calls();
-    kept.facts.items.resize(source.Number());
-    for (auto& item : kept.facts.items) item = source.Small();
-    kept_.emplace(std::move(path), std::move(kept));
+    kept.facts = source.Text();
+    kept_.emplace(path, kept);
   }
 }
 
@@ -120,7 +131,7 @@ bool FactsCache::Take(FileKind kind, const GameFile& file, FileFacts& facts) {
   if (at == kept_.end() || at->second.kind != kind || at->second.size != file.size ||
       at->second.modified != file.modified)
     return false;
-  facts = std::move(at->second.facts);
+  facts = FactsFrom(at->second.facts);
   ++taken_;
   return true;
 }
@@ -146,19 +157,21 @@ void FactsCache::Save(const std::vector<Group>& groups) {
       AddNumber(entries, static_cast<std::uint64_t>(group.kind));
       AddNumber(entries, file.size);
       AddNumber(entries, static_cast<std::uint64_t>(file.modified));
-      AddMaybe(entries, facts.name);
-      AddMaybe(entries, facts.consist);
-      AddCalls(entries, facts.playersServices);
-      AddCalls(entries, facts.otherServices);
-      AddNumber(entries, facts.items.size());
+      std::string written;
+      AddMaybe(written, facts.name);
+      AddMaybe(written, facts.consist);
+      AddCalls(written, facts.playersServices);
+      AddCalls(written, facts.otherServices);
+      AddNumber(written, facts.items.size());
       for (const std::uint32_t item : facts.items) {
         if (numbers[item] == 0) {
           numbers[item] = ++itemCount;
-          AddNumber(items, std::uint64_t{items_[item].kind == TrainKind::Wagon});
+          AddNumber(items, items_[item].kind == TrainKind::Wagon ? 1 : 0);
           AddText(items, items_[item].text);
         }
-        AddNumber(entries, numbers[item] - 1);
+        AddNumber(written, numbers[item] - 1);
       }
+      AddText(entries, written);
     }
   }
   std::string bytes(kMark);

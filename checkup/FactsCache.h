@@ -37,7 +37,7 @@ class FactsCache {
     FileKind kind;
     std::uint64_t size;
     std::int64_t modified;
-    FileFacts facts;
+    std::string_view facts;  // as they are written
   };
 
   void Load(std::string_view bytes);
@@ -45,7 +45,8 @@ class FactsCache {
   Program& program_;
   const std::string path_;
   ItemTable items_;
-  std::unordered_map<std::string, Kept> kept_;  // by path; what was taken is empty
+  std::string bytes_;                                // of the file
+  std::unordered_map<std::string_view, Kept> kept_;  // by path
   std::size_t taken_ = 0;
 };
 

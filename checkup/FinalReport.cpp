@@ -1,6 +1,7 @@
 #include "checkup/FinalReport.h"
 
 #include "core/Text.h"
+#include "core/host/PathText.h"
 
 namespace quillon {
 
@@ -8,7 +9,7 @@ FinalReport::FinalReport(Program& program)
     : program_(program), FinalReportPath(program.app.TrainRecord("finalreport.ini")) {}
 
 void FinalReport::Write(std::string_view section, const std::string& key, const std::string& value) {
-  program_.ini.WriteIni(section, key, value, FinalReportPath);
+  program_.ini.WriteIni(section, WithoutStandIns(key), WithoutStandIns(value), FinalReportPath);
 }
 
 void FinalReport::Create() {

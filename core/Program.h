@@ -32,9 +32,6 @@ struct Program {
   bool otherInstanceRuns = false;
   /// What is being done, for the report of a run-time error.
   std::string step;
-  /// Lists of default files that are still empty are filled by a clean-up: nobody has run the set-up with a
-  /// game.
-  bool derivesLists = false;
   /// A gate, a check or a cancelled screen kept the last command from being carried out.
   bool refused = false;
 

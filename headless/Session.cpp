@@ -82,7 +82,40 @@ int Session::Execute(const Command& command) {
   if (!NeedsNoStartUp(command.name) && !StartUp()) return kRefused;
   program_.Get().refused = false;
   (this->*Actions().at(command.name))(command);
-  return Status();
+  const int status = Status();
+  if (status == kRefused) SayWhatToType(command);
+  return status;
+}
+
+/// What a user of the window would see on the screen.
+void Session::SayWhatToType(const Command& command) {
+  Program& program = program_.Get();
+  const bool named = !command.argument.empty() || command.putBack || command.drop || command.route;
+  const char* advice = "";
+  if (program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) == "No")
+    advice = "Train Simulator was not found; type: quillon options --game DIR";
+  else if (!program.files.IsPathAFolder(program.BelowGame(kWorkingRoute)))
+    advice = "the working route is missing; type: quillon --welcome ok start";
+  else if (command.name == "shelf")
+    advice = "what there is tells: quillon shelf";
+  else if (command.name == "causes")
+    advice = "there is no Checkup to tell of; type: quillon checkup";
+  else if (command.name == "load" && !named)
+    advice = "no route is selected; type: quillon load NAME (quillon routes lists them)";
+  else if (command.name == "info" && !named)
+    advice = "no route is loaded or selected; type: quillon pick NAME (quillon routes lists them)";
+  else if (command.name == "info" || command.name == "load" || command.name == "pick" ||
+           command.name == "remove" || command.name == "permanent" || command.name == "checkup")
+    advice = command.name == "info" ? "the documents are listed by: quillon info"
+                                    : "the routes are listed by: quillon routes";
+  if (*advice != '\0') std::fprintf(stderr, "quillon: %s\n", advice);
+}
+
+/// A game that is not there is stored all the same: it may come.
+void Session::SayWithoutGame() {
+  const std::string& game = program_.Get().shared.TrainSimPath;
+  if (!program_.Get().files.FileExists(game + std::string(kTrainExe)))
+    std::fprintf(stderr, "quillon: train.exe is not in %s; type: quillon options --game DIR\n", game.c_str());
 }
 
 int Session::RunScript(const Command& command) {
@@ -148,7 +181,10 @@ void Session::RefuseRow(std::string_view name) {
   program_.Get().Refuse();
 }
 
-void Session::Setup(const Command& command) { SetUp(program_.Get(), DeliveredTree(), command.game); }
+void Session::Setup(const Command& command) {
+  SetUp(program_.Get(), DeliveredTree(), command.game);
+  if (command.game) SayWithoutGame();
+}
 
 void Session::Sample(const Command& command) {
   program_.Get().Step("Making the sample game");
@@ -296,10 +332,7 @@ void Session::CheckRoutes(const Command& command) {
 void Session::Causes(const Command& command) {
   Program& program = program_.Get();
   const auto list = ReadCauses(program);
-  if (!list) {
-    std::fputs("quillon: there is no Checkup to tell of; type: quillon checkup\n", stderr);
-    return program.Refuse();
-  }
+  if (!list) return program.Refuse();
   if (!command.fix) {
     PutCauses(output_, *list);
     return PutCounts(*list);
@@ -342,6 +375,7 @@ void Session::ChangeOptions(const Command& command) {
     if (command.shortcut) options.chkShortcut = *command.shortcut;
     command.cancel ? options.btnCancelClick() : options.btnOKClick();
   });
+  if (command.game && !command.cancel) SayWithoutGame();
 }
 
 void Session::MakeList(const Command&) {

@@ -41,6 +41,8 @@ class Session {
   ReportOptionsScreen* AtReportOptions();
   MainScreen& Main();
   int Status();
+  void SayWhatToType(const Command& command);
+  void SayWithoutGame();
   void PutRow(const std::string& text);
   void PutCounts(const struct CauseList& list);
   void Report(const class RunTimeError& error);

@@ -42,9 +42,8 @@ void UnusableDownloads::SetAside(const FoundFile& download, const std::string& z
   std::string free = stem;
   for (int i = 2; state_.program.files.FileExists(folder + free + end); ++i)
     free = stem + " (" + std::to_string(i) + ")";
-  RaiseFileError(state_.program.files.Host().MoveFound(state_.program.app.DownloadedRoutes(), download,
-                                                       folder + free + end),
-                 folder + free + end);
+  state_.program.files.Rename(state_.program.app.DownloadedRoutes() + "\\" + download.name,
+                              folder + free + end);
   state_.SetAside(free);
   state_.record.BadFile(free + end);
   state_.verdicts.Give(zip, "BAD", reason);

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "catalogue/DefaultFileScan.h"
+#include "catalogue/GameFolders.h"
 #include "catalogue/LoadMark.h"
 #include "catalogue/RouteStores.h"
 #include "core/Text.h"
@@ -65,7 +66,7 @@ void CleanUp::RequireSources() {
 }
 
 void CleanUp::FillEmptyLists() {
-  if (!program_.derivesLists || files_.Size(program_.app.CopyFilesList()) != 0) return;
+  if (files_.Size(program_.app.CopyFilesList()) != 0) return;
   progress_.Caption("Listing the default files of the game...");
   DefaultFileScan(program_).DeriveLists();
 }
@@ -178,6 +179,7 @@ void CleanUp::CopyGameFolders() {
   program_.Step("Copying the game's common files");
   const std::string route = program_.BelowGame(kWorkingRoute);
   files_.CopyAllFiles(program_.BelowGame("\\TEMPLATE\\"), route + "\\", "*.*");
+  MakeExtras(program_);  // the first of all clean-ups comes before the start-up that makes them
   files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", program_.BelowGame("\\Quillon_Extras\\EnvFiles\\"),
                       "*.*");
   files_.CopyAllFiles(program_.BelowGame("\\Global\\Shapes\\"), route + "\\Shapes\\", "*.*");

@@ -53,7 +53,6 @@ DesktopFrontEnd::~DesktopFrontEnd() { FinishDrawing(); }
 
 void DesktopFrontEnd::Serve(RunningProgram& program) {
   running_ = &program;
-  program.Get().derivesLists = true;
   failure_ = nullptr;
   wasRunning_ = tellingFailure_ = false;
 }

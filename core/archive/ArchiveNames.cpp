@@ -5,6 +5,7 @@
 #include <cctype>
 
 #include "core/Text.h"
+#include "core/host/PathText.h"
 
 namespace quillon {
 namespace {
@@ -59,8 +60,8 @@ std::size_t CharacterLength(char first) {
 }  // namespace
 
 std::string UsableFileName(std::string_view name) {
-  const std::size_t kept = WithoutTail(name).size();
-  std::string usable(name);
+  std::string usable = WithoutStandIns(name);
+  const std::size_t kept = WithoutTail(usable).size();
   std::replace_if(usable.begin(), usable.end(), IsForbidden, '_');
   std::fill(usable.begin() + static_cast<std::ptrdiff_t>(kept), usable.end(), '_');
   if (IsDevice(usable)) usable.insert(std::min(usable.find('.'), usable.size()), 1, '_');
@@ -118,9 +119,9 @@ const char* HarmIn(std::string_view normalName) {
 
 bool IsSystemsOwn(std::string_view normalName) {
   if (FileNameOf(normalName).starts_with("._")) return true;
-  constexpr std::string_view kFolder = "__MACOSX\\";
+  constexpr std::string_view kMacFolder = "__MACOSX\\";
   const std::string upper = UpperCase(normalName);
-  const auto at = upper.find(kFolder);
+  const auto at = upper.find(kMacFolder);
   return at == 0 || (at != std::string::npos && upper[at - 1] == '\\');
 }
 

@@ -39,7 +39,8 @@ inline constexpr std::string_view kPartMark = ".part~";
 
 /// One name of a folder's listing.
 struct FoundFile {
-  std::string name;              // as it is spelled on the disk, without a path
+  std::string name;              // as it is spelled on the disk, without a path; with stand-ins for letters
+                                 // that no text can tell
   std::uint32_t attributes = 0;  // attribute bits
   bool link = false;             // stands for something elsewhere: never followed by what deletes
   bool special = false;          // neither file nor folder: a pipe, a device, a link that leads nowhere
@@ -88,11 +89,6 @@ class FileSystem {
   virtual FileCode Delete(std::string_view path) = 0;
   /// Renames a file or folder; a name that is taken is refused with AlreadyExists.
   virtual FileCode Move(std::string_view from, std::string_view to) = 0;
-  /// Moves what Find has found in `folder`, whatever it is and however the host calls it: its name need not
-  /// be one that a text can tell.
-  virtual FileCode MoveFound(std::string_view folder, const FoundFile& found, std::string_view to) {
-    return Move(std::string(folder) + "\\" + found.name, to);
-  }
   /// Copies a file with its time and read-only mark. An existing target is replaced; a read-only one is
   /// refused.
   virtual FileCode Copy(std::string_view from, std::string_view to) = 0;

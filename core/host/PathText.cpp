@@ -13,6 +13,17 @@ bool IsRefused(char c) {
   return byte < 0x20 || c == '<' || c == '>' || c == ':' || c == '"' || c == '|';
 }
 
+bool NeedsStandIn(char c) { return IsRefused(c) || c == '\\' || c == '*' || c == '?'; }
+
+/// The letter whose stand-in `text` begins with; NUL when it begins with none.
+char StandsFor(std::string_view text) {
+  if (text.size() < 3 || text[0] != '\xEF') return '\0';
+  const auto high = static_cast<unsigned char>(text[1]), low = static_cast<unsigned char>(text[2]);
+  if (high != 0x80 && high != 0x81) return '\0';
+  const char c = static_cast<char>((high & 1) << 6 | (low & 0x3F));
+  return NeedsStandIn(c) ? c : '\0';
+}
+
 /// ".." never leads above the root.
 void AddName(std::string_view name, std::vector<std::string>& names) {
   if (name == "." || name.empty()) return;
@@ -50,6 +61,35 @@ void AddNames(std::string_view path, bool wildcards, PathText& text) {
 bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != name.npos; }
 
 bool HasRefusedLetter(std::string_view name) { return std::any_of(name.begin(), name.end(), IsRefused); }
+
+std::string WithStandIns(std::string_view hostName) {
+  std::string text;
+  for (const char c : hostName) {
+    if (!NeedsStandIn(c)) {
+      text += c;
+      continue;
+    }
+    const auto code = static_cast<unsigned char>(c);  // the stand-in is U+F000 and this
+    text += {'\xEF', static_cast<char>(0x80 | code >> 6), static_cast<char>(0x80 | (code & 0x3F))};
+  }
+  return text;
+}
+
+std::string WithoutStandIns(std::string_view text) {
+  std::string name;
+  for (std::size_t at = 0; at < text.size();) {
+    const char c = StandsFor(text.substr(at));
+    name += c != '\0' ? c : text[at];
+    at += c != '\0' ? 3 : 1;
+  }
+  return name;
+}
+
+bool HasStandIns(std::string_view text) {
+  for (auto at = text.find('\xEF'); at != text.npos; at = text.find('\xEF', at + 1))
+    if (StandsFor(text.substr(at)) != '\0') return true;
+  return false;
+}
 
 std::string_view DropTail(std::string_view name) { return name.substr(0, name.find_last_not_of(" .") + 1); }
 

@@ -33,6 +33,14 @@ std::string_view DropTail(std::string_view name);
 bool HasRefusedLetter(std::string_view name);
 bool HasWildcard(std::string_view name);
 
+/// A host may have names that no text of the target platform can tell, such as "12:30.srv". Inside the system
+/// each letter in the way has a stand-in from the private area of Unicode, as other programs do it.
+std::string WithStandIns(std::string_view hostName);
+/// The name that such a text stands for, also for people to read.
+std::string WithoutStandIns(std::string_view text);
+/// Whether a text tells a name with stand-ins.
+bool HasStandIns(std::string_view text);
+
 /// False for names that the target platform makes no file of: those of devices, with any extension.
 bool Creatable(std::string_view name);
 

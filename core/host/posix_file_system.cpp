@@ -9,6 +9,8 @@
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
+#include <future>
+#include <iterator>
 #include <utility>
 
 #include "core/Text.h"
@@ -32,6 +34,8 @@ class PosixOutputFile final : public OutputFile {
   Descriptor file_;
 };
 
+constexpr std::size_t kManyNames = 2000;
+
 /// Where a file's bytes are to go.
 struct Target {
   Place place;
@@ -50,7 +54,6 @@ class PosixFileSystem final : public FileSystem {
   FileCode GetSize(std::string_view path, std::uint64_t& size) override;
   FileCode Delete(std::string_view path) override;
   FileCode Move(std::string_view from, std::string_view to) override;
-  FileCode MoveFound(std::string_view folder, const FoundFile& found, std::string_view to) override;
   FileCode Copy(std::string_view from, std::string_view to) override;
   FileCode CreateFolder(std::string_view path) override;
   FileCode RemoveFolder(std::string_view path) override;
@@ -118,7 +121,7 @@ FileCode PosixFileSystem::FindOne(std::string_view path, std::vector<FoundFile>&
   if (!place.Exists()) return place.code;
   if (place.closed || place.name.empty()) return FileCode::FileNotFound;
   FoundFile file;
-  file.name = place.name;
+  file.name = WithStandIns(place.name);
   if (const int error = Inspect(place.host, file); error != 0) return CodeOf(error, place.host);
   found.push_back(std::move(file));
   return FileCode::Ok;
@@ -141,11 +144,23 @@ FileCode PosixFileSystem::Find(std::string_view pattern, std::vector<FoundFile>&
   if (!host.empty())
     for (const char* dots : {".", ".."})
       if (wildcard.Matches(dots)) found.push_back({.name = dots, .attributes = kFolder});
-  for (const auto name : MatchingNames(*folder, wildcard)) {
-    FoundFile file;
-    file.name = name;
-    if (Inspect(host + "/" + file.name, file) == 0) found.push_back(std::move(file));
-  }
+  const auto names = MatchingNames(*folder, wildcard);
+  const auto inspect = [&](std::size_t from, std::size_t to, std::vector<FoundFile>& files) {
+    for (std::size_t i = from; i < to; ++i) {
+      FoundFile file;
+      file.name = WithStandIns(names[i]);
+      if (Inspect(host + "/" + std::string(names[i]), file) == 0) files.push_back(std::move(file));
+    }
+  };
+  // Half of a big folder's names are asked about beside the others.
+  const std::size_t half = names.size() < kManyNames ? names.size() : names.size() / 2;
+  std::vector<FoundFile> others;
+  auto beside =
+      std::async(half < names.size() ? std::launch::async | std::launch::deferred : std::launch::deferred,
+                 [&] { inspect(half, names.size(), others); });
+  inspect(0, half, found);
+  beside.get();
+  std::move(others.begin(), others.end(), std::back_inserter(found));
   return found.empty() ? FileCode::FileNotFound : FileCode::Ok;
 }
 
@@ -240,22 +255,10 @@ FileCode PosixFileSystem::Move(std::string_view from, std::string_view to) {
   return FileCode::Ok;
 }
 
-FileCode PosixFileSystem::MoveFound(std::string_view folder, const FoundFile& found, std::string_view to) {
-  StartCall();
-  const Place source = Locate(folder), place = Locate(to);
-  if (!source.Exists()) return source.code;
-  if (place.Exists()) return FileCode::AlreadyExists;
-  if (!Creatable(place.name)) return FileCode::InvalidName;
-  const int error = RenameToFree(source.host + "/" + found.name, place.host);
-  if (error != 0) return CodeOf(error, place.host);
-  tree_.Clear();
-  return FileCode::Ok;
-}
-
 /// The name stays, its spelling may change.
 FileCode PosixFileSystem::Respell(const Place& place) {
   Place respelled = place;
-  respelled.name = DropTail(place.wanted);
+  respelled.name = WithoutStandIns(DropTail(place.wanted));
   if (place.wanted == place.name || respelled.name == place.name || place.folder == nullptr)
     return FileCode::Ok;
   respelled.host.replace(place.host.size() - place.name.size(), std::string::npos, respelled.name);

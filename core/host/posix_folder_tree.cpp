@@ -22,6 +22,9 @@ std::string Join(const std::string& host, std::string_view name) {
   return path.append(host).append("/").append(name);
 }
 
+/// Of a name as the host has it.
+std::string KeyOf(std::string_view name) { return UpperCase(WithStandIns(name)); }
+
 /// The child of exactly this name, if it is known.
 FolderChild* Known(FolderNode& node, const std::string& key, std::string_view name) {
   const auto [begin, end] = node.children.equal_range(key);
@@ -66,7 +69,7 @@ void ReadNames(FolderNode& node, const std::string& host) {
     errno = 0;
     while (const dirent* entry = ::readdir(listing.get())) {
       const std::string_view name = entry->d_name;
-      if (name != "." && name != "..") Keep(node, UpperCase(name), name, entry->d_type);
+      if (name != "." && name != "..") Keep(node, KeyOf(name), name, entry->d_type);
       errno = 0;
     }
   }
@@ -103,9 +106,9 @@ FolderChild* FolderTree::Find(FolderNode& node, const std::string& host, std::st
   return FindSpelled(node, host, shorter, error);
 }
 
-FolderChild* FolderTree::FindSpelled(FolderNode& node, const std::string& host, std::string_view name,
+FolderChild* FolderTree::FindSpelled(FolderNode& node, const std::string& host, std::string_view text,
                                      int& error) {
-  const std::string key = UpperCase(name);
+  const std::string key = UpperCase(text), name = WithoutStandIns(text);
   if (FolderChild* known = Known(node, key, name)) return known;
   // A disk without case answers to any spelling: one file must not become two here.
   if (node.state == State::Unlisted && node.children.contains(key)) ReadNames(node, host);
@@ -140,7 +143,7 @@ std::shared_ptr<FolderNode> FolderTree::EnterLink(FolderChild& child, const std:
     rest.remove_prefix(1);
     const std::string_view name = rest.substr(0, rest.find('/'));
     int error = 0;
-    FolderChild* next = Find(*node, path, name, error);
+    FolderChild* next = Find(*node, path, WithStandIns(name), error);
     path = Join(path, name);
     node = next != nullptr ? Enter(*next, path) : nullptr;
     rest.remove_prefix(name.size());
@@ -161,7 +164,7 @@ Place FolderTree::Locate(const PathText& text) {
     if (place.code == FileCode::FileNotFound) place.code = FileCode::PathNotFound;
     FolderChild* child = node != nullptr ? Find(*node, place.host, wanted, error) : nullptr;
     const bool last = &wanted == &text.names.back();
-    place.name = child != nullptr ? child->name : std::string(DropTail(wanted));
+    place.name = child != nullptr ? child->name : WithoutStandIns(DropTail(wanted));
     place.wanted = wanted;
     place.type = child != nullptr ? child->type : static_cast<unsigned char>(DT_UNKNOWN);
     place.folder = node;
@@ -205,7 +208,7 @@ void FolderTree::FillPlace(Place& place, FolderNode& folder, const std::string& 
                            std::string_view wanted) {
   int error = 0;
   const FolderChild* child = Find(folder, host, wanted, error);
-  place.name = child != nullptr ? child->name : std::string(DropTail(wanted));
+  place.name = child != nullptr ? child->name : WithoutStandIns(DropTail(wanted));
   place.wanted = wanted;
   place.type = child != nullptr ? child->type : static_cast<unsigned char>(DT_UNKNOWN);
   place.host = Join(host, place.name);
@@ -218,7 +221,7 @@ std::shared_ptr<const FolderNode> FolderTree::List(const PathText& text, std::st
   host = text.names.empty() ? std::string() : place.host;
   code = place.code;
   if (place.folder != nullptr && place.Exists())
-    node = Enter(*Known(*place.folder, UpperCase(place.name), place.name), host);
+    node = Enter(*Known(*place.folder, KeyOf(place.name), place.name), host);
   if (node == nullptr) {
     if (code == FileCode::Ok || code == FileCode::FileNotFound) code = FileCode::PathNotFound;
     return nullptr;
@@ -232,12 +235,12 @@ std::shared_ptr<const FolderNode> FolderTree::List(const PathText& text, std::st
 void FolderTree::Add(const Place& place, unsigned char type) {
   if (place.folder == nullptr) return;
   Remove(place);
-  Keep(*place.folder, UpperCase(place.name), place.name, type);
+  Keep(*place.folder, KeyOf(place.name), place.name, type);
 }
 
 void FolderTree::Remove(const Place& place) {
   if (place.folder == nullptr) return;
-  const auto [begin, end] = place.folder->children.equal_range(UpperCase(place.name));
+  const auto [begin, end] = place.folder->children.equal_range(KeyOf(place.name));
   for (auto it = begin; it != end; ++it) {
     if (it->second.name != place.name) continue;
     if (it->second.type != DT_REG) remembered_.clear();

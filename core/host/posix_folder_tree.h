@@ -28,13 +28,13 @@ struct FolderChild {
 
 /// One folder. Until it is listed it knows some of its names, and of no name that it is missing.
 struct FolderNode {
-  std::unordered_multimap<std::string, FolderChild> children;  // by upper-cased name
+  std::unordered_multimap<std::string, FolderChild> children;  // by upper-cased name, with stand-ins
   enum class State { Unlisted, Listed, Unlistable } state = State::Unlisted;
   int error = 0;  // why it is unlistable
 };
 
-/// The names that match, in the target platform's order: by upper case, in UTF-16 code units. They live as
-/// long as nothing changes in the folder.
+/// The host's names that match, in the target platform's order: by upper case, in UTF-16 code units. They
+/// live as long as nothing changes in the folder.
 std::vector<std::string_view> MatchingNames(const FolderNode& folder, Wildcard& wildcard);
 
 /// What a path text names on the host.
@@ -77,7 +77,7 @@ class FolderTree {
 
  private:
   FolderChild* Find(FolderNode& node, const std::string& host, std::string_view name, int& error);
-  FolderChild* FindSpelled(FolderNode& node, const std::string& host, std::string_view name, int& error);
+  FolderChild* FindSpelled(FolderNode& node, const std::string& host, std::string_view text, int& error);
   void FillPlace(Place& place, FolderNode& folder, const std::string& host, std::string_view wanted);
   std::shared_ptr<FolderNode> Enter(FolderChild& child, const std::string& host);
   std::shared_ptr<FolderNode> EnterLink(FolderChild& child, const std::string& host);

@@ -44,7 +44,7 @@ PathText TakeApart(std::string_view path, bool wildcards) {
 
 std::string ExactHostPath(const PathText& text) {
   std::string host;
-  for (const auto& name : text.names) host.append("/").append(name);
+  for (const auto& name : text.names) host.append("/").append(WithoutStandIns(name));
   return host.empty() ? "/" : host;
 }
 
