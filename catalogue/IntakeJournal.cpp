@@ -33,12 +33,21 @@ void IntakeJournal::WorkFolderComes(const std::string& folder) {
 }
 
 void IntakeJournal::OriginalComes(const std::string& zip) {
-  const std::string original = Original(zip);
-  if (program_.files.AreEqual(original, Download(zip))) return;  // it came before, and stays
+  if (program_.files.AreEqual(Original(zip + ".zip"), Download(zip))) return;  // it came before, and stays
   Note(kCopied, zip);
-  if (!program_.files.FileExists(original)) return;
-  program_.files.KillIfThere(Older(zip));
-  program_.files.Rename(original, Older(zip));
+  SetOlderAside(zip + ".zip");
+}
+
+void IntakeJournal::SetOlderAside(const std::string& file) {
+  if (!program_.files.FileExists(Original(file))) return;
+  KeepOlder(file);
+  program_.files.Rename(Original(file), Older(file));
+}
+
+bool IntakeJournal::BringOlderBack(const std::string& file) {
+  if (!OlderWaits(file) || program_.files.FileExists(Original(file))) return false;
+  program_.files.Rename(Older(file), Original(file));
+  return true;
 }
 
 void IntakeJournal::RebuiltComes(const std::string& zip) {
@@ -72,16 +81,16 @@ void IntakeJournal::OwnWorkGoesTo(const std::string& folder) { Note(kRescue, fol
 void IntakeJournal::StoresAreRenewed(const std::string& zip) { Note(kStores, zip); }
 
 void IntakeJournal::TakeOriginalBack(const std::string& zip) {
-  Files& files = program_.files;
-  const bool olderWaits = files.FileExists(Older(zip));
+  const std::string file = zip + ".zip";
   // Without one, another file than the copy is the older original, which is back already.
-  if (olderWaits || files.AreEqual(Original(zip), Download(zip))) files.KillIfThere(Original(zip));
-  if (olderWaits) files.Rename(Older(zip), Original(zip));
+  if (OlderWaits(file) || program_.files.AreEqual(Original(file), Download(zip)))
+    program_.files.KillIfThere(Original(file));
+  BringOlderBack(file);
 }
 
 void IntakeJournal::End() {
   for (const auto& name : program_.files.ListFiles(program_.app.Installed() + "\\*" + kOlder))
-    KeepOlder(CutAtLastDot(name.substr(0, name.size() - std::string_view(kOlder).size())));
+    KeepOlder(name.substr(0, name.size() - std::string_view(kOlder).size()));
   // What could not go in silence is tried once more.
   for (const auto& folder : workFolders_)
     if (program_.files.IsPathAFolder(folder)) RemoveWorkFolder(folder);
@@ -89,11 +98,13 @@ void IntakeJournal::End() {
   program_.files.KillIfThere(program_.app.IntakeJournal());
 }
 
-void IntakeJournal::KeepOlder(const std::string& zip) {
-  Rescue rescue(program_, zip, "Another zip of the same name was added: this is the original of before.");
-  rescue.Keep(Older(zip), Original(zip));
+void IntakeJournal::KeepOlder(const std::string& file) {
+  if (!OlderWaits(file)) return;
+  Rescue rescue(program_, CutAtLastDot(file),
+                "Another zip of the same name was added: this is the original of before.");
+  rescue.Keep(Older(file), Original(file));
   rescue.Close();
-  program_.files.KillIfThere(Older(zip));
+  program_.files.KillIfThere(Older(file));
 }
 
 void IntakeJournal::TakeBackWhatWasCutShort() {
@@ -107,13 +118,15 @@ void IntakeJournal::TakeBackWhatWasCutShort() {
   bool taken = false;
   forEach(kRebuilt, [this](const std::string& zip) { FinishRebuilt(zip); });
   forEach(kWorkFolder, [this](const std::string& folder) { RemoveWorkFolder(folder); });
-  forEach(kCopied, [&](const std::string& zip) { taken |= FinishOriginal(zip); });
   forEach(kStores, [this](const std::string& zip) {
     FinishRouteFile(zip);
     FinishStores(zip);
   });
   forEach(kRescue, [this](const std::string& folder) { BringBack(folder); });
-  TakeBackConversions();  // last: the others ask for the zips
+  // Last: the others ask for the zips.
+  forEach(kRebuilt, [this](const std::string& zip) { TakeBackRebuilt(zip); });
+  forEach(kCopied, [&](const std::string& zip) { taken |= FinishOriginal(zip); });
+  TakeBackConversions();
   for (const auto* rest : {"*.tmp", "*.part~"})
     program_.files.KillIfThere(program_.app.DownloadedRoutes() + "\\" + rest);
   program_.files.KillIfThere(journal);
@@ -157,6 +170,7 @@ void IntakeJournal::BringBack(const std::string& rescue) {
 
 /// The rebuilt zip, and the original in Installed, are all that the next intake needs.
 void IntakeJournal::FinishRebuilt(const std::string& zip) {
+  if (OlderWaits(zip + ".zip")) return;  // it is taken back
   const std::string written = program_.app.DownloadedRoutes() + "\\" + zip + ".tmp";
   if (program_.files.FileExists(written)) {
     ArchiveReader reader(program_.files, [] {});
@@ -170,25 +184,49 @@ void IntakeJournal::FinishRebuilt(const std::string& zip) {
       program_.files.KillIfThere(written);
   }
   if (program_.files.FileExists(Download("Quillon-" + zip)) &&
-      program_.files.AreEqual(Download(zip), Original(zip)))
+      program_.files.AreEqual(Download(zip), Original(zip + ".zip")))
     program_.files.KillIfThere(Download(zip));
+}
+
+/// Whether it replaces the older original is not known before it is taken in: it is rebuilt once more.
+void IntakeJournal::TakeBackRebuilt(const std::string& zip) {
+  Files& files = program_.files;
+  if (!OlderWaits(zip + ".zip")) return;
+  auto made = MadeOf(zip);
+  made.push_back(program_.app.DownloadedRoutes() + "\\" + zip + ".tmp");
+  const bool isLeft =
+      std::any_of(made.begin(), made.end(), [&](const std::string& path) { return files.FileExists(path); });
+  if (!isLeft) return;  // it was taken in, or set aside
+  const std::string original = Original(zip + ".zip");
+  if (!files.FileExists(Download(zip)) && files.FileExists(original)) files.Rename(original, Download(zip));
+  if (files.FileExists(Download(zip)))
+    for (const auto& path : made) files.KillIfThere(path);
+}
+
+/// What stands among the downloads that was rebuilt from `zip`, or from that.
+std::vector<std::string> IntakeJournal::MadeOf(std::string zip) const {
+  const auto rebuilt = Rebuilt();
+  std::vector<std::string> made;
+  while (std::find(rebuilt.begin(), rebuilt.end(), zip) != rebuilt.end()) {
+    zip = "Quillon-" + zip;
+    if (program_.files.FileExists(Download(zip))) made.push_back(Download(zip));
+  }
+  return made;
 }
 
 /// A zip that was made of another format is made once more, with what was made of it: the files that it came
 /// from are downloads again.
 void IntakeJournal::TakeBackConversions() {
   Files& files = program_.files;
-  const auto rebuilt = Rebuilt();
   std::vector<std::string> made;
   for (const auto& [zip, file] : Converted()) {
-    const std::string download = program_.app.DownloadedRoutes() + "\\" + file,
-                      original = program_.app.Installed() + "\\" + file;
-    std::vector<std::string> zips = {Download(zip)};
-    if (std::find(rebuilt.begin(), rebuilt.end(), zip) != rebuilt.end())
-      zips.push_back(Download("Quillon-" + zip));
-    std::erase_if(zips, [&](const std::string& path) { return !files.FileExists(path); });
-    if (zips.empty()) continue;  // it was taken in
-    if (!files.FileExists(download) && files.FileExists(original)) files.Rename(original, download);
+    const std::string download = program_.app.DownloadedRoutes() + "\\" + file;
+    auto zips = MadeOf(zip);
+    if (files.FileExists(Download(zip))) zips.push_back(Download(zip));
+    // Without any it was taken in, or set aside.
+    if (!zips.empty() && !files.FileExists(download) && files.FileExists(Original(file)))
+      files.Rename(Original(file), download);
+    if (!BringOlderBack(file)) KeepOlder(file);
     if (files.FileExists(download)) made.insert(made.end(), zips.begin(), zips.end());
   }
   for (const auto& zip : made) files.KillIfThere(zip);
@@ -223,14 +261,11 @@ bool IntakeJournal::FinishOriginal(const std::string& zip) {
   }
   // A zip that was rebuilt is no original: the download that it comes from is.
   constexpr std::string_view kRebuiltPrefix = "Quillon-";
-  if (zip.starts_with(kRebuiltPrefix) && files.FileExists(Original(zip.substr(kRebuiltPrefix.size()))))
-    files.KillIfThere(Original(zip));
-  if (!files.FileExists(Older(zip))) return false;
-  if (!files.FileExists(Original(zip))) {
-    files.Rename(Older(zip), Original(zip));
-    return true;
-  }
-  KeepOlder(zip);
+  const std::string file = zip + ".zip";
+  if (zip.starts_with(kRebuiltPrefix) && files.FileExists(Original(file.substr(kRebuiltPrefix.size()))))
+    files.KillIfThere(Original(file));
+  if (!OlderWaits(file)) return false;
+  if (!BringOlderBack(file)) KeepOlder(file);
   return true;
 }
 

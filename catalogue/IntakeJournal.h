@@ -40,6 +40,12 @@ class IntakeJournal {
   /// The stores of the route `zip` are about to be emptied and filled from its new zip; what they alone hold
   /// is safe.
   void StoresAreRenewed(const std::string& zip);
+  /// A file of this name is about to come to Installed: the one that is there waits until the intake ends.
+  void SetOlderAside(const std::string& file);
+  bool OlderWaits(const std::string& file) const { return program_.files.FileExists(Older(file)); }
+  /// The intake does not take the file: the one that waits comes back. False when none waits, or its place is
+  /// taken.
+  bool BringOlderBack(const std::string& file);
   /// The intake does not take `zip`: its copy in `Installed` goes, and an older original comes back.
   void TakeOriginalBack(const std::string& zip);
   /// All went well: older originals go.
@@ -49,12 +55,10 @@ class IntakeJournal {
   void TakeBackWhatWasCutShort();
 
  private:
-  std::string Original(const std::string& zip) const {
-    return program_.app.Installed() + "\\" + zip + ".zip";
-  }
-  std::string Older(const std::string& zip) const { return Original(zip) + ".older~"; }
-  /// The older original goes to the shelf.
-  void KeepOlder(const std::string& zip);
+  std::string Original(const std::string& file) const { return program_.app.Installed() + "\\" + file; }
+  std::string Older(const std::string& file) const { return Original(file) + ".older~"; }
+  /// The older original goes to the shelf, if one waits.
+  void KeepOlder(const std::string& file);
   std::string Download(const std::string& zip) const {
     return program_.app.DownloadedRoutes() + "\\" + zip + ".zip";
   }
@@ -62,6 +66,8 @@ class IntakeJournal {
   std::vector<std::string> Noted(std::string_view what) const;
   void RemoveWorkFolder(const std::string& folder);
   void FinishRebuilt(const std::string& zip);
+  void TakeBackRebuilt(const std::string& zip);
+  std::vector<std::string> MadeOf(std::string zip) const;
   void TakeBackConversions();
   void FinishStores(const std::string& zip);
   void BringBack(const std::string& rescue);

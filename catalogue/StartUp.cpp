@@ -84,7 +84,9 @@ bool StartUp::RefuseSecondInstance() {
 }
 
 void StartUp::DropStaleCatalogue() {
-  if (!catalogue_.AnyRoute()) catalogue_.Discard();
+  // The only route file may be on its way.
+  if (!catalogue_.AnyRoute() && !program_.files.FileExists(program_.app.IntakeJournal()))
+    catalogue_.Discard();
 }
 
 void StartUp::ForgetErrorSelection() {

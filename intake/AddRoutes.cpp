@@ -99,6 +99,7 @@ void AddRoutes::Rebuild() {
 void AddRoutes::RemoveWorkingZips() {
   state_.program.Step("Removing the working zips");
   state_.program.files.Flush(state_.program.app.Routes());
+  KeepOlderOriginals();  // while the zips are there, what is cut short is done once more
   for (const auto& zip : state_.ListofRouteZips) state_.program.files.KillIfThere(state_.Download(zip));
 }
 
@@ -107,6 +108,9 @@ void AddRoutes::RemoveRebuiltOriginals() {
   for (const auto& folder : {state_.program.app.Installed(), state_.program.app.NotInstalled()})
     for (const auto& name : state_.program.files.ListFiles(folder + "\\Quillon-*.*"))
       state_.program.files.KillIfThere(folder + "\\" + CutAtLastDot(name) + ".zip");
+}
+
+void AddRoutes::KeepOlderOriginals() {
   const auto& taken = state_.ListofRouteZips;
   const auto isTaken = [&](const std::string& zip) {
     return std::find(taken.begin(), taken.end(), zip) != taken.end();

@@ -24,6 +24,7 @@ class AddRoutes {
   void Rebuild();
   void RemoveWorkingZips();
   void RemoveRebuiltOriginals();
+  void KeepOlderOriginals();
   void TellResult();
 
   IntakeState state_;

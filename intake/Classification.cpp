@@ -68,8 +68,8 @@ void Classification::Reject(const std::string& zip, const Judgement& judgement) 
   const bool bad = judgement.verdict == Class::Bad;
   state_.journal.TakeOriginalBack(zip);
   const std::string folder = bad ? state_.program.app.BadZipFiles() : state_.program.app.NotInstalled();
-  state_.MoveAside(zip, folder);
   ForeignDownloads(state_).MoveOriginalAside(zip, folder);
+  state_.MoveAside(zip, folder);
   state_.SetAside(zip);
   const char* kind = "EXE";
   switch (judgement.verdict) {

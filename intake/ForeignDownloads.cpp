@@ -142,9 +142,12 @@ void ForeignDownloads::Rebuild(const Download& download) {
   state_.converted[download.zip] = download.files.front();
   files.Flush(written);
   files.Rename(written, state_.Download(download.zip));
-  for (const auto& file : download.files)
-    state_.MoveOver(state_.program.app.DownloadedRoutes() + "\\" + file,
-                    state_.program.app.Installed() + "\\" + file);
+  for (const auto& file : download.files) {
+    const std::string from = state_.program.app.DownloadedRoutes() + "\\" + file,
+                      original = state_.program.app.Installed() + "\\" + file;
+    if (!files.AreEqual(from, original)) state_.journal.SetOlderAside(file);
+    state_.MoveOver(from, original);
+  }
 }
 
 void ForeignDownloads::WriteZip(const Download& download, const std::string& target) {
@@ -225,8 +228,7 @@ void ForeignDownloads::MoveAside(const std::string& file, const std::string& fol
 void ForeignDownloads::KeepOlderOriginals(const std::string& zip) const {
   const std::string installed = state_.program.app.Installed() + "\\";
   std::set<std::string> own;
-  for (const auto& [converted, file] : state_.journal.Converted())
-    if (converted == zip) own.insert(UpperCase(file));
+  for (const auto& file : OriginalsOf(zip)) own.insert(UpperCase(file));
   Rescue rescue(state_.program, zip,
                 "Another download of the same name was added: this is the original of before.");
   for (const auto& file : state_.program.files.ListFiles(installed + zip + ".*"))
@@ -237,11 +239,23 @@ void ForeignDownloads::KeepOlderOriginals(const std::string& zip) const {
 }
 
 void ForeignDownloads::MoveOriginalAside(const std::string& zip, const std::string& folder) const {
-  if (state_.program.files.FileExists(state_.program.app.RouteFile(zip))) return;
-  const std::string installed = state_.program.app.Installed() + "\\";
-  for (const auto& file : state_.program.files.ListFiles(installed + zip + ".*"))
-    if (IsOne(file) && EqualNoCase(ZipOf(file), zip + ".zip"))
+  const std::string installed = state_.program.app.Installed() + "\\",
+                    download = state_.verdicts.DownloadOf(zip);
+  auto originals = OriginalsOf(download);
+  // A zip that was rebuilt stays among the originals, but not in the place of a known route's.
+  if (download != zip && state_.journal.OlderWaits(download + ".zip")) originals.push_back(download + ".zip");
+  for (const auto& file : originals) {
+    if (state_.program.files.FileExists(installed + file))
       state_.MoveOver(installed + file, folder + "\\" + file);
+    state_.journal.BringOlderBack(file);
+  }
+}
+
+std::vector<std::string> ForeignDownloads::OriginalsOf(const std::string& zip) const {
+  std::vector<std::string> files;
+  for (const auto& [converted, file] : state_.journal.Converted())
+    if (converted == zip) files.push_back(file);
+  return files;
 }
 
 }  // namespace quillon

@@ -29,8 +29,8 @@ class ForeignDownloads {
   /// Takes to the shelf what Installed holds of earlier downloads of that name: `zip` was made of another
   /// format and taken in.
   void KeepOlderOriginals(const std::string& zip) const;
-  /// Takes what the zip `zip`, which is no route's, was rebuilt from, if it was, out of Installed to another
-  /// folder of the originals.
+  /// Takes what the zip `zip`, which is no route's, was made of in this intake, if it was, out of Installed
+  /// to another folder of the originals; an older original of that name comes back.
   void MoveOriginalAside(const std::string& zip, const std::string& folder) const;
 
  private:
@@ -48,6 +48,8 @@ class ForeignDownloads {
   void JoinParts(const Download& download, const std::string& target);
   void StripProgram(const std::string& program, const std::string& target);
   void SetAside(const Download& download, const std::string& reason);
+  /// The files that `zip` was rebuilt from in this intake.
+  std::vector<std::string> OriginalsOf(const std::string& zip) const;
   std::vector<std::string> PathsOf(const Download& download) const;
 
   IntakeState& state_;

@@ -79,7 +79,6 @@ void SetAside(IntakeState& state, const std::string& download, const std::string
     if (files.AreEqual(state.InInstalled(zip), state.InNotInstalled(zip)))
       files.KillIfThere(state.InInstalled(zip));
   }
-  ForeignDownloads(state).MoveOriginalAside(original, folder);
   RemoveTraces(state.program, zip);
   state.SetAside(original);
   state.record.PatchOrOther(original);
@@ -105,9 +104,16 @@ void SetOddDownloadAsideNext(Program& program) { Note(program, "Answer", "Yes");
 
 void OfferToSetOddDownloadAside(IntakeState& state) {
   Program& program = state.program;
-  const std::string download = OddDownloadOf(program), error = Fact(program, "Error");
+  std::string download = OddDownloadOf(program);
+  const std::string error = Fact(program, "Error");
   if (download.empty()) return;
-  const bool isThere = program.files.FileExists(program.app.DownloadedRoutes() + "\\" + download);
+  const auto isDownload = [&program](const std::string& file) {
+    return program.files.FileExists(program.app.DownloadedRoutes() + "\\" + file);
+  };
+  // A start may have taken the rebuilt zip back to what it was made of.
+  for (std::string name = download; !isDownload(download) && name.starts_with(kPrefix);)
+    if (name = name.substr(kPrefix.size()); isDownload(name)) download = name;
+  const bool isThere = isDownload(download);
   bool wanted = Fact(program, "Answer") == "Yes";
   if (!wanted && isThere)
     wanted = program.boxes.AskYesNo("Add Routes", "The last time, adding routes ended at\r\n\r\n" + download +

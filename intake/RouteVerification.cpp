@@ -51,9 +51,8 @@ std::string RouteVerification::ReasonAgainst(const std::string& zip) {
 void RouteVerification::Reject(const std::string& zip, const std::string& reason) {
   state_.record.PatchOrOther(zip);
   state_.journal.TakeOriginalBack(zip);
+  ForeignDownloads(state_).MoveOriginalAside(zip, state_.program.app.NotInstalled());
   state_.MoveAside(zip, state_.program.app.NotInstalled());
-  ForeignDownloads(state_).MoveOriginalAside(state_.verdicts.DownloadOf(zip),
-                                             state_.program.app.NotInstalled());
   state_.SetAside(zip);
   state_.verdicts.Give(zip, "MSC", reason);
 }

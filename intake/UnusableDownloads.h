@@ -1,6 +1,7 @@
 // Downloads that could never be taken in, and would end the intake of all others.
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "intake/IntakeState.h"
@@ -16,10 +17,11 @@ class UnusableDownloads {
   void Run();
 
  private:
-  std::string ReasonAgainst(const FoundFile& download, const std::string& zip) const;
+  std::string ReasonAgainst(const FoundFile& download, const std::string& zip);
   void SetAside(const FoundFile& download, const std::string& zip, const std::string& reason);
 
   IntakeState& state_;
+  std::map<std::string, std::string> owners_;  // of names without their blanks and dots, the whole name
 };
 
 }  // namespace quillon

@@ -2,10 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <cstring>
-#include <numeric>
 #include <random>
 #include <system_error>
 #include <thread>
@@ -15,6 +12,7 @@
 #include "core/archive/ArchiveReader.h"
 #include "core/archive/ArchiveWriter.h"
 #include "core/archive/ForeignArchive.h"
+#include "core/archive/ZipLayout.h"
 #include "tests/world/HostFiles.h"
 #include "tests/world/TestProgram.h"
 
@@ -156,12 +154,19 @@ TEST_F(ArchiveTest, TakesWhatIsNoReadableArchiveForDamaged) {
 }
 
 TEST_F(ArchiveTest, FindsTheDirectoryFromTheEnd) {
-  for (const bool past : {false, true}) {
-    Make({{.name = "a.txt", .data = "text", .deflated = true}},
-         {.stub = "MZ" + Noise(3000, 2), .offsetsPastStub = past, .comment = "made by hand"});
-    EXPECT_FALSE(IsDamaged(true)) << past;
-    EXPECT_EQ(Extracted(), (NamedTexts{{"a.txt", "text"}})) << past;
-  }
+  const std::string mark = "PK\5\6";
+  for (const std::string& comment : {std::string("made by hand"), mark + std::string(40, 'x'), "by " + mark})
+    for (const bool past : {false, true}) {
+      SCOPED_TRACE(comment);
+      const ZipShape shape = {.stub = "MZ" + Noise(3000, 2), .offsetsPastStub = past, .comment = comment};
+      const ZipEntry entry = {.name = "a.txt", .data = "text", .deflated = true};
+      Make({entry}, shape);
+      EXPECT_FALSE(IsDamaged(true)) << past;
+      EXPECT_EQ(Extracted(), (NamedTexts{{"a.txt", "text"}})) << past;
+      EXPECT_EQ(FindOverlap(FromPath(Host("a.zip"))), "");
+      Make({entry, {.name = "b.txt", .data = "text", .deflated = true, .shared = true}}, shape);
+      EXPECT_NE(FindOverlap(FromPath(Host("a.zip"))), "");
+    }
 }
 
 TEST_F(ArchiveTest, DamagedEntriesLeaveNoFileAndDoNotHarmTheOthers) {
@@ -304,24 +309,6 @@ TEST_F(ArchiveTest, CarriesEntriesFromArchiveToArchive) {
                                {"small.dat", small},
                                {"loose.txt", "loose"}};
   EXPECT_TRUE(TestProgram::Unzipped(Path("new.tmp")) == expected);
-}
-
-/// A tar archive of files, their sizes as told.
-std::string TarBytes(const NamedTexts& entries) {
-  std::string tar;
-  for (const auto& [name, data] : entries) {
-    std::string head(512, '\0');
-    std::array<char, 16> size;
-    std::snprintf(size.data(), size.size(), "%011zo", data.size());
-    head.replace(0, name.size(), name).replace(100, 7, "0000644").replace(124, 11, size.data());
-    head.replace(136, 11, "00000000000").replace(148, 8, "        ").replace(156, 1, "0");
-    const int sum = std::accumulate(head.begin(), head.end(), 0,
-                                    [](int a, char c) { return a + static_cast<unsigned char>(c); });
-    std::snprintf(size.data(), size.size(), "%06o", static_cast<unsigned>(sum));
-    tar += head.replace(148, 6, size.data()).replace(154, 1, 1, '\0') + data;
-    tar.resize((tar.size() + 511) / 512 * 512);
-  }
-  return tar + std::string(1024, '\0');
 }
 
 TEST_F(ArchiveTest, OtherFormatsBecomeZipsOrAreRefusedWithAReason) {

@@ -36,6 +36,33 @@ class IntakeTest : public ProgramTest {
   std::string ZipOf(const std::string& name) const { return Ini("routes.ini", name, "Zip"); }
   /// Names in a folder below "routes".
   Strings Stored(const std::string& folder) const { return Names(AppPath("routes\\" + folder)); }
+  /// A route as a tar archive.
+  static std::string RouteTar(const std::string& displayName, const std::vector<ZipEntry>& extra = {}) {
+    NamedTexts files;
+    for (const auto& entry : RouteEntries(displayName, extra)) files[entry.name] = entry.data;
+    return TarBytes(files);
+  }
+  /// Puts a download of any format there and adds it; the exit status.
+  int AddDownload(const std::string& file, const std::string& bytes) {
+    Write(Download(file), bytes);
+    return Run("add");
+  }
+  /// What lies in a folder of the originals, but for the program's own page.
+  NamedTexts Originals(const std::string& folder) const {
+    auto files = Tree(AppPath("original_zips\\" + folder));
+    std::erase_if(files, [](const auto& file) { return file.first.ends_with(".html"); });
+    return files;
+  }
+  Strings Rows() {
+    Run("routes");
+    return Texts("row");
+  }
+  /// The routes that a clean-up makes of the originals when the catalogue is lost.
+  Strings RowsFromOriginals() {
+    Remove(DataPath("routes.ini"));
+    EXPECT_EQ(Script("routes\nclean\n"), 0) << Last("error");
+    return Rows();
+  }
   /// The stored names of a route file, lower case.
   Strings Entries(const std::string& zip) const {
     Strings names;

@@ -178,5 +178,14 @@ TEST_F(FailedLoadTest, DamagedDataAreNeverCommittedAndTheNextLoadMendsAll) {
   }
 }
 
+TEST_F(FailedLoadTest, WhatWasCheckedCountsAlsoWhereItCannotBeNoted) {
+  SetIni("checked.ini", "storm", "Damaged", "r\\old.s");
+  MakeReadOnly(DataPath("checked.ini"));
+  ExpectError(With({{.name = "R/new.s", .data = "shape", .badCrc = true}}), 321, storm_);
+  EXPECT_EQ(Last("error").value("reason", ""), "the data of R\\new.s are damaged");
+  With({})();
+  EXPECT_EQ(Run("load", "Storm"), 0) << Last("error");
+}
+
 }  // namespace
 }  // namespace quillon

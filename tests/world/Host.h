@@ -26,6 +26,9 @@ bool MarksBindEverybody();
 
 inline void MakeReadOnly(const fs::path& file) { fs::permissions(file, fs::perms(0444)); }
 
+/// Whether a device has names such as CON.tar here, so that no file can.
+bool HasDeviceNames();
+
 /// Whether a folder can be shut here by permissions.
 bool HasPermissions();
 

@@ -3,6 +3,9 @@
 #include <libdeflate.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdio>
+#include <numeric>
 
 namespace quillon {
 namespace {
@@ -76,10 +79,12 @@ void AppendEntry(std::string& out, const Written& file, bool inDirectory) {
 std::string ZipBytes(const std::vector<ZipEntry>& entries, const ZipShape& shape) {
   const std::size_t base = shape.offsetsPastStub ? shape.stub.size() : 0;
   std::string out = shape.stub, directory;
+  std::uint64_t offset = 0;
   for (const auto& entry : entries) {
+    if (!entry.shared) offset = out.size() - base;
     const Written file{entry, entry.name + (entry.folder ? "/" : ""), Packed(entry),
-                       entry.toldSize ? entry.toldSize : entry.data.size(), out.size() - base};
-    AppendEntry(out, file, false);
+                       entry.toldSize ? entry.toldSize : entry.data.size(), offset};
+    if (!entry.shared) AppendEntry(out, file, false);
     AppendEntry(directory, file, true);
   }
   const std::size_t start = out.size() - base;
@@ -91,6 +96,23 @@ std::string ZipBytes(const std::vector<ZipEntry>& entries, const ZipShape& shape
   Append(out, start + static_cast<std::size_t>(shape.directoryShift), 4);
   Append(out, shape.comment.size(), 2);
   return out + shape.comment;
+}
+
+std::string TarBytes(const NamedTexts& files) {
+  std::string tar;
+  for (const auto& [name, data] : files) {
+    std::string head(512, '\0');
+    std::array<char, 16> size;
+    std::snprintf(size.data(), size.size(), "%011zo", data.size());
+    head.replace(0, name.size(), name).replace(100, 7, "0000644").replace(124, 11, size.data());
+    head.replace(136, 11, "00000000000").replace(148, 8, "        ").replace(156, 1, "0");
+    const int sum = std::accumulate(head.begin(), head.end(), 0,
+                                    [](int a, char c) { return a + static_cast<unsigned char>(c); });
+    std::snprintf(size.data(), size.size(), "%06o", static_cast<unsigned>(sum));
+    tar += head.replace(148, 6, size.data()).replace(154, 1, 1, '\0') + data;
+    tar.resize((tar.size() + 511) / 512 * 512);
+  }
+  return tar + std::string(1024, '\0');
 }
 
 }  // namespace quillon

@@ -1,4 +1,4 @@
-// Zips for tests, written byte by byte: ordinary ones, and those that no honest program makes.
+// Archives for tests, written byte by byte: ordinary ones, and zips that no honest program makes.
 #pragma once
 
 #include <cstddef>
@@ -20,6 +20,7 @@ struct ZipEntry {
   bool encrypted = false;        // tells that a password is needed
   bool badCrc = false;           // the checksum is another one
   bool badData = false;          // deflated: can't be unpacked; stored: other bytes than the checksum's
+  bool shared = false;           // lies where the entry before it lies, and writes nothing
   std::uint64_t toldSize = 0;    // the size told instead of the data's, when not 0
   std::uint16_t toldMethod = 0;  // the method told instead of the true one, when not 0
 };
@@ -38,5 +39,8 @@ inline void MakeZip(const fs::path& hostPath, const std::vector<ZipEntry>& entri
                     const ZipShape& shape = {}) {
   WriteBytes(hostPath, ZipBytes(entries, shape));
 }
+
+/// A tar archive of these files.
+std::string TarBytes(const NamedTexts& files);
 
 }  // namespace quillon

@@ -23,6 +23,7 @@ constexpr std::array kVariables = {"HOME", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "
 bool UnderWine() { return false; }
 bool HasLinks() { return true; }
 bool MarksBindEverybody() { return true; }
+bool HasDeviceNames() { return false; }
 bool HasPermissions() { return true; }
 std::string FullDisk() { return "/proc\\new"; }
 int SweepStep() { return 1; }

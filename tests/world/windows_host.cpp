@@ -83,6 +83,7 @@ void MakeFolderLink(const fs::path& target, const fs::path& link) {
 void MakeFileLink(const fs::path& target, const fs::path& link) { MakeLink(target, link, 0); }
 
 bool MarksBindEverybody() { return !UnderWine(); }
+bool HasDeviceNames() { return true; }
 bool HasPermissions() { return false; }
 std::string FullDisk() { return "B:\\new"; }
 int SweepStep() { return 7; }
