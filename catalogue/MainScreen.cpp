@@ -43,13 +43,20 @@ void MainScreen::SetLoadedLabel(std::string_view name) {
 
 void MainScreen::ShowLoaded(bool loaded) {
   SetLabel("lblLoaded", lblLoaded, loaded ? "Currently loaded route" : "", true);
-  const auto playable =
-      loaded ? PlayableOf(program_, catalogue_.ZipOf(catalogue_.Loaded(), kNoData)) : std::nullopt;
+  const auto playable = loaded ? PlayableOf(program_, catalogue_.Loaded()) : std::nullopt;
   SetLabel("lblPlayable", lblPlayable, playable ? playable->Text() : "", playable.has_value());
 }
 
+/// A route that was judged before it was loaded is judged once more, for there is no page of it.
 void MainScreen::lblPlayableClick() {
-  if (lblPlayable.visible) program_.shell.OpenInShell(program_.app.CausesOfLoaded());
+  if (!lblPlayable.visible) return;
+  const std::string zip = catalogue_.Loaded();
+  if (EqualNoCase(RouteOfPage(program_), zip))
+    return program_.shell.OpenInShell(program_.app.CausesOfLoaded());
+  program_.shared.RoutesToJudge = {zip};
+  program_.shared.ShowReportWhenDone = true;
+  program_.stage.ShowModal("frmActivityCheck");
+  SetLoadedLabel(lblRouteName.text);
 }
 
 void MainScreen::ResetButtonImages() {

@@ -1,5 +1,6 @@
 #include "catalogue/Playable.h"
 
+#include "core/Installation.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -19,6 +20,14 @@ std::optional<Playable> PlayableOf(const Program& program, const std::string& zi
 void NotePlayable(Program& program, const std::string& zip, const Playable& playable) {
   program.ini.WriteIni(zip, "Playable", std::to_string(playable.playable), program.app.PlayableIni());
   program.ini.WriteIni(zip, "Of", std::to_string(playable.of), program.app.PlayableIni());
+}
+
+std::string RouteOfPage(const Program& program) {
+  return program.ini.ReadIni(FileNameOf(kWorkingRoute), "Route", "", program.app.PlayableIni());
+}
+
+void NoteRouteOfPage(Program& program, const std::string& zip) {
+  program.ini.WriteIni(FileNameOf(kWorkingRoute), "Route", zip, program.app.PlayableIni());
 }
 
 }  // namespace quillon

@@ -19,4 +19,8 @@ struct Playable {
 std::optional<Playable> PlayableOf(const Program& program, const std::string& zip);
 void NotePlayable(Program& program, const std::string& zip, const Playable& playable);
 
+/// The zip name of the route that was loaded at the last whole Checkup, and that its page tells of.
+std::string RouteOfPage(const Program& program);
+void NoteRouteOfPage(Program& program, const std::string& zip);
+
 }  // namespace quillon

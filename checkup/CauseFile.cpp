@@ -178,7 +178,8 @@ void WriteCauses(Program& program, CauseList& list) {
   const Catalogue catalogue(program);
   const std::string working(FileNameOf(kWorkingRoute));
   list.made = LocalTime("%Y-%m-%d %H:%M:%S");
-  list.route = catalogue.ZipOf(catalogue.Loaded(), "");
+  const std::string loaded = catalogue.Loaded();
+  list.route = loaded == kNoData ? "" : loaded;
   if (const auto before = ReadCauses(program)) list.changes = Compare(*before, list);
   program.files.WriteAll(program.app.CausesJson(), CausesJson(list));
   program.files.WriteAll(program.app.CausesHtml(), CausesPage(list));
@@ -186,6 +187,7 @@ void WriteCauses(Program& program, CauseList& list) {
                          "<!DOCTYPE html>\r\n<meta charset=\"utf-8\"><title>Quillon</title>\r\n"
                          "<meta http-equiv=\"refresh\" content=\"0;url=causes.html#" +
                              CausesAnchor(working) + "\">\r\n");
+  NoteRouteOfPage(program, list.route);
   if (!list.route.empty())
     NotePlayable(program, list.route, {list.Playable(working), list.Activities(working)});
 }

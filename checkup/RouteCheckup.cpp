@@ -93,7 +93,7 @@ RouteCheckup::Route RouteCheckup::ReadRoute(const std::string& zip) {
   Route route;
   route.zip = zip;
   const Catalogue catalogue(program_);
-  if (EqualNoCase(catalogue.ZipOf(catalogue.Loaded(), kNoData), zip)) {
+  if (EqualNoCase(catalogue.Loaded(), zip)) {
     const std::string working = program_.BelowGame(kWorkingRoute) + "\\";
     route.services = ListGameFiles(program_, working + kServices.folder, kServices.extension);
     route.activities = ListGameFiles(program_, working + kActivities.folder, kActivities.extension);

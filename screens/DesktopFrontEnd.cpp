@@ -2,10 +2,14 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
 #include <QPixmapCache>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
@@ -30,10 +34,27 @@ constexpr int kTurnInterval = 33;        // milliseconds of work between two tur
 constexpr int kIdleTime = 300;           // milliseconds after which the user is taken to be looking
 constexpr int kExposeTime = 1000;        // milliseconds that a window may take to come up
 
+constexpr int kTallestText = 380, kWidestText = 640;  // pixels of a question
+
 constexpr std::string_view kErrorPage = "error";  // stands among the screens of the help's table
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).remove('\r');
+}
+
+/// A long list is scrolled: the buttons stay on the display.
+void ScrollLongText(QMessageBox& box) {
+  box.ensurePolished();
+  auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+  if (label == nullptr || label->sizeHint().height() <= kTallestText) return;
+  auto* area = new QScrollArea(&box);
+  delete box.layout()->replaceWidget(label, area);
+  label->setMargin(4);
+  const int beside = area->verticalScrollBar()->sizeHint().width() + 2 * area->frameWidth();
+  area->setMinimumSize(std::min(label->sizeHint().width(), kWidestText) + beside, kTallestText);
+  area->setWidget(label);
+  area->setWidgetResizable(true);
+  for (QWidget* paper : {static_cast<QWidget*>(label), area->viewport()}) paper->setAutoFillBackground(false);
 }
 
 void DrawBackgroundAhead(const QString& screen) {
@@ -203,6 +224,7 @@ bool DesktopFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
   QMessageBox box(QMessageBox::Warning, Text(title), Text(text), QMessageBox::Yes | QMessageBox::No,
                   ActiveScreen());
   box.setDefaultButton(QMessageBox::No);
+  ScrollLongText(box);
   const bool yes = box.exec() == QMessageBox::Yes;
   RethrowFailure();  // of a timer that ticked below the box
   return yes;

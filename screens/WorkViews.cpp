@@ -70,6 +70,8 @@ frmActivityCheck::frmActivityCheck(ActivityCheckScreen& model, Desk& desk)
   setWindowTitle("Quillon is checking");
   AddText("lblMessage",
           "All consists, services and activities are being checked.\nThis may take a few minutes...");
+  Bind("btnCauses", model.btnCauses, "Open the page of causes, in place of the report.",
+       [&model] { model.btnCausesClick(); });
   PictureButton* ok =
       Bind("btnOK", model.btnOK, "Back to the route manager.", [&model] { model.btnOKClick(); });
   SetDefault(ok);

@@ -8,6 +8,17 @@
 #include "screens/Fonts.h"
 
 namespace quillon {
+namespace {
+
+/// The light of the signal, by the numbers in the text; none while nothing is known, or without activities.
+QString AspectOf(const Label& label) {
+  const QStringList words = QString::fromStdString(label.text).split(' ');
+  const int playable = words[0].toInt(), of = words.value(2).toInt();
+  if (!label.visible || of <= 0) return {};
+  return playable >= of ? "green" : playable > 0 ? "amber" : "red";
+}
+
+}  // namespace
 
 frmMain::frmMain(MainScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   imgRoute_ = AddText("imgRoute", {});
@@ -31,12 +42,25 @@ void frmMain::BindButtons() {
   Bind("btnInfo", m.btnInfo, "Route information.", [&m] {
     m.btnInfoClick();
   })->setShortcut(Qt::ALT | Qt::Key_I);
+  BindPlayable();
   SetDefault(Bind("btnLoad", m.btnLoad, "Load the selected route into Train Simulator.",
                   [&m] { m.btnLoadClick(); }));
   Bind("btnOptions", m.btnOptions, "Various Quillon settings.", [&m] { m.btnOptionsClick(); });
   Bind("btnManage", m.btnManage, "Add routes, check for problems, etc.", [&m] { m.btnManageClick(); });
   Bind("btnHelp", m.btnHelp, "Need help?", [&m] { m.btnHelpClick(); })->setShortcut(Qt::Key_F1);
   SetCancel(Bind("btnExit", m.btnExit, "Exit Quillon.", [&m] { m.btnExitClick(); }));
+}
+
+/// A sign by the line, its signal, and the words, which both leave the pointer to the sign.
+void frmMain::BindPlayable() {
+  signPlayable_ =
+      Bind("signPlayable", playable_, "Open the page of causes at this route: what to do first.", [this] {
+        if (ListIsOpen()) model_.CloseList();
+        model_.lblPlayableClick();
+      });
+  lampPlayable_ = AddText("lampPlayable", {});
+  lblPlayable_ = AddText("lblPlayable", {});
+  for (QLabel* label : {lampPlayable_, lblPlayable_}) label->setAttribute(Qt::WA_TransparentForMouseEvents);
 }
 
 void frmMain::BindLists() {
@@ -71,6 +95,7 @@ void frmMain::BindTimers() {
 }
 
 void frmMain::Sync() {
+  ShowPlayable();
   ScreenView::Sync();
   ShowLamp();
   ShowHint();
@@ -82,6 +107,20 @@ void frmMain::ShowLamp() {
   if (lit && lampLoaded_->pixmap().isNull())
     lampLoaded_->setPixmap(Picture(LayoutOf("lampLoaded").picture, lampLoaded_->size(), devicePixelRatioF()));
   lampLoaded_->setVisible(lit);
+}
+
+void frmMain::ShowPlayable() {
+  const QString aspect = AspectOf(model_.lblPlayable);
+  playable_.visible = !aspect.isEmpty();
+  if (playable_.visible) {
+    ShowWhole(*lblPlayable_, model_.lblPlayable.text);
+    signPlayable_->setAccessibleName(lblPlayable_->accessibleName());
+    if (aspect != aspect_)
+      lampPlayable_->setPixmap(
+          Picture("frmMain/signal" + aspect, lampPlayable_->size(), devicePixelRatioF()));
+    aspect_ = aspect;
+  }
+  for (QLabel* label : {lampPlayable_, lblPlayable_}) label->setVisible(playable_.visible);
 }
 
 /// The picture fills its frame; what stands over is cut off evenly.
@@ -103,13 +142,14 @@ void frmMain::ShowPreview() {
 }
 
 void frmMain::ShowHint() {
-  const bool boardIsFree = !model_.ListRoutes.visible && !model_.infoList.visible;
   ShowWhole(*hint_, model_.Hint());
-  hint_->setVisible(boardIsFree);
+  hint_->setVisible(!ListIsOpen());
 }
 
+bool frmMain::ListIsOpen() const { return model_.ListRoutes.visible || model_.infoList.visible; }
+
 void frmMain::Escape() {
-  if (!model_.ListRoutes.visible && !model_.infoList.visible) return;
+  if (!ListIsOpen()) return;
   Do([this] { model_.CloseList(); });
 }
 

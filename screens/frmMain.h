@@ -20,12 +20,18 @@ class frmMain : public ScreenView {
   void BindButtons();
   void BindLists();
   void BindTimers();
+  void BindPlayable();
+  bool ListIsOpen() const;
   void ShowLamp();
+  void ShowPlayable();
   void ShowPreview();
   void ShowHint();
 
   MainScreen& model_;
-  QLabel *imgRoute_, *lampLoaded_, *hint_;
+  QLabel *imgRoute_, *lampLoaded_, *hint_, *lampPlayable_, *lblPlayable_;
+  PictureButton* signPlayable_;
+  Button playable_{.visible = false};
+  QString aspect_;
   std::string shown_;
 };
 

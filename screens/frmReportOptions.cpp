@@ -14,6 +14,7 @@ frmReportOptions::frmReportOptions(ReportOptionsScreen& model, Desk& desk)
           "those that cannot work because something is missing.\n\nIt may take a few minutes. Faulty "
           "consists are put "
           "aside, and come back at the next Checkup after their trains were installed.");
+  BindChoices();
   label1_ = AddText("Label1", "Check Trains: all trains, consists, services, activities");
   label2_ = AddText("Label2", "View Report: the full one, when the Checkup has finished");
   chkTrains_ = BindTick("chkTrains", trains_, label1_->text(), [&m] { m.chkTrainsClick(); });
@@ -24,12 +25,37 @@ frmReportOptions::frmReportOptions(ReportOptionsScreen& model, Desk& desk)
   for (QLabel* label : {label1_, label2_}) label->installEventFilter(this);
 }
 
+void frmReportOptions::BindChoices() {
+  ReportOptionsScreen& m = model_;
+  causes_ = Bind("btnCauses", m.btnCauses, {}, [&m] { m.btnCausesClick(); });
+  fix_ = Bind("btnFix", m.btnFix, {}, [&m] { m.btnFixClick(); });
+  routes_ = Bind("btnRoutes", m.btnRoutes, {}, [&m] { m.btnRoutesClick(); });
+}
+
+void frmReportOptions::TellWhatTheyDo() {
+  const ReportOptionsScreen& m = model_;
+  const QString first = "A Checkup must run first: click OK.";
+  causes_->SetTip(m.btnCauses.enabled
+                      ? "Open the page of causes: what to install first, so that most activities run."
+                      : first);
+  fix_->SetTip(m.btnFix.enabled      ? "Show which train folders would be renamed, and ask."
+               : m.btnCauses.enabled ? "No train folder is known that a rename would put right."
+                                     : first);
+  routes_->SetTip(m.btnRoutes.enabled
+                      ? "Tell for each route which activities can be played, without loading it."
+                      : "There are no routes yet.");
+}
+
 void frmReportOptions::Sync() {
   trains_ = model_.chkTrains > 0;
   view_ = model_.chkView > 0;
   chkTrains_->SetGrey(model_.chkTrains == 2);
   chkView_->SetGrey(model_.chkView == 2);
+  TellWhatTheyDo();
   ScreenView::Sync();
+  // Where there is a result, it is what the user most likely came for.
+  if (model_.btnCauses.enabled && !hasCauses_) causes_->setFocus();
+  hasCauses_ = model_.btnCauses.enabled;
 }
 
 bool frmReportOptions::eventFilter(QObject* watched, QEvent* event) {

@@ -16,7 +16,12 @@ class frmReportOptions : public ScreenView {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void BindChoices();
+  void TellWhatTheyDo();
+
   ReportOptionsScreen& model_;
+  PictureButton *causes_, *fix_, *routes_;
+  bool hasCauses_ = false;
   bool trains_ = true, view_ = true;
   PictureButton *chkTrains_, *chkView_;
   QLabel *label1_, *label2_;

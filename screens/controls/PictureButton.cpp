@@ -27,9 +27,8 @@ QPixmap Shaded(QPixmap picture) {
 PictureButton::PictureButton(const ControlLayout& layout, const QString& tip, QWidget* parent)
     : QAbstractButton(parent), layout_(layout) {
   setGeometry(layout.rect);
-  setToolTip(tip);
+  SetTip(tip);
   setAccessibleName(layout.caption.isEmpty() ? tip : layout.caption);
-  setAccessibleDescription(tip);
   setCursor(Qt::PointingHandCursor);
   setFocusPolicy(Qt::StrongFocus);
   setAttribute(Qt::WA_Hover);
@@ -44,6 +43,11 @@ void PictureButton::SetFlashing(bool flashing) {
 void PictureButton::SetGrey(bool grey) {
   grey_ = grey;
   update();
+}
+
+void PictureButton::SetTip(const QString& tip) {
+  setToolTip(tip);
+  setAccessibleDescription(tip);
 }
 
 void PictureButton::SetMnemonic(QChar letter) {

@@ -17,6 +17,7 @@ class PictureButton : public QAbstractButton {
   void SetFlashing(bool flashing);
   /// A tick that can't be taken away.
   void SetGrey(bool grey);
+  void SetTip(const QString& tip);
   /// Pressed together with Alt, it clicks; underlined in the caption. Null for none.
   void SetMnemonic(QChar letter);
 

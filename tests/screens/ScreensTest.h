@@ -16,6 +16,11 @@
 
 namespace quillon {
 
+struct QuietFrontEnd : DesktopFrontEnd {
+  void OpenInShell(std::string_view path) override { opened += path; }
+  std::string opened;
+};
+
 class ScreensTest : public ProgramTest {
  protected:
   ScreensTest() { FirstRun(); }
@@ -72,7 +77,7 @@ class ScreensTest : public ProgramTest {
     answerer_.start(10);
   }
 
-  DesktopFrontEnd frontEnd_;
+  QuietFrontEnd frontEnd_;
   std::unique_ptr<RunningProgram> program_;
   std::string boxes_;
 

@@ -79,6 +79,23 @@ TEST_F(ListsTest, TheLoadedRouteIsOfferedToBeMadePermanent) {
   EXPECT_EQ(Loaded(), "r10");
 }
 
+TEST_F(ListsTest, TheSignalOfTheLoadedRouteOpensItsPage) {
+  StoreMany(2);
+  SetIni("routes.ini", "Current", "Loaded", "r10");
+  Write(DataPath("misc_info\\playable.ini"),
+        "[r10]\r\nPlayable=9\r\nOf=12\r\n[Quillon-route]\r\nRoute=r10\r\n");
+  Start();
+  auto& sign = ButtonOf("frmMain", "signPlayable");
+  ASSERT_EQ(View("frmMain").childAt(Control<QLabel>("frmMain", "lblPlayable").geometry().center()), &sign);
+  Click("frmMain", "btnRouteList");
+  Hover(Routes(), RowAt(Routes(), 1));
+  EXPECT_FALSE(sign.isVisible());
+  Hover(Routes(), RowAt(Routes(), 0));
+  QTest::keyClick(&sign, Qt::Key_Return);
+  EXPECT_FALSE(Routes().isVisible());
+  EXPECT_EQ(frontEnd_.opened, program_->Get().app.CausesOfLoaded());
+}
+
 TEST_F(ListsTest, AClickBesideTheListClosesIt) {
   StoreMany(2);
   Start();

@@ -6,6 +6,7 @@
 
 #include "catalogue/OptionsScreen.h"
 #include "catalogue/ShelfScreen.h"
+#include "checkup/CauseFile.h"
 #include "core/Text.h"
 #include "intake/RoutesScreen.h"
 #include "intake/WhyScreen.h"
@@ -69,6 +70,28 @@ TEST_F(OtherScreensTest, AddRoutesBlinksUntilSomethingIsClicked) {
   EXPECT_FALSE(WaitFor([&] { return routes.cmdAddRoutes.picture == "addover"; }, 1200));
   QTest::keyClick(&View("frmReportOptions"), Qt::Key_Escape);
   EXPECT_TRUE(WaitFor([&] { return routes.cmdAddRoutes.picture == "addover"; }, 2000)) << "it came up again";
+}
+
+TEST_F(OtherScreensTest, TheCheckupOffersFirstWhatItHasFound) {
+  CauseList list{.causes = {{}}};
+  for (int i = 0; i < 60; ++i) list.causes[0].moves.push_back({"x" + std::to_string(i), std::to_string(i)});
+  Write(DataPath("misc_info\\causes.json"), CausesJson(list));
+  Start();
+  Click("frmMain", "btnManage");
+  Click("frmRoutes", "btnCheckup");
+  EXPECT_FALSE(ButtonOf("frmReportOptions", "btnFix").isEnabled());
+  QTest::keyClick(&View("frmReportOptions"), Qt::Key_Escape);
+  for (const auto& move : list.causes[0].moves) Write(GamePath("TRAINS\\TRAINSET\\" + move.from), "");
+  Click("frmRoutes", "btnCheckup");
+  QString order;
+  for (auto* view = &View("frmReportOptions"); order.count(' ') < 6; QTest::keyClick(view, Qt::Key_Tab))
+    order += view->focusWidget()->objectName() + ' ';
+  EXPECT_EQ(order, "btnCauses btnFix chkTrains chkView btnOK btnCancel ");
+  QTimer::singleShot(100, [] {
+    EXPECT_LT(QApplication::activeModalWidget()->height(), 600) << "the buttons are on the display";
+    QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
+  });
+  Click("frmReportOptions", "btnFix");
 }
 
 TEST_F(OtherScreensTest, PackRefusesWhatIsNoRoute) {
