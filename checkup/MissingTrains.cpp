@@ -56,23 +56,31 @@ void MissingTrains::Find() {
 /// The missing files by their folders.
 std::map<std::string, MissingTrains::Wanted> MissingTrains::JudgeItems() {
   items_.resize(input_.items.size());
-  std::vector<bool> asked(items_.size(), false);
-  const auto ask = [&](const auto& files) {
-    for (const auto& file : files)
-      for (const std::uint32_t item : file.facts->items) asked[item] = true;
-  };
-  ask(input_.consists);
-  ask(input_.activities);
+  std::vector<bool> seen(items_.size(), false);
   std::map<std::string, Wanted> missing;
-  for (std::uint32_t i = 0; i < items_.size(); ++i) {
-    const TrainItem& item = Item(i);
-    if (!asked[i] || (item.splits && input_.trains.CheckItem(item.kind, item.file, item.folder))) continue;
-    items_[i].good = false;
-    if (!item.splits) continue;
-    missing[item.folder].try_emplace(item.file, item.wantedFile);
-    spellings_.try_emplace(item.folder, item.wantedFolder);
-  }
+  // In the order of the files: of several spellings the first counts, however the items were numbered.
+  const auto judge = [&](const auto& files) {
+    for (const auto& file : files) {
+      for (const std::uint32_t i : file.facts->items) {
+        if (seen[i]) continue;
+        seen[i] = true;
+        const TrainItem& item = Item(i);
+        if (item.splits && input_.trains.CheckItem(item.kind, item.file, item.folder)) continue;
+        items_[i].good = false;
+        if (!item.splits) continue;
+        missing[item.folder].try_emplace(item.file, item.wantedFile);
+        spellings_.try_emplace(item.folder, item.wantedFolder);
+      }
+    }
+  };
+  judge(input_.consists);
+  judge(input_.activities);
   return missing;
+}
+
+void MissingTrains::AskFor(const TrainItem& item) {
+  askedFor_.insert(item.folder);
+  askedForFiles_.insert(Key(item.folder, item.file));
 }
 
 void MissingTrains::CountAskedFor() {
@@ -80,11 +88,11 @@ void MissingTrains::CountAskedFor() {
     const auto& items = consist.facts->items;
     if (!std::all_of(items.begin(), items.end(), [&](std::uint32_t item) { return items_[item].good; }))
       continue;
-    for (const std::uint32_t item : items) askedFor_.insert(Item(item).folder);
+    for (const std::uint32_t item : items) AskFor(Item(item));
   }
   for (const auto& activity : input_.activities)
     for (const std::uint32_t item : activity.facts->items)
-      if (items_[item].good) askedFor_.insert(Item(item).folder);
+      if (items_[item].good) AskFor(Item(item));
 }
 
 void MissingTrains::AddFolder(const std::string& folder, const Wanted& files) {
@@ -159,6 +167,11 @@ bool MissingTrains::AdviseFile(Cause& cause, const std::string& folder, const st
     return false;
   }
   if (const std::string odd = places_->WithBlanks(folder, file); !odd.empty()) {
+    if (askedForFiles_.contains(Key(folder, LowerCase(odd)))) {
+      cause.advice =
+          "Whole consists ask for \"" + odd + "\" in " + there + ": copy it as " + cause.name + ".";
+      return true;
+    }
     cause.advice =
         "Rename \"" + odd + "\" in " + there + " to " + cause.name + ": there is a blank too much.";
     cause.moves = {{cause.place + "\\" + odd, cause.place + "\\" + cause.name}};

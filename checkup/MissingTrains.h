@@ -48,6 +48,7 @@ class MissingTrains {
   const TrainItem& Item(std::uint32_t number) const { return input_.items[number]; }
   std::map<std::string, Wanted> JudgeItems();
   void CountAskedFor();
+  void AskFor(const TrainItem& item);
   void AddFolder(const std::string& folder, const Wanted& files);
   void AddIncomplete(std::uint32_t folderCause, const std::string& folder, const std::string& file,
                      const std::string& spelling);
@@ -62,8 +63,9 @@ class MissingTrains {
   std::vector<JudgedItem> items_;                           // by their numbers
   std::unordered_map<std::string, std::string> spellings_;  // of train folders, by lower case
   std::unordered_map<std::string, Roots> rootsOf_;          // by folder and file
-  std::unordered_set<std::string> askedFor_;  // train folders: to rename one would break whole consists
-  std::optional<TrainPlaces> places_;         // looked for only when something is missing
+  // Train folders, and train files by folder and file: to rename one would break whole consists.
+  std::unordered_set<std::string> askedFor_, askedForFiles_;
+  std::optional<TrainPlaces> places_;  // looked for only when something is missing
 };
 
 }  // namespace quillon

@@ -10,7 +10,6 @@
 #include "intake/DamageCheck.h"
 #include "intake/ForeignDownloads.h"
 #include "intake/InformationExtraction.h"
-#include "intake/NewRoutes.h"
 #include "intake/Previews.h"
 #include "intake/RouteRebuilding.h"
 #include "intake/RouteVerification.h"
@@ -39,7 +38,6 @@ void AddRoutes::Run() {
   state_.program.shared.DownloadAtWork.clear();
   state_.journal.End();
   state_.progress.Caption("Finishing Up!");
-  TellWhatCanBePlayed(state_);
   TellResult();
 }
 

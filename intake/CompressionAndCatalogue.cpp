@@ -3,6 +3,7 @@
 #include "catalogue/Catalogue.h"
 #include "catalogue/RouteChecks.h"
 #include "core/Text.h"
+#include "intake/NewRoutes.h"
 #include "intake/RouteName.h"
 
 namespace quillon {
@@ -22,6 +23,7 @@ std::string Shortened(std::string name) {
 
 void CompressionAndCatalogue::Run() {
   MakeRouteFiles();
+  NoteWhatCanBePlayed(state_);
   for (const auto& zip : state_.ListFinal) EnterRoute(zip);
 }
 

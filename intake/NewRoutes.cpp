@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "catalogue/Catalogue.h"
 #include "catalogue/Playable.h"
 #include "checkup/RouteCheckup.h"
 #include "core/Text.h"
@@ -24,7 +23,7 @@ std::string Lacks(const CauseList& list, const std::string& zip) {
                                       [&](const std::string& path) { return path.starts_with(zip + "\\"); }))
       names.push_back(cause.place.empty() ? cause.name : cause.place + "\\" + cause.name);
   if (names.empty()) return {};
-  std::string text = "; it lacks the trains ";
+  std::string text = ", it lacks the trains ";
   for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i)
     text += (i == 0 ? "" : ", ") + names[i];
   return names.size() > kMostNames ? text + " and " + std::to_string(names.size() - kMostNames) + " more"
@@ -33,7 +32,7 @@ std::string Lacks(const CauseList& list, const std::string& zip) {
 
 }  // namespace
 
-void TellWhatCanBePlayed(IntakeState& state) {
+void NoteWhatCanBePlayed(IntakeState& state) {
   Program& program = state.program;
   if (state.ListofRouteZips.empty() ||
       program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) == "No")
@@ -42,10 +41,7 @@ void TellWhatCanBePlayed(IntakeState& state) {
     const CauseList list = RouteCheckup(program, state.progress).Judge(state.ListofRouteZips);
     for (const auto& zip : state.ListofRouteZips) {
       if (list.Activities(zip) == 0) continue;
-      const std::string text = Playable{list.Playable(zip), list.Activities(zip)}.Text() + Lacks(list, zip);
-      state.verdicts.Add(zip, text);
-      program.watcher.LabelChanged("frmInitProg", "lblNews",
-                                   Label{Catalogue(program).NameOf(zip, zip) + ": " + text});
+      state.verdicts.Note(zip, Playable{list.Playable(zip), list.Activities(zip)}.Text() + Lacks(list, zip));
     }
   } catch (
       const RunTimeError&) {  // the routes are in: what can't be read of the game is the Checkup's to say

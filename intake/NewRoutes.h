@@ -5,8 +5,8 @@
 
 namespace quillon {
 
-/// Says of each new route how many of its activities can be played with the trains that are installed, and
-/// which it lacks. Nothing while the game is not known.
-void TellWhatCanBePlayed(IntakeState& state);
+/// Adds to the verdict on each new route how many of its activities can be played with the trains that are
+/// installed, and which it lacks. Nothing while the game is not known.
+void NoteWhatCanBePlayed(IntakeState& state);
 
 }  // namespace quillon

@@ -20,10 +20,6 @@ class Verdicts {
   /// A sentence that belongs to the verdict on `zip`, which comes later.
   void Note(const std::string& zip, const std::string& sentence);
   void Give(const std::string& zip, const char* kind, const std::string& reason);
-  /// One more line in the log on a route that was taken in.
-  void Add(const std::string& zip, const std::string& text) const {
-    log_.Add({DownloadOf(zip), "ADD", text});
-  }
 
  private:
   Program& program_;

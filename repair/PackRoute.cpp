@@ -7,6 +7,7 @@
 #include "catalogue/Unfinished.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/host/PathText.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {
@@ -145,7 +146,8 @@ void PackRoute::Add(const std::string& folder, const std::string& name) {
   const std::string storedName = folder.substr(PackParent.size() + 1) + name;
   FileSystem::Stamp stamp;
   const FileCode code = files_.Host().GetStamp(path, stamp);
-  if (const char* harm = HarmIn(storedName); code == FileCode::InvalidName || harm != nullptr)
+  const bool untold = code == FileCode::InvalidName || HasStandIns(storedName);
+  if (const char* harm = HarmIn(storedName); untold || harm != nullptr)
     throw RunTimeError(
         ErrorNumber::BadFileName, path,
         std::string(harm != nullptr ? harm : "Windows knows no such name") + ": rename it to pack the route");

@@ -110,8 +110,10 @@ std::vector<Shelf::Move> Shelf::RenamesBack(const ShelfEntry& entry) const {
   for (const auto& line : RecordLines(lines)) {
     const auto bar = line.find('|');
     if (bar == line.npos) continue;
-    const std::string from = line.substr(0, bar), to = line.substr(bar + 1);
-    if (files_.FileExists(to)) renames.insert(renames.begin(), {to, from});
+    // A blank or a dot at the end of a name, where the host had one, does not come back.
+    const std::string from = line.substr(0, line.find_last_not_of(" .", bar - 1) + 1),
+                      to = line.substr(bar + 1);
+    if (!EqualNoCase(from, to) && files_.FileExists(to)) renames.insert(renames.begin(), {to, from});
   }
   return renames;
 }

@@ -69,10 +69,9 @@ TEST_F(FailedLoadTest, AnUnreadableRouteFileChangesNothing) {
 }
 
 TEST_F(FailedLoadTest, AnEntryThatCantBePlacedChangesNothing) {
-  const std::vector<ZipEntry> harmful = {
-      Entry("..\\evil.s"),
-      Entry("xyaux/R/b.s"),  // "r\" is cut off the front of what holds it
-      {.name = "R/secret.s", .data = "x", .encrypted = true}};
+  const std::vector<ZipEntry> harmful = {Entry("..\\evil.s"),
+                                         Entry("xyaux/R/b.s"),  // "r\" is cut off the front of what holds it
+                                         {.name = "R/secret.s", .data = "x", .encrypted = true}};
   for (const auto& entry : harmful) {
     SCOPED_TRACE(entry.name);
     ExpectRefusal(With({entry}), 0, storm_);

@@ -25,6 +25,7 @@ class LoadTest : public ProgramTest {
  protected:
   LoadTest() {
     EXPECT_EQ(FirstRun(), 0);
+    Remove(GamePath("Quillon_Extras\\EnvFiles"));  // which every load would bring
     defaults_ = Tree(WorkingPath(""));
     StoreRoute("valley", "Valley Line", Valley());
     StoreRoute("hill", "Hill Line", {Entry("Hill/World/w.w", "world"), Entry("Hill/Hill.trk", "hill")});

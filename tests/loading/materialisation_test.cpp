@@ -9,6 +9,7 @@ class LayersTest : public ProgramTest {
  protected:
   LayersTest() {
     EXPECT_EQ(FirstRun(), 0);
+    Remove(GamePath("Quillon_Extras\\EnvFiles"));  // which every load would bring
     Store({Entry("Valley/World/w.w", "world")});
     StoreRoute("hill", "Hill Line", {Entry("Hill/World/h.w", "world")});
   }
