@@ -123,6 +123,8 @@ CauseList Parse(const std::string& text) {
 
 std::string CausesJson(const CauseList& list) {
   Json causes = Json::array(), activities = Json::array();
+  std::size_t moves = 0;
+  for (const auto& cause : list.causes) moves += cause.moves.size();
   for (const auto& cause : list.causes) causes.push_back(ToJson(cause));
   for (const auto& activity : list.activities)
     activities.push_back({{"route", activity.route},
@@ -140,7 +142,8 @@ std::string CausesJson(const CauseList& list) {
                        {"consistsWhole", list.consistsWhole},
                        {"consistsFaulty", list.consistsFaulty},
                        {"trainsMissing", list.trainsMissing},
-                       {"trainsMisplaced", list.trainsMisplaced}}},
+                       {"trainsMisplaced", list.trainsMisplaced},
+                       {"moves", moves}}},
                      {"causes", std::move(causes)},
                      {"activities", std::move(activities)},
                      {"changes",
@@ -162,6 +165,23 @@ std::optional<CauseList> ReadCauses(Program& program, const std::string& path) {
   if (program.files.Host().Read(path, text, kNoLimit) != FileCode::Ok) return {};
   try {
     return Parse(text);
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+std::optional<CauseCounts> ReadCauseCounts(Program& program, const std::string& path) {
+  constexpr std::uint64_t kHead = 16u << 10;  // bytes: what comes before the causes
+  std::string text;
+  if (program.files.Host().Read(path, text, kHead) != FileCode::Ok) return {};
+  try {
+    Json json = Json::parse(text.substr(0, text.find(",\n \"causes\"")) + "}");
+    if (json.at("version") != kVersion) return {};
+    const Json& summary = json.at("summary");
+    return CauseCounts{summary.at("activities"),    summary.at("playable"),
+                       summary.at("consistsWhole"), summary.at("consistsFaulty"),
+                       summary.at("trainsMissing"), summary.at("trainsMisplaced"),
+                       summary.value("moves", 0),   json.at("upTo")};
   } catch (const std::exception&) {
     return {};
   }

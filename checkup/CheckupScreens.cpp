@@ -12,9 +12,9 @@
 namespace quillon {
 
 void ReportOptionsScreen::Activate() {
-  const auto causes = ReadCauses(program_);
-  btnCauses.enabled = causes.has_value();
-  btnFix.enabled = causes && !PossibleMoves(program_, *causes).empty();
+  const auto counts = ReadCauseCounts(program_, program_.app.CausesJson());
+  btnCauses.enabled = counts.has_value();
+  btnFix.enabled = counts && counts->moves > 0;
   btnRoutes.enabled = Catalogue(program_).AnyRoute();
   if (program_.files.FileExists(program_.app.TrainRecord("finalreport.ini"))) return;
   SetTrains(2);
@@ -76,8 +76,9 @@ void ReportOptionsScreen::btnCausesClick() {
 
 void ReportOptionsScreen::btnFixClick() {
   const auto causes = ReadCauses(program_);
-  if (!btnFix.enabled || !causes) return;
-  if (AskAndMove(program_, PossibleMoves(program_, *causes))) RunCheckup(true);
+  const auto moves = causes ? PossibleMoves(program_, *causes) : std::vector<TrainMove>();
+  btnFix.enabled = btnFix.enabled && !moves.empty();  // they may have been made by hand since
+  if (btnFix.enabled && AskAndMove(program_, moves)) RunCheckup(true);
 }
 
 void ReportOptionsScreen::btnRoutesClick() {

@@ -38,8 +38,10 @@ std::uint32_t NewCause(CauseList& list, Cause::Kind kind, std::string name, std:
 
 void MissingTrains::Find() {
   const auto missing = JudgeItems();
-  CountAskedFor();
-  if (!missing.empty()) places_.emplace(program_);
+  if (!missing.empty()) {
+    CountAskedFor();
+    places_.emplace(program_);
+  }
   for (const auto& [folder, files] : missing) {
     if (!input_.trains.HasFolder(folder) && !folder.empty())
       AddFolder(folder, files);
@@ -78,21 +80,21 @@ std::map<std::string, MissingTrains::Wanted> MissingTrains::JudgeItems() {
   return missing;
 }
 
-void MissingTrains::AskFor(const TrainItem& item) {
-  askedFor_.insert(item.folder);
-  askedForFiles_.insert(Key(item.folder, item.file));
-}
-
 void MissingTrains::CountAskedFor() {
+  std::vector<bool> asked(items_.size(), false);
   for (const auto& consist : input_.consists) {
     const auto& items = consist.facts->items;
     if (!std::all_of(items.begin(), items.end(), [&](std::uint32_t item) { return items_[item].good; }))
       continue;
-    for (const std::uint32_t item : items) AskFor(Item(item));
+    for (const std::uint32_t item : items) asked[item] = true;
   }
   for (const auto& activity : input_.activities)
-    for (const std::uint32_t item : activity.facts->items)
-      if (items_[item].good) AskFor(Item(item));
+    for (const std::uint32_t item : activity.facts->items) asked[item] = asked[item] || items_[item].good;
+  for (std::uint32_t i = 0; i < items_.size(); ++i) {
+    if (!asked[i]) continue;
+    askedFor_.insert(Item(i).folder);
+    askedForFiles_.insert(Key(Item(i).folder, Item(i).file));
+  }
 }
 
 void MissingTrains::AddFolder(const std::string& folder, const Wanted& files) {

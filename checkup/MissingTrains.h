@@ -48,7 +48,6 @@ class MissingTrains {
   const TrainItem& Item(std::uint32_t number) const { return input_.items[number]; }
   std::map<std::string, Wanted> JudgeItems();
   void CountAskedFor();
-  void AskFor(const TrainItem& item);
   void AddFolder(const std::string& folder, const Wanted& files);
   void AddIncomplete(std::uint32_t folderCause, const std::string& folder, const std::string& file,
                      const std::string& spelling);

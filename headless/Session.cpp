@@ -306,7 +306,7 @@ void Session::Checkup(const Command& command) {
       if (options->chkTrains == 0) options->chkTrainsClick();
       options->btnOKClick();
     });
-  if (const auto list = ReadCauses(program_.Get()); list && !program_.Get().refused) PutCounts(*list);
+  if (!program_.Get().refused) PutCounts(program_.Get().app.CausesJson());
 }
 
 void Session::CheckRoutes(const Command& command) {
@@ -326,7 +326,7 @@ void Session::CheckRoutes(const Command& command) {
   for (const auto& zip : zips)
     PutRow("playable " + std::to_string(list->Playable(zip)) + " of " +
            std::to_string(list->Activities(zip)) + "  " + Catalogue(program).NameOf(zip, zip));
-  PutCounts(*list);
+  PutCounts(program.app.CausesOfRoutesJson());
 }
 
 void Session::Causes(const Command& command) {
@@ -335,7 +335,7 @@ void Session::Causes(const Command& command) {
   if (!list) return program.Refuse();
   if (!command.fix) {
     PutCauses(output_, *list);
-    return PutCounts(*list);
+    return PutCounts(program.app.CausesJson());
   }
   const auto moves = PossibleMoves(program, *list);
   for (const auto& [from, to] : moves) PutRow("TRAINSET\\" + from + " becomes TRAINSET\\" + to);
@@ -349,13 +349,15 @@ void Session::PutRow(const std::string& text) {
   output_.Put({{"event", "row"}, {"list", "causes"}, {"text", text}});
 }
 
-void Session::PutCounts(const CauseList& list) {
-  if (!list.upTo.empty()) PutRow("The Checkup ended early. " + list.upTo);
-  PutRow(std::to_string(list.Playable()) + " of " + std::to_string(list.Activities()) +
-         " activities can be played; " + std::to_string(list.consistsFaulty) + " of " +
-         std::to_string(list.consistsWhole + list.consistsFaulty) + " consists are faulty; " +
-         std::to_string(list.trainsMissing) + " trains are missing, " + std::to_string(list.trainsMisplaced) +
-         " misplaced");
+void Session::PutCounts(const std::string& causesFile) {
+  const auto counts = ReadCauseCounts(program_.Get(), causesFile);
+  if (!counts) return;
+  if (!counts->upTo.empty()) PutRow("The Checkup ended early. " + counts->upTo);
+  PutRow(std::to_string(counts->playable) + " of " + std::to_string(counts->activities) +
+         " activities can be played; " + std::to_string(counts->consistsFaulty) + " of " +
+         std::to_string(counts->consistsWhole + counts->consistsFaulty) + " consists are faulty; " +
+         std::to_string(counts->trainsMissing) + " trains are missing, " +
+         std::to_string(counts->trainsMisplaced) + " misplaced");
 }
 
 /// Without a result the Checkup can't be refused: it runs first.

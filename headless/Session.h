@@ -44,7 +44,7 @@ class Session {
   void SayWhatToType(const Command& command);
   void SayWithoutGame();
   void PutRow(const std::string& text);
-  void PutCounts(const struct CauseList& list);
+  void PutCounts(const std::string& causesFile);
   void Report(const class RunTimeError& error);
   void RefuseRow(std::string_view name);
   bool HoverRow(const std::string& name);
