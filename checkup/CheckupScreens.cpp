@@ -14,7 +14,9 @@ namespace quillon {
 void ReportOptionsScreen::Activate() {
   const auto counts = ReadCauseCounts(program_, program_.app.CausesJson());
   btnCauses.enabled = counts.has_value();
-  btnFix.enabled = counts && counts->moves > 0;
+  // The whole list is long, and mostly there is nothing to move.
+  const auto causes = counts && counts->moves > 0 ? ReadCauses(program_) : std::nullopt;
+  btnFix.enabled = causes && !PossibleMoves(program_, *causes).empty();
   btnRoutes.enabled = Catalogue(program_).AnyRoute();
   if (program_.files.FileExists(program_.app.TrainRecord("finalreport.ini"))) return;
   SetTrains(2);
