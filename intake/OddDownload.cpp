@@ -79,7 +79,7 @@ void SetAside(IntakeState& state, const std::string& download, const std::string
     if (files.AreEqual(state.InInstalled(zip), state.InNotInstalled(zip)))
       files.KillIfThere(state.InInstalled(zip));
   }
-  RemoveTraces(state.program, zip);
+  for (const auto& name : {zip, std::string(kPrefix) + zip}) RemoveTraces(state.program, name);
   state.SetAside(original);
   state.record.PatchOrOther(original);
   state.verdicts.Give(original, "MSC", "it was set aside, for adding it ended in an error: " + error);

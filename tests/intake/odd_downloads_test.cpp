@@ -74,7 +74,7 @@ TEST_F(OddDownloadsTest, WithoutACatalogueTheRouteFileIsOnTheShelfAtWorst) {
 }
 
 TEST_F(OddDownloadsTest, AnotherFormatIsOfferedByItsOwnNameAndGoesWhole) {
-  const std::string odd = RouteTar("Odd", {odd_});
+  const std::string odd = TarBytes({{"route.zip", ZipBytes(RouteEntries("Odd", {odd_}))}});
   Drop("other.zip", RouteEntries("Other"));
   EXPECT_EQ(AddDownload("odd.tar", odd), 1);
   for (const bool yes : {false, true}) {
@@ -86,6 +86,8 @@ TEST_F(OddDownloadsTest, AnotherFormatIsOfferedByItsOwnNameAndGoesWhole) {
   }
   EXPECT_EQ(Originals("Not_Installed"), (NamedTexts{{"odd.tar", odd}}));
   EXPECT_EQ(Fate("odd") + ", " + Fate("other"), "MSC, Installed ADD ALL qnz");
+  EXPECT_FALSE(Exists(AppPath("routes\\tsQuillon-odd.jpg"))) << "nor any other trace of the zip made of it";
+  EXPECT_FALSE(Exists(AppPath("routes\\route_info\\Quillon-odd")));
   EXPECT_EQ(Run("add"), 0);
   EXPECT_EQ(BoxTexts(), Strings{}) << "once only";
 }
