@@ -16,6 +16,15 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 constexpr int kVersion = 1;
+constexpr std::string_view kBeforeCauses = ",\n\"causes\"";
+
+/// Names of files need not be UTF-8.
+std::string Dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
+
+template <class Row, class ToRow>
+void AddRows(std::string& text, const std::vector<Row>& rows, ToRow toRow) {
+  for (const Row& row : rows) text += (&row == rows.data() ? "\n" : ",\n") + Dump(toRow(row));
+}
 
 Json ToJson(const Cause& cause) {
   Json moves = Json::array();
@@ -122,17 +131,9 @@ CauseList Parse(const std::string& text) {
 }  // namespace
 
 std::string CausesJson(const CauseList& list) {
-  Json causes = Json::array(), activities = Json::array();
   std::size_t moves = 0;
   for (const auto& cause : list.causes) moves += cause.moves.size();
-  for (const auto& cause : list.causes) causes.push_back(ToJson(cause));
-  for (const auto& activity : list.activities)
-    activities.push_back({{"route", activity.route},
-                          {"file", activity.file},
-                          {"name", activity.name},
-                          {"playable", activity.playable},
-                          {"reasons", activity.reasons}});
-  const Json json = {{"version", kVersion},
+  const Json head = {{"version", kVersion},
                      {"made", list.made},
                      {"route", list.route},
                      {"upTo", list.upTo},
@@ -143,17 +144,26 @@ std::string CausesJson(const CauseList& list) {
                        {"consistsFaulty", list.consistsFaulty},
                        {"trainsMissing", list.trainsMissing},
                        {"trainsMisplaced", list.trainsMisplaced},
-                       {"moves", moves}}},
-                     {"causes", std::move(causes)},
-                     {"activities", std::move(activities)},
-                     {"changes",
-                      {{"since", list.changes.since},
-                       {"playableNow", list.changes.playableNow},
-                       {"brokenNow", list.changes.brokenNow},
-                       {"causesGone", list.changes.causesGone},
-                       {"causesNew", list.changes.causesNew}}}};
-  // Names of files need not be UTF-8.
-  return json.dump(1, ' ', false, Json::error_handler_t::replace) + "\n";
+                       {"moves", moves}}}};
+  const Json changes = {{"since", list.changes.since},
+                        {"playableNow", list.changes.playableNow},
+                        {"brokenNow", list.changes.brokenNow},
+                        {"causesGone", list.changes.causesGone},
+                        {"causesNew", list.changes.causesNew}};
+  // Row by row: the lists may be long, and a whole tree of them takes many times their room.
+  std::string text = Dump(head);
+  text.resize(text.size() - 1);
+  text += std::string(kBeforeCauses) + ": [";
+  AddRows(text, list.causes, [](const Cause& cause) { return ToJson(cause); });
+  text += "],\n\"activities\": [";
+  AddRows(text, list.activities, [](const JudgedActivity& activity) {
+    return Json{{"route", activity.route},
+                {"file", activity.file},
+                {"name", activity.name},
+                {"playable", activity.playable},
+                {"reasons", activity.reasons}};
+  });
+  return text + "],\n\"changes\": " + Dump(changes) + "}\n";
 }
 
 std::optional<CauseList> ReadCauses(Program& program) {
@@ -175,7 +185,7 @@ std::optional<CauseCounts> ReadCauseCounts(Program& program, const std::string& 
   std::string text;
   if (program.files.Host().Read(path, text, kHead) != FileCode::Ok) return {};
   try {
-    Json json = Json::parse(text.substr(0, text.find(",\n \"causes\"")) + "}");
+    const Json json = Json::parse(text.substr(0, text.find(kBeforeCauses)) + "}");
     if (json.at("version") != kVersion) return {};
     const Json& summary = json.at("summary");
     return CauseCounts{summary.at("activities"),    summary.at("playable"),

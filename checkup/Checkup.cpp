@@ -128,10 +128,15 @@ void Checkup::RecordCauses(const std::string& upTo) {
     input.activities.push_back(CauseInput::Place(lists_->lstAllActivities[i].shown, (*activityFacts_)[i]));
   CauseList list = FindCauses(program_, input);
   list.upTo = upTo;
-  WriteCauses(program_, list);
   cache_.Save({{FileKind::Consist, consists_.Consists(), consists_.Facts()},
                {FileKind::Service, lists_->lstServices, *serviceFacts_},
                {FileKind::Activity, lists_->lstAllActivities, *activityFacts_}});
+  // The pages need none of the facts, and the facts much room.
+  consists_.Forget();
+  lists_.reset();
+  serviceFacts_.reset();
+  activityFacts_.reset();
+  WriteCauses(program_, list);
 }
 
 void Checkup::Finish() {

@@ -32,6 +32,10 @@ class ConsistAnalysis {
   /// All consists as they were before the bad ones were moved away, and their facts.
   const std::vector<GameFile>& Consists() const { return ConsistFileArray; }
   const std::vector<FileFacts>& Facts() const { return facts_; }
+  void Forget() {
+    ConsistFileArray = {};
+    facts_ = {};
+  }
   std::string PathOf(std::string_view file) const;
   std::string BackupPathOf(std::string_view file) const;
 

@@ -139,7 +139,10 @@ bool FactsCache::Take(FileKind kind, const GameFile& file, FileFacts& facts) {
 void FactsCache::Save(const std::vector<Group>& groups) {
   std::size_t files = 0;
   for (const auto& group : groups) files += group.files.size();
-  if (files == taken_ && files == kept_.size()) return;
+  const bool same = files == taken_ && files == kept_.size();
+  kept_ = {};
+  bytes_ = {};
+  if (same) return;
 
   std::string items, entries;
   std::vector<std::uint32_t> numbers(items_.size(), 0);  // in the file, from 1

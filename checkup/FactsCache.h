@@ -30,6 +30,7 @@ class FactsCache {
     const std::vector<FileFacts>& facts;
   };
   /// What the next Checkup is to find, all of it taken or read by now. Not written when nothing has changed.
+  /// The cache is empty from then on.
   void Save(const std::vector<Group>& groups);
 
  private:
