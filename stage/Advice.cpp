@@ -1,6 +1,7 @@
 #include "stage/Advice.h"
 
 #include "core/Text.h"
+#include "core/host/PathText.h"
 
 namespace quillon {
 
@@ -8,7 +9,7 @@ std::string ErrorLine(const Program& program, const RunTimeError& error) {
   std::string line = program.step + ": " + error.text();
   if (!error.path().empty()) line += ": " + error.path();
   if (!error.reason().empty()) line += " (" + error.reason() + ")";
-  return line;
+  return WithoutStandIns(line);
 }
 
 std::string Advice(const RunTimeError& error) {

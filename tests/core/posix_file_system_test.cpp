@@ -4,6 +4,8 @@
 
 #include <csignal>
 
+#include "core/Files.h"
+#include "core/host/PathText.h"
 #include "tests/core/FileSystemTest.h"
 
 namespace quillon {
@@ -39,6 +41,41 @@ TEST_F(FileSystemTest, AFolderThatCantBeListedIsSearchedByExactNames) {
   EXPECT_EQ(::seteuid(0), 0);
   EXPECT_TRUE(exact && !other);
   EXPECT_EQ(listing, AccessDenied);
+}
+
+TEST_F(FileSystemTest, NamesThatNoTextCanTellAreReadMovedAndDeleted) {
+  for (const std::string name : {"12:30.srv", "a?b.srv", "a\\b.srv", "tab\t.srv"}) {
+    Put(name, name);
+    std::vector<FoundFile> found;
+    ASSERT_EQ(files_->Find(Path("*.srv"), found), Ok) << name;
+    const std::string text = found.at(0).name;
+    EXPECT_EQ(WithoutStandIns(text), name);
+    std::string bytes;
+    EXPECT_EQ(files_->Read(Path(text), bytes, kNoLimit), Ok);
+    EXPECT_EQ(bytes, name);
+    ASSERT_EQ(files_->Move(Path(text), Path("x" + text)), Ok);
+    EXPECT_EQ(Bytes("x" + name), name) << "the name keeps its letters";
+    EXPECT_EQ(files_->Delete(Path("X" + text)), Ok);
+    EXPECT_EQ(Count(), 0u);
+  }
+}
+
+TEST_F(FileSystemTest, AWalkThroughLinksEndsWhereItBegan) {
+  Put("top/real/file");
+  fs::create_directory_symlink("real", Host("top/beside"));
+  fs::create_directory_symlink("..", Host("top/real/up"));
+  Random random(1);
+  struct : CopyMeter {
+    void CopyFoundNothing(std::string_view) override {}
+    void CopyMoved(int) override {}
+    void CopyFailed(std::string_view, FileCode) override {}
+  } meter;
+  std::vector<std::string> walked;
+  Files(*files_, random, meter)
+      .WalkThroughLinks(Path("top\\*.*"), [&](const std::string& folder, const std::string&) {
+        walked.push_back(folder.substr(Path("top").size()));
+      });
+  EXPECT_EQ(walked, (std::vector<std::string>{"\\beside\\", "\\real\\"}));
 }
 
 TEST_F(FileSystemTest, APassAsksTheHostOnlyOnce) {
