@@ -1,12 +1,11 @@
 #include "checkup/CauseFile.h"
 
 #include <algorithm>
-#include <array>
-#include <nlohmann/json.hpp>
 #include <set>
 
 #include "catalogue/Catalogue.h"
 #include "catalogue/Playable.h"
+#include "checkup/CauseRows.h"
 #include "checkup/CausesPage.h"
 #include "core/LocalTime.h"
 #include "core/Text.h"
@@ -21,25 +20,9 @@ constexpr std::string_view kBeforeCauses = ",\n\"causes\"";
 /// Names of files need not be UTF-8.
 std::string Dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
 
-template <class Row, class ToRow>
-void AddRows(std::string& text, const std::vector<Row>& rows, ToRow toRow) {
-  for (const Row& row : rows) text += (&row == rows.data() ? "\n" : ",\n") + Dump(toRow(row));
-}
-
-Json ToJson(const Cause& cause) {
-  Json moves = Json::array();
-  for (const auto& move : cause.moves) moves.push_back({{"from", move.from}, {"to", move.to}});
-  return {{"kind", NameOf(cause.kind)},
-          {"name", cause.name},
-          {"place", cause.place},
-          {"files", cause.files},
-          {"consists", cause.consists},
-          {"consistsHealed", cause.consistsHealed},
-          {"services", cause.services},
-          {"activities", cause.activities},
-          {"activitiesHealed", cause.activitiesHealed},
-          {"advice", cause.advice},
-          {"moves", std::move(moves)}};
+template <class Row>
+void AddRows(std::string& text, const std::vector<Row>& rows) {
+  for (const Row& row : rows) text += (&row == rows.data() ? "\n" : ",\n") + Dump(RowOf(row));
 }
 
 Cause::Kind KindOf(const std::string& name) {
@@ -130,6 +113,30 @@ CauseList Parse(const std::string& text) {
 
 }  // namespace
 
+Json RowOf(const Cause& cause) {
+  Json moves = Json::array();
+  for (const auto& move : cause.moves) moves.push_back({{"from", move.from}, {"to", move.to}});
+  return {{"kind", NameOf(cause.kind)},
+          {"name", cause.name},
+          {"place", cause.place},
+          {"files", cause.files},
+          {"consists", cause.consists},
+          {"consistsHealed", cause.consistsHealed},
+          {"services", cause.services},
+          {"activities", cause.activities},
+          {"activitiesHealed", cause.activitiesHealed},
+          {"advice", cause.advice},
+          {"moves", std::move(moves)}};
+}
+
+Json RowOf(const JudgedActivity& activity) {
+  return {{"route", activity.route},
+          {"file", activity.file},
+          {"name", activity.name},
+          {"playable", activity.playable},
+          {"reasons", activity.reasons}};
+}
+
 std::string CausesJson(const CauseList& list) {
   std::size_t moves = 0;
   for (const auto& cause : list.causes) moves += cause.moves.size();
@@ -139,7 +146,7 @@ std::string CausesJson(const CauseList& list) {
                      {"upTo", list.upTo},
                      {"summary",
                       {{"activities", list.activities.size()},
-                       {"playable", list.Playable()},
+                       {"playable", list.Playable().playable},
                        {"consistsWhole", list.consistsWhole},
                        {"consistsFaulty", list.consistsFaulty},
                        {"trainsMissing", list.trainsMissing},
@@ -154,15 +161,9 @@ std::string CausesJson(const CauseList& list) {
   std::string text = Dump(head);
   text.resize(text.size() - 1);
   text += std::string(kBeforeCauses) + ": [";
-  AddRows(text, list.causes, [](const Cause& cause) { return ToJson(cause); });
+  AddRows(text, list.causes);
   text += "],\n\"activities\": [";
-  AddRows(text, list.activities, [](const JudgedActivity& activity) {
-    return Json{{"route", activity.route},
-                {"file", activity.file},
-                {"name", activity.name},
-                {"playable", activity.playable},
-                {"reasons", activity.reasons}};
-  });
+  AddRows(text, list.activities);
   return text + "],\n\"changes\": " + Dump(changes) + "}\n";
 }
 
@@ -218,8 +219,9 @@ void WriteCauses(Program& program, CauseList& list) {
                          "<meta http-equiv=\"refresh\" content=\"0;url=causes.html#" +
                              CausesAnchor(working) + "\">\r\n");
   NoteRouteOfPage(program, list.route);
-  if (!list.route.empty())
-    NotePlayable(program, list.route, {list.Playable(working), list.Activities(working)});
+  if (list.route.empty()) return;
+  const auto [playable, all] = list.Playable(working);
+  NotePlayable(program, list.route, {playable, all});
 }
 
 }  // namespace quillon

@@ -1,7 +1,5 @@
 #include "checkup/CauseList.h"
 
-#include <algorithm>
-
 #include "core/Text.h"
 
 namespace quillon {
@@ -17,16 +15,24 @@ const char* NameOf(Cause::Kind kind) {
   return "";
 }
 
-int CauseList::Playable(const std::string& routeFolder) const {
-  return static_cast<int>(std::ranges::count_if(activities, [&](const JudgedActivity& activity) {
-    return activity.playable && (routeFolder.empty() || EqualNoCase(activity.route, routeFolder));
-  }));
+CauseList::Count CauseList::Playable(const std::string& routeFolder) const {
+  Count count;
+  for (const auto& activity : activities) {
+    if (!routeFolder.empty() && !EqualNoCase(activity.route, routeFolder)) continue;
+    ++count.all;
+    count.playable += activity.playable ? 1 : 0;
+  }
+  return count;
 }
 
-int CauseList::Activities(const std::string& routeFolder) const {
-  return static_cast<int>(std::ranges::count_if(activities, [&](const JudgedActivity& activity) {
-    return routeFolder.empty() || EqualNoCase(activity.route, routeFolder);
-  }));
+std::map<std::string, CauseList::Count> CauseList::PlayableByRoute() const {
+  std::map<std::string, Count> counts;
+  for (const auto& activity : activities) {
+    Count& count = counts[LowerCase(activity.route)];
+    ++count.all;
+    count.playable += activity.playable ? 1 : 0;
+  }
+  return counts;
 }
 
 }  // namespace quillon

@@ -2,6 +2,7 @@
 // most.
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -58,10 +59,13 @@ struct CauseList {
     std::vector<std::string> playableNow, brokenNow, causesGone, causesNew;
   } changes;
 
-  /// How many activities can be played; of one route's folder, or of all.
-  int Playable(const std::string& routeFolder = {}) const;
-  /// How many there are.
-  int Activities(const std::string& routeFolder = {}) const;
+  struct Count {
+    int playable = 0, all = 0;
+  };
+  /// How many activities can be played, of how many; of one route's folder, or of all.
+  Count Playable(const std::string& routeFolder = {}) const;
+  /// The same of each route that has any, by its folder in lower case.
+  std::map<std::string, Count> PlayableByRoute() const;
 };
 
 }  // namespace quillon

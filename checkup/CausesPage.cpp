@@ -22,7 +22,7 @@ std::string OfActivities(int playable, int all) {
 
 class Page {
  public:
-  explicit Page(const CauseList& list) : list_(list), playable_(list.Playable()) {}
+  explicit Page(const CauseList& list) : list_(list), playable_(list.Playable().playable) {}
 
   std::string Text() {
     Head();

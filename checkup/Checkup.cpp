@@ -65,8 +65,9 @@ void Checkup::CheckEverything() {
   } catch (const RunTimeError& error) {
     const std::string step = program_.step;
     try {
-      RecordCauses(error.text() + ": " + error.path() +
-                   (error.reason().empty() ? "" : ", " + error.reason()));
+      if (consists_.AreRead())
+        RecordCauses(error.text() + ": " + error.path() +
+                     (error.reason().empty() ? "" : ", " + error.reason()));
       program_.shared.ShowReportWhenDone = false;
       WriteCheckupReport(program_);
     } catch (const RunTimeError&) {  // the first error is the one to tell

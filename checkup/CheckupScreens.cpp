@@ -80,7 +80,9 @@ void ReportOptionsScreen::btnFixClick() {
   const auto causes = ReadCauses(program_);
   const auto moves = causes ? PossibleMoves(program_, *causes) : std::vector<TrainMove>();
   btnFix.enabled = btnFix.enabled && !moves.empty();  // they may have been made by hand since
-  if (btnFix.enabled && AskAndMove(program_, moves)) RunCheckup(true);
+  if (!btnFix.enabled || !AskAndMove(program_, moves)) return;
+  program_.shared.CheckTrains = true;
+  RunCheckup(true);
 }
 
 void ReportOptionsScreen::btnRoutesClick() {
@@ -88,6 +90,7 @@ void ReportOptionsScreen::btnRoutesClick() {
 }
 
 void ReportOptionsScreen::JudgeRoutes(const std::vector<std::string>& zips, bool show) {
+  if (zips.empty()) return;
   program_.shared.RoutesToJudge = zips;
   RunCheckup(show);
 }
@@ -116,7 +119,10 @@ void ActivityCheckScreen::JudgeRoutes() {
   const auto zips = std::exchange(program_.shared.RoutesToJudge, {});
   const auto stopTimer = [this] { Timer1.enabled = false; };
   program_.shared.CheckTrains = false;
-  if (!GameIsKnown(program_, *this, stopTimer)) return;
+  if (!GameIsKnown(program_, *this, stopTimer)) {
+    program_.shared.ShowReportWhenDone = false;
+    return;
+  }
   Caption("Judging routes...");
   WriteRouteCauses(program_, RouteCheckup(program_, *this).Judge(zips));
   stopTimer();

@@ -40,6 +40,7 @@ void ConsistAnalysis::LoadConsistList() {
     progress_.Detail(done, all, "consists");
     progress_.Yield();
   });
+  read_ = true;
   for (std::size_t i = 0; i < all; ++i) {
     progress_.Value(static_cast<int>(i) + 1);
     if (facts_[i].broken != FileFacts::Broken::Nowhere) WriteLog();

@@ -32,6 +32,8 @@ class ConsistAnalysis {
   /// All consists as they were before the bad ones were moved away, and their facts.
   const std::vector<GameFile>& Consists() const { return ConsistFileArray; }
   const std::vector<FileFacts>& Facts() const { return facts_; }
+  /// All are known: without that no service can be judged.
+  bool AreRead() const { return read_; }
   void Forget() {
     ConsistFileArray = {};
     facts_ = {};
@@ -54,6 +56,7 @@ class ConsistAnalysis {
   FinalReport& report_;
   std::vector<GameFile> ConsistFileArray;  // the names in lower case, with extension
   std::vector<FileFacts> facts_;
+  bool read_ = false;
   std::string log_;                        // what is still to be added to conarray.log
   std::unordered_set<std::string> names_;  // ConsistCfg, and the empty text at its index 0
   std::string& LastConsistName;            // carried over to a consist without a name

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
+#include <exception>
 #include <mutex>
 #include <thread>
 
@@ -34,35 +35,44 @@ class Reading {
         items_(items),
         facts_(facts) {}
 
+  /// Whatever ends the waiting, no thread outlives it.
+  ~Reading() {
+    next_ = unread_.size();
+    for (auto& thread : threads_) thread.join();
+  }
+
   void Run(const std::function<void(std::size_t done)>& tick) {
-    std::vector<std::thread> threads;
-    StartWorkers(threads, WorkerCount(), [this] { Work(); });
-    if (threads.empty()) Work();
-    for (std::unique_lock lock(mutex_); done_ < unread_.size();) {
+    if (unread_.empty()) return;
+    StartWorkers(threads_, WorkerCount(), [this] { Work(); });
+    if (threads_.empty()) Work();
+    for (std::unique_lock lock(mutex_); done_ < unread_.size() && !failure_;) {
       allDone_.wait_for(lock, kTickInterval);
       lock.unlock();
       tick(done_);
       lock.lock();
     }
-    for (auto& thread : threads) thread.join();
+    if (failure_) std::rethrow_exception(failure_);
   }
 
  private:
   void Work() {
-    std::vector<FoundItem> found;
-    for (std::size_t i = next_++; i < unread_.size(); i = next_++) {
-      found.clear();
-      const std::size_t file = unread_[i];
-      facts_[file] = Take(hostPaths_[i], files_[file].path, found);
-      {
-        const std::lock_guard lock(mutex_);
-        Number(found, items_, facts_[file]);
-      }
-      if (++done_ == unread_.size()) {
-        const std::lock_guard lock(mutex_);
-        allDone_.notify_one();
-      }
+    try {
+      std::vector<FoundItem> found;
+      for (std::size_t i = next_++; i < unread_.size(); i = next_++) ReadOne(i, found);
+    } catch (...) {
+      const std::lock_guard lock(mutex_);
+      failure_ = std::current_exception();
+      allDone_.notify_one();
     }
+  }
+
+  void ReadOne(std::size_t i, std::vector<FoundItem>& found) {
+    found.clear();
+    const std::size_t file = unread_[i];
+    facts_[file] = Take(hostPaths_[i], files_[file].path, found);
+    const std::lock_guard lock(mutex_);
+    Number(found, items_, facts_[file]);
+    if (++done_ == unread_.size()) allDone_.notify_one();
   }
 
   FileFacts Take(const std::string& hostPath, const std::string& path, std::vector<FoundItem>& found) const {
@@ -79,10 +89,12 @@ class Reading {
   const std::vector<std::size_t> unread_;  // places among the files
   const std::vector<std::string> hostPaths_;
   ItemTable& items_;
-  std::mutex mutex_;  // of the items
+  std::mutex mutex_;  // of the items and the failure
   std::condition_variable allDone_;
   std::vector<FileFacts>& facts_;
   std::atomic<std::size_t> next_ = 0, done_ = 0;
+  std::exception_ptr failure_;
+  std::vector<std::thread> threads_;
 };
 
 }  // namespace

@@ -45,7 +45,7 @@ class ItemTable {
   std::vector<const std::string*> lowerTexts_;
 };
 
-/// A service that an activity calls for. Positions are in characters of the file.
+/// A service that an activity calls for. Positions are in bytes of the decoded text.
 struct ServiceCall {
   std::string service;
   std::uint32_t at = 0, end = 0;

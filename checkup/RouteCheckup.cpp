@@ -47,9 +47,10 @@ CauseList RouteCheckup::Judge(const std::vector<std::string>& zips) {
   trains_.BuildTrainDatabase([this] { progress_.Yield(); });
   ReadConsists(zips);
   std::vector<Route> routes;
+  const std::string loaded = Catalogue(program_).Loaded();
   for (const auto& zip : zips) {
     program_.Step("Judging the activities of " + zip);
-    routes.push_back(ReadRoute(zip));
+    routes.push_back(EqualNoCase(zip, loaded) ? ReadWorkingRoute(zip) : ReadRoute(zip));
     progress_.Detail(routes.size(), zips.size(), "routes");
     progress_.Yield();
   }
@@ -65,7 +66,12 @@ CauseList RouteCheckup::Judge(const std::vector<std::string>& zips) {
   CauseList list = FindCauses(program_, input);
   list.made = LocalTime("%Y-%m-%d %H:%M:%S");
   if (zips.size() == 1) list.route = zips.front();
-  for (const auto& zip : zips) NotePlayable(program_, zip, {list.Playable(zip), list.Activities(zip)});
+  const auto batch = program_.ini.Batch();
+  auto counts = list.PlayableByRoute();
+  for (const auto& zip : zips) {
+    const auto [playable, all] = counts[LowerCase(zip)];
+    NotePlayable(program_, zip, {playable, all});
+  }
   return list;
 }
 
@@ -89,18 +95,21 @@ void RouteCheckup::ReadConsists(const std::vector<std::string>& zips) {
   for (const auto& zip : zips) read(program_.app.Consists(zip) + "\\", zip);
 }
 
+/// The loaded one: its stores are older.
+RouteCheckup::Route RouteCheckup::ReadWorkingRoute(const std::string& zip) {
+  Route route;
+  route.zip = zip;
+  const std::string working = program_.BelowGame(kWorkingRoute) + "\\";
+  route.services = ListGameFiles(program_, working + kServices.folder, kServices.extension);
+  route.activities = ListGameFiles(program_, working + kActivities.folder, kActivities.extension);
+  route.serviceFacts = reader_.Read(FileKind::Service, route.services);
+  route.activityFacts = reader_.Read(FileKind::Activity, route.activities);
+  return route;
+}
+
 RouteCheckup::Route RouteCheckup::ReadRoute(const std::string& zip) {
   Route route;
   route.zip = zip;
-  const Catalogue catalogue(program_);
-  if (EqualNoCase(catalogue.Loaded(), zip)) {
-    const std::string working = program_.BelowGame(kWorkingRoute) + "\\";
-    route.services = ListGameFiles(program_, working + kServices.folder, kServices.extension);
-    route.activities = ListGameFiles(program_, working + kActivities.folder, kActivities.extension);
-    route.serviceFacts = reader_.Read(FileKind::Service, route.services);
-    route.activityFacts = reader_.Read(FileKind::Activity, route.activities);
-    return route;
-  }
   ArchiveReader archive(program_.files, [] {});  // a damaged one has no entries
   archive.InputFile = program_.app.RouteFile(zip);
   archive.ReadDirectory();

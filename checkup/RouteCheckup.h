@@ -29,6 +29,7 @@ class RouteCheckup {
   };
 
   void ReadConsists(const std::vector<std::string>& zips);
+  Route ReadWorkingRoute(const std::string& zip);
   Route ReadRoute(const std::string& zip);
 
   Program& program_;

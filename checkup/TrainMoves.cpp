@@ -18,7 +18,8 @@ bool StaysInTrainSet(const std::string& train) {
   if (train.empty()) return false;
   for (std::string_view rest = train; !rest.empty();) {
     const std::string_view name = rest.substr(0, rest.find('\\'));
-    if (name.empty() || name == "." || name == ".." || name.find_first_of("/:") != name.npos) return false;
+    // Blanks and dots alone are no name, and may lead up.
+    if (name.find_last_not_of(" .") == name.npos || name.find_first_of("/:") != name.npos) return false;
     rest.remove_prefix(std::min(name.size() + 1, rest.size()));
   }
   return true;

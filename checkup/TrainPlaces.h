@@ -12,7 +12,7 @@
 
 namespace quillon {
 
-/// All folders with train files, each at most once whatever link leads to it.
+/// All folders with train files, also behind links.
 class TrainPlaces {
  public:
   explicit TrainPlaces(Program& program);

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <string_view>
 
-#include "checkup/CauseList.h"
+#include "checkup/CauseRows.h"
 #include "core/Ports.h"
 #include "core/Text.h"
 
@@ -160,25 +160,13 @@ Event ShelfEvent(const ShelfEntry& entry) {
 }
 
 void PutCauses(Output& output, const CauseList& list) {
-  for (const auto& cause : list.causes)
-    output.Put({{"event", "cause"},
-                {"kind", NameOf(cause.kind)},
-                {"name", cause.name},
-                {"place", cause.place},
-                {"files", cause.files},
-                {"consists", cause.consists},
-                {"consistsHealed", cause.consistsHealed},
-                {"services", cause.services},
-                {"activities", cause.activities},
-                {"activitiesHealed", cause.activitiesHealed},
-                {"advice", cause.advice}});
-  for (const auto& activity : list.activities)
-    output.Put({{"event", "activity"},
-                {"route", activity.route},
-                {"file", activity.file},
-                {"name", activity.name},
-                {"playable", activity.playable},
-                {"reasons", activity.reasons}});
+  const auto put = [&](const char* kind, const Event& row) {
+    Event event = {{"event", kind}};
+    event.update(row);
+    output.Put(event);
+  };
+  for (const auto& cause : list.causes) put("cause", RowOf(cause));
+  for (const auto& activity : list.activities) put("activity", RowOf(activity));
 }
 
 std::unique_ptr<Output> MakeJsonOutput(std::FILE* file) { return std::make_unique<JsonOutput>(file); }

@@ -90,25 +90,18 @@ int Session::Execute(const Command& command) {
 /// What a user of the window would see on the screen.
 void Session::SayWhatToType(const Command& command) {
   Program& program = program_.Get();
-  const bool named = !command.argument.empty() || command.putBack || command.drop || command.route;
-  const char* advice = "";
+  const bool nothingSelected = command.argument.empty() && !command.hasArgument &&
+                               Catalogue(program).ReadCurrent("Zip", kNoData) == kNoData;
+  const char* advice = nullptr;
   if (program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) == "No")
     advice = "Train Simulator was not found; type: quillon options --game DIR";
   else if (!program.files.IsPathAFolder(program.BelowGame(kWorkingRoute)))
     advice = "the working route is missing; type: quillon --welcome ok start";
-  else if (command.name == "shelf")
-    advice = "what there is tells: quillon shelf";
   else if (command.name == "causes")
     advice = "there is no Checkup to tell of; type: quillon checkup";
-  else if (command.name == "load" && !named)
-    advice = "no route is selected; type: quillon load NAME (quillon routes lists them)";
-  else if (command.name == "info" && !named)
-    advice = "no route is loaded or selected; type: quillon pick NAME (quillon routes lists them)";
-  else if (command.name == "info" || command.name == "load" || command.name == "pick" ||
-           command.name == "remove" || command.name == "permanent" || command.name == "checkup")
-    advice = command.name == "info" ? "the documents are listed by: quillon info"
-                                    : "the routes are listed by: quillon routes";
-  if (*advice != '\0') std::fprintf(stderr, "quillon: %s\n", advice);
+  else if (nothingSelected && (command.name == "load" || command.name == "info"))
+    advice = "no route is selected; type: quillon pick NAME (quillon routes lists them)";
+  if (advice != nullptr) std::fprintf(stderr, "quillon: %s\n", advice);
 }
 
 /// A game that is not there is stored all the same: it may come.
@@ -176,8 +169,9 @@ RoutesScreen* Session::AtRoutes() {
   return screens_.Ended() ? nullptr : dynamic_cast<RoutesScreen*>(screens_.Top());
 }
 
-void Session::RefuseRow(std::string_view name) {
-  std::fprintf(stderr, "quillon: there is no row \"%s\"\n", std::string(name).c_str());
+void Session::RefuseRow(std::string_view name, const char* list) {
+  std::fprintf(stderr, "quillon: there is no row \"%s\"; type: quillon %s\n", std::string(name).c_str(),
+               list);
   program_.Get().Refuse();
 }
 
@@ -216,7 +210,7 @@ bool Session::HoverRow(const std::string& name) {
                       [&](const auto& row) { return EqualNoCase(NameOfRow(row), wanted); });
   if (at == rows.end()) {
     screens_.Do([this] { Main().CloseList(); });
-    RefuseRow(name);
+    RefuseRow(name, "routes");
     return false;
   }
   const int row = static_cast<int>(at - rows.begin());
@@ -244,7 +238,7 @@ void Session::Info(const Command& command) {
   const auto at = std::find_if(rows.begin(), rows.end(),
                                [&](const auto& row) { return EqualNoCase(row, command.argument); });
   if (at == rows.end())
-    RefuseRow(command.argument);
+    RefuseRow(command.argument, "info");
   else
     screens_.Do([&] { Main().infoListLeftPress(static_cast<int>(at - rows.begin())); });
 }
@@ -315,17 +309,21 @@ void Session::CheckRoutes(const Command& command) {
   if (command.route) {
     const std::string zip = Catalogue(program).ZipOf(NameOfRow(*command.route), *command.route);
     std::erase_if(zips, [&](const std::string& other) { return !EqualNoCase(other, zip); });
-    if (zips.empty()) return RefuseRow(*command.route);
+    if (zips.empty()) return RefuseRow(*command.route, "routes");
   }
+  if (zips.empty()) return PutRow("There are no routes yet.");
   auto* options = AtReportOptions();
   if (options == nullptr) return;
   screens_.Do([&] { options->JudgeRoutes(zips, false); });
   const auto list = ReadCauses(program, program.app.CausesOfRoutesJson());
   if (!list || program.refused) return;
   PutCauses(output_, *list);
-  for (const auto& zip : zips)
-    PutRow("playable " + std::to_string(list->Playable(zip)) + " of " +
-           std::to_string(list->Activities(zip)) + "  " + Catalogue(program).NameOf(zip, zip));
+  auto counts = list->PlayableByRoute();
+  for (const auto& zip : zips) {
+    const auto [playable, all] = counts[LowerCase(zip)];
+    PutRow("playable " + std::to_string(playable) + " of " + std::to_string(all) + "  " +
+           Catalogue(program).NameOf(zip, zip));
+  }
   PutCounts(program.app.CausesOfRoutesJson());
 }
 
@@ -391,7 +389,7 @@ void Session::Shelf(const Command& command) {
   if (!command.putBack && !command.drop) {
     for (const auto& entry : shelf.Entries()) output_.Put(ShelfEvent(entry));
   } else if (number < 1 || number > static_cast<int>(shelf.Entries().size())) {
-    RefuseRow(std::to_string(number));
+    RefuseRow(std::to_string(number), "shelf");
   } else {
     command.putBack ? shelf.PutBack(number) : shelf.Drop(number);
   }

@@ -46,7 +46,7 @@ class Session {
   void PutRow(const std::string& text);
   void PutCounts(const std::string& causesFile);
   void Report(const class RunTimeError& error);
-  void RefuseRow(std::string_view name);
+  void RefuseRow(std::string_view name, const char* list);
   bool HoverRow(const std::string& name);
   bool PickRow(const std::string& name);
   void ActOnRow(const std::string& name, bool permanent);

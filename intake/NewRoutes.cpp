@@ -1,6 +1,8 @@
 #include "intake/NewRoutes.h"
 
 #include <algorithm>
+#include <map>
+#include <set>
 
 #include "catalogue/Playable.h"
 #include "checkup/RouteCheckup.h"
@@ -15,13 +17,21 @@ bool IsTrain(const Cause& cause) {
   return cause.kind != Cause::Kind::MissingConsist && cause.kind != Cause::Kind::MissingService;
 }
 
-/// The train folders that the route's activities wait for; a missing file by its folder, too.
-std::string Lacks(const CauseList& list, const std::string& zip) {
-  std::vector<std::string> names;
-  for (const auto& cause : list.causes)
-    if (IsTrain(cause) && std::any_of(cause.activities.begin(), cause.activities.end(),
-                                      [&](const std::string& path) { return path.starts_with(zip + "\\"); }))
-      names.push_back(cause.place.empty() ? cause.name : cause.place + "\\" + cause.name);
+/// The train folders that each route's activities wait for, by its zip name; a missing file by its folder,
+/// too.
+std::map<std::string, std::vector<std::string>> LackingTrains(const CauseList& list) {
+  std::map<std::string, std::vector<std::string>> lacking;
+  for (const auto& cause : list.causes) {
+    if (!IsTrain(cause)) continue;
+    std::set<std::string> zips;
+    for (const auto& path : cause.activities) zips.insert(path.substr(0, path.rfind('\\')));
+    for (const auto& zip : zips)
+      lacking[zip].push_back(cause.place.empty() ? cause.name : cause.place + "\\" + cause.name);
+  }
+  return lacking;
+}
+
+std::string Lacks(const std::vector<std::string>& names) {
   if (names.empty()) return {};
   std::string text = ", it lacks the trains ";
   for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i)
@@ -39,10 +49,11 @@ void NoteWhatCanBePlayed(IntakeState& state) {
     return;
   try {
     const CauseList list = RouteCheckup(program, state.progress).Judge(state.ListofRouteZips);
-    for (const auto& zip : state.ListofRouteZips) {
-      if (list.Activities(zip) == 0) continue;
-      state.verdicts.Note(zip, Playable{list.Playable(zip), list.Activities(zip)}.Text() + Lacks(list, zip));
-    }
+    auto counts = list.PlayableByRoute();
+    auto lacking = LackingTrains(list);
+    for (const auto& zip : state.ListofRouteZips)
+      if (const auto [playable, all] = counts[LowerCase(zip)]; all > 0)
+        state.verdicts.Note(zip, Playable{playable, all}.Text() + Lacks(lacking[zip]));
   } catch (
       const RunTimeError&) {  // the routes are in: what can't be read of the game is the Checkup's to say
   }
