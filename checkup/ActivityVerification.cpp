@@ -10,8 +10,8 @@ ActivityVerification::ActivityVerification(Program& program, Progress& progress,
     : program_(program), progress_(progress), scan_(scan), services_(services), report_(report) {}
 
 void ActivityVerification::VerifyActivities(const std::vector<GameFile>& lstAllActivities,
-                                            const std::vector<FileFacts>& facts) {
-  scan_.BeginPass();
+                                            const std::vector<FileFacts>& facts, bool again) {
+  if (!again) scan_.BeginPass();
   const int count = static_cast<int>(lstAllActivities.size());
   progress_.Maximum(count);
   progress_.Value(count);
@@ -20,7 +20,7 @@ void ActivityVerification::VerifyActivities(const std::vector<GameFile>& lstAllA
     progress_.Value(static_cast<int>(i) + 1);
     progress_.Detail(i + 1, lstAllActivities.size(), "activities");
     program_.Step("Verifying the activity " + lstAllActivities[i].path);
-    Verify(lstAllActivities[i].path, facts[i]);
+    if (!again) Verify(lstAllActivities[i].path, facts[i]);
   }
 }
 

@@ -16,7 +16,9 @@ class ActivityVerification {
   ActivityVerification(Program& program, Progress& progress, ItemScan& scan,
                        const ServiceVerification& services, FinalReport& report);
 
-  void VerifyActivities(const std::vector<GameFile>& lstAllActivities, const std::vector<FileFacts>& facts);
+  /// `again`: a pass that would come to the same as the one before only shows itself, and needs no facts.
+  void VerifyActivities(const std::vector<GameFile>& lstAllActivities, const std::vector<FileFacts>& facts,
+                        bool again);
 
  private:
   void Verify(const std::string& path, const FileFacts& facts);

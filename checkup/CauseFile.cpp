@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <set>
+#include <utility>
 
 #include "catalogue/Catalogue.h"
 #include "catalogue/Playable.h"
@@ -15,7 +16,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 constexpr int kVersion = 1;
-constexpr std::string_view kBeforeCauses = ",\n\"causes\"";
+constexpr std::string_view kBeforeCauses = ",\n\"causes\"", kBeforeChanges = "],\n\"changes\": ";
 
 /// Names of files need not be UTF-8.
 std::string Dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
@@ -111,6 +112,41 @@ CauseList Parse(const std::string& text) {
   return list;
 }
 
+std::optional<CauseList> Parsed(const std::string& text) {
+  try {
+    return Parse(text);
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
+/// What comes before the causes; none when it can't be read.
+std::optional<Json> HeadOf(const std::string& text) {
+  try {
+    Json head = Json::parse(text.substr(0, text.find(kBeforeCauses)) + "}");
+    if (head.at("version") == kVersion && head.at("made").is_string()) return head;
+  } catch (const std::exception&) {  // of a file that was damaged
+  }
+  return {};
+}
+
+/// What comes behind the last row.
+std::string Ending(const CauseList::Changes& changes) {
+  return std::string(kBeforeChanges) +
+         Dump({{"since", changes.since},
+               {"playableNow", changes.playableNow},
+               {"brokenNow", changes.brokenNow},
+               {"causesGone", changes.causesGone},
+               {"causesNew", changes.causesNew}}) +
+         "}\n";
+}
+
+/// Empty without one.
+std::string LoadedRoute(Program& program) {
+  const std::string loaded = Catalogue(program).Loaded();
+  return loaded == kNoData ? "" : loaded;
+}
+
 }  // namespace
 
 Json RowOf(const Cause& cause) {
@@ -152,11 +188,6 @@ std::string CausesJson(const CauseList& list) {
                        {"trainsMissing", list.trainsMissing},
                        {"trainsMisplaced", list.trainsMisplaced},
                        {"moves", moves}}}};
-  const Json changes = {{"since", list.changes.since},
-                        {"playableNow", list.changes.playableNow},
-                        {"brokenNow", list.changes.brokenNow},
-                        {"causesGone", list.changes.causesGone},
-                        {"causesNew", list.changes.causesNew}};
   // Row by row: the lists may be long, and a whole tree of them takes many times their room.
   std::string text = Dump(head);
   text.resize(text.size() - 1);
@@ -164,7 +195,7 @@ std::string CausesJson(const CauseList& list) {
   AddRows(text, list.causes);
   text += "],\n\"activities\": [";
   AddRows(text, list.activities);
-  return text + "],\n\"changes\": " + Dump(changes) + "}\n";
+  return text + Ending(list.changes);
 }
 
 std::optional<CauseList> ReadCauses(Program& program) {
@@ -174,25 +205,21 @@ std::optional<CauseList> ReadCauses(Program& program) {
 std::optional<CauseList> ReadCauses(Program& program, const std::string& path) {
   std::string text;
   if (program.files.Host().Read(path, text, kNoLimit) != FileCode::Ok) return {};
-  try {
-    return Parse(text);
-  } catch (const std::exception&) {
-    return {};
-  }
+  return Parsed(text);
 }
 
 std::optional<CauseCounts> ReadCauseCounts(Program& program, const std::string& path) {
-  constexpr std::uint64_t kHead = 16u << 10;  // bytes: what comes before the causes
+  constexpr std::uint64_t kHead = 16u << 10;  // bytes: more than comes before the causes
   std::string text;
   if (program.files.Host().Read(path, text, kHead) != FileCode::Ok) return {};
+  const auto head = HeadOf(text);
+  if (!head) return {};
   try {
-    const Json json = Json::parse(text.substr(0, text.find(kBeforeCauses)) + "}");
-    if (json.at("version") != kVersion) return {};
-    const Json& summary = json.at("summary");
+    const Json& summary = head->at("summary");
     return CauseCounts{summary.at("activities"),    summary.at("playable"),
                        summary.at("consistsWhole"), summary.at("consistsFaulty"),
                        summary.at("trainsMissing"), summary.at("trainsMisplaced"),
-                       summary.value("moves", 0),   json.at("upTo")};
+                       summary.value("moves", 0),   head->at("upTo")};
   } catch (const std::exception&) {
     return {};
   }
@@ -204,24 +231,65 @@ void WriteRouteCauses(Program& program, const CauseList& list) {
   program.files.WriteAll(program.app.CausesOfRoutes(), CausesPage(list));
 }
 
-void WriteCauses(Program& program, CauseList& list) {
-  program.Step("Writing the causes");
-  const Catalogue catalogue(program);
-  const std::string working(FileNameOf(kWorkingRoute));
-  list.made = LocalTime("%Y-%m-%d %H:%M:%S");
-  const std::string loaded = catalogue.Loaded();
-  list.route = loaded == kNoData ? "" : loaded;
-  if (const auto before = ReadCauses(program)) list.changes = Compare(*before, list);
-  program.files.WriteAll(program.app.CausesJson(), CausesJson(list));
-  program.files.WriteAll(program.app.CausesHtml(), CausesPage(list));
-  program.files.WriteAll(program.app.CausesOfLoaded(),
-                         "<!DOCTYPE html>\r\n<meta charset=\"utf-8\"><title>Quillon</title>\r\n"
-                         "<meta http-equiv=\"refresh\" content=\"0;url=causes.html#" +
-                             CausesAnchor(working) + "\">\r\n");
-  NoteRouteOfPage(program, list.route);
-  if (list.route.empty()) return;
-  const auto [playable, all] = list.Playable(working);
-  NotePlayable(program, list.route, {playable, all});
+CauseRecord::CauseRecord(Program& program)
+    : program_(program), made_(LocalTime("%Y-%m-%d %H:%M:%S")), route_(LoadedRoute(program)) {
+  if (program.files.Host().Read(program.app.CausesJson(), before_, kNoLimit) != FileCode::Ok) before_.clear();
+}
+
+void CauseRecord::Make(CauseList list) {
+  list_ = std::move(list);
+  list_.made = made_;
+  list_.route = route_;
+  if (const auto before = Parsed(std::exchange(before_, {}))) list_.changes = Compare(*before, list_);
+  json_ = CausesJson(list_);
+  page_ = CausesPage(list_);
+}
+
+void CauseRecord::EndedEarly(const std::string& upTo) {
+  list_.upTo = upTo;
+  json_ = CausesJson(list_);
+  page_ = CausesPage(list_);
+}
+
+void CauseRecord::Write() {
+  WriteTexts();
+  NoteRouteOfPage(program_, route_);
+  if (route_.empty()) return;
+  const auto [playable, all] = list_.Playable(std::string(FileNameOf(kWorkingRoute)));
+  NotePlayable(program_, route_, {playable, all});
+}
+
+bool CauseRecord::Renew() {
+  const auto head = HeadOf(before_);
+  const auto rows = before_.find(kBeforeCauses), changes = before_.rfind(kBeforeChanges);
+  if (!head || changes == before_.npos) return false;
+  CauseList::Changes none;
+  none.since = head->at("made");
+  if (program_.files.Host().Read(program_.app.CausesHtml(), page_, kNoLimit) != FileCode::Ok ||
+      !RenewCausesPage(page_, made_, none))
+    return false;
+  Json renewed = *head;
+  renewed["made"] = made_;
+  json_ = Dump(renewed);
+  json_.pop_back();
+  json_ += before_.substr(rows, changes - rows) + Ending(none);
+  WriteTexts();
+  return true;
+}
+
+void CauseRecord::WriteTexts() {
+  program_.Step("Writing the causes");
+  const Installation& app = program_.app;
+  const auto write = [&](const std::string& path, std::string_view text) {
+    if (program_.files.FileExists(path)) program_.files.SetAttributes(path, kArchive);
+    program_.files.WriteAll(path, text);
+  };
+  write(app.CausesJson(), json_);
+  write(app.CausesHtml(), page_);
+  write(app.CausesOfLoaded(),
+        "<!DOCTYPE html>\r\n<meta charset=\"utf-8\"><title>Quillon</title>\r\n"
+        "<meta http-equiv=\"refresh\" content=\"0;url=causes.html#" +
+            CausesAnchor(std::string(FileNameOf(kWorkingRoute))) + "\">\r\n");
 }
 
 }  // namespace quillon

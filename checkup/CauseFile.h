@@ -27,9 +27,33 @@ struct CauseCounts {
 };
 std::optional<CauseCounts> ReadCauseCounts(Program& program, const std::string& path);
 
-/// Gives the list its date and the loaded route, compares it with that of the Checkup before, and writes
-/// causes.json and the pages in its place. Notes how many activities of the loaded route can be played.
-void WriteCauses(Program& program, CauseList& list);
+/// What a Checkup leaves: causes.json, the pages in its place, and how many activities of the loaded route
+/// can be played.
+class CauseRecord {
+ public:
+  /// Looks at the clock, at the loaded route, and at what the Checkup before has left.
+  explicit CauseRecord(Program& program);
+
+  /// Gives the list its date and its route, compares it with the one before, and makes the texts. Touches
+  /// nothing of the program: may run on a thread of its own.
+  void Make(CauseList list);
+  /// The same once more, for a Checkup that ended early; `upTo` says at what.
+  void EndedEarly(const std::string& upTo);
+  void Write();
+  /// For a Checkup that would come to the same as the one before: what that has left gets the new date, and
+  /// tells that nothing has changed. False, and nothing is done, when there is nothing that can be renewed.
+  bool Renew();
+
+ private:
+  void WriteTexts();
+
+  Program& program_;
+  const std::string made_, route_;
+  std::string before_;
+  CauseList list_;
+  std::string json_, page_;
+};
+
 /// Of routes that are not loaded: causes_routes.json and its page.
 void WriteRouteCauses(Program& program, const CauseList& list);
 

@@ -23,7 +23,7 @@ std::string Listed(const std::vector<std::string>& names) {
 
 class Judge {
  public:
-  Judge(Program& program, const CauseInput& input) : input_(input), trains_(program, input, list_) {}
+  explicit Judge(const CauseInput& input) : input_(input), trains_(input, list_) {}
 
   CauseList Run() {
     trains_.Find();
@@ -245,6 +245,6 @@ CauseInput::InRoute CauseInput::Place(const std::string& shown, const FileFacts&
           WithoutStandIns(shown.substr(file + 1)), &facts};
 }
 
-CauseList FindCauses(Program& program, const CauseInput& input) { return Judge(program, input).Run(); }
+CauseList FindCauses(const CauseInput& input) { return Judge(input).Run(); }
 
 }  // namespace quillon

@@ -7,7 +7,7 @@
 #include "checkup/CauseList.h"
 #include "checkup/GameFacts.h"
 #include "checkup/TrainDatabase.h"
-#include "core/Program.h"
+#include "checkup/TrainPlaces.h"
 
 namespace quillon {
 
@@ -25,6 +25,7 @@ struct CauseInput {
 
   const ItemTable& items;
   const TrainDatabase& trains;
+  const TrainPlaces& places;
   std::vector<Consist> consists;
   std::vector<InRoute> services, activities;
 
@@ -33,7 +34,8 @@ struct CauseInput {
 };
 
 /// A consist with a train that is missing is gone under both its names: of its file, and as it calls itself.
-/// Causes and activities of the list are filled; the caller gives it its date and its route.
-CauseList FindCauses(Program& program, const CauseInput& input);
+/// Causes and activities of the list are filled; the caller gives it its date and its route. Only reads, and
+/// may do so on a thread of its own.
+CauseList FindCauses(const CauseInput& input);
 
 }  // namespace quillon

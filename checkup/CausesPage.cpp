@@ -14,6 +14,10 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+// No name on the page can look like these.
+constexpr std::string_view kMade = "<p class=\"made\">Checkup of ",
+                           kChanges = "<section aria-labelledby=\"changes\">", kBehindChanges = "</main>";
+
 int Size(const auto& things) { return static_cast<int>(things.size()); }
 
 std::string OfActivities(int playable, int all) {
@@ -31,6 +35,11 @@ class Page {
     Routes();
     Changes();
     Foot();
+    return std::move(text_);
+  }
+
+  std::string ChangesText() {
+    Changes();
     return std::move(text_);
   }
 
@@ -83,7 +92,7 @@ class Page {
     Line("</div><div><dt>Trains</dt>");
     Figure(list_.trainsMissing, "stop", "missing");
     Figure(list_.trainsMisplaced, "caution", "misplaced");
-    Line("</div></dl>\n<p class=\"made\">Checkup of " + Safe(list_.made) +
+    Line("</div></dl>\n" + std::string(kMade) + Safe(list_.made) +
          (list_.route.empty() ? "" : ", route <b>" + Safe(list_.route) + "</b>") + "</p>\n</div>");
     if (!list_.upTo.empty())
       Line("<p class=\"notice\" role=\"note\"><b>The Checkup ended early.</b> " + Safe(list_.upTo) +
@@ -198,7 +207,7 @@ class Page {
 
   void Changes() {
     const auto& changes = list_.changes;
-    Line("<section aria-labelledby=\"changes\">\n<h2 id=\"changes\">What has changed</h2>");
+    Line(std::string(kChanges) + "\n<h2 id=\"changes\">What has changed</h2>");
     Line("<div class=\"plate\">");
     if (changes.since.empty()) {
       Line("<p>This Checkup is the first one: the next will tell here what has changed.</p>");
@@ -216,7 +225,7 @@ class Page {
       fold(changes.causesGone, "cause is gone", "causes are gone", "names");
       fold(changes.causesNew, "cause is new", "causes are new", "names");
     }
-    Line("</div>\n</section>\n</main>");
+    Line("</div>\n</section>\n" + std::string(kBehindChanges));
   }
 
   void Foot() {
@@ -234,6 +243,18 @@ class Page {
 }  // namespace
 
 std::string CausesPage(const CauseList& list) { return Page(list).Text(); }
+
+bool RenewCausesPage(std::string& page, const std::string& made, const CauseList::Changes& changes) {
+  CauseList list;
+  list.changes = changes;
+  const std::string before = std::string(kMade) + Safe(changes.since);
+  const std::size_t date = page.find(before), from = page.rfind(kChanges), end = page.rfind(kBehindChanges);
+  if (date == page.npos || from == page.npos || end == page.npos || date > from || from > end) return false;
+  // Its end comes with its own line.
+  page.replace(from, end + kBehindChanges.size() + 1 - from, Page(list).ChangesText());
+  page.replace(date, before.size(), std::string(kMade) + Safe(made));
+  return true;
+}
 
 std::string CausesAnchor(const std::string& routeFolder) {
   std::string anchor = "route-";

@@ -2,8 +2,7 @@
 
 #include <utility>
 
-#include "checkup/CauseFile.h"
-#include "checkup/Causes.h"
+#include "catalogue/Catalogue.h"
 #include "checkup/CheckupReport.h"
 #include "core/Text.h"
 
@@ -26,6 +25,7 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
     : program_(program),
       progress_(progress),
       stopTimer_(std::move(stopTimer)),
+      last_(program),
       cache_(program),
       reader_(program, cache_),
       trains_(program),
@@ -36,10 +36,32 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
       activities_(program, progress, scan_, services_, report_) {}
 
 void Checkup::Run() {
-  ClearRecords();
+  const FileSystem::Pass pass(program_.files.Host());
+  const bool again = WouldBeTheSame();
+  if (!again) ClearRecords();
   if (!InitCheckupPaths()) return;
-  if (program_.shared.CheckTrains) CheckEverything();
+  if (again)
+    RunPasses(true);
+  else if (program_.shared.CheckTrains)
+    CheckEverything();
   Finish();
+}
+
+/// A look at the files' names and times is enough to know.
+bool Checkup::WouldBeTheSame() {
+  const std::string settings = program_.app.SettingsIni();
+  if (!program_.shared.CheckTrains || !last_.IsNoted() ||
+      program_.ini.ReadIni("TrainSim", "Train.exe", "No", settings) == "No" ||
+      program_.ini.ReadIni("TrainSim", "Path", kNoData, settings) != program_.shared.TrainSimPath)
+    return false;
+  program_.Step("Looking for what has changed");
+  consists_.ListAsBroughtBack();
+  lists_ = WalkRoutes(program_);
+  const CheckupSight sight = Sight();
+  if (!last_.WouldBeTheSame(sight) || !CauseRecord(program_).Renew()) return false;
+  last_.HandOn();
+  last_.Note(sight);
+  return true;
 }
 
 void Checkup::ClearRecords() {
@@ -59,15 +81,14 @@ bool Checkup::InitCheckupPaths() {
 }
 
 void Checkup::CheckEverything() {
-  const FileSystem::Pass pass(program_.files.Host());
+  last_.Forget();
   try {
-    RunPasses();
+    RunPasses(false);
   } catch (const RunTimeError& error) {
     const std::string step = program_.step;
     try {
-      if (consists_.AreRead())
-        RecordCauses(error.text() + ": " + error.path() +
-                     (error.reason().empty() ? "" : ", " + error.reason()));
+      RecordCauses(error.text() + ": " + error.path() +
+                   (error.reason().empty() ? "" : ", " + error.reason()));
       program_.shared.ShowReportWhenDone = false;
       WriteCheckupReport(program_);
     } catch (const RunTimeError&) {  // the first error is the one to tell
@@ -76,68 +97,82 @@ void Checkup::CheckEverything() {
     throw;
   }
   RecordCauses("");
+  if (!consists_.BackupsStood()) last_.Note(*sight_);
 }
 
-void Checkup::RunPasses() {
+void Checkup::RunPasses(bool again) {
   const auto records = program_.ini.Batch();
-  report_.Create();
+  if (!again) report_.Create();
   progress_.Caption("Creating train database...");
   program_.Step("Creating the train database");
-  trains_.BuildTrainDatabase([this] { progress_.Yield(); });
+  if (!again) trains_.BuildTrainDatabase([this] { progress_.Yield(); });
   stopTimer_();
   progress_.Value(0);
   progress_.Caption("Analyzing consists...");
-  consists_.LoadConsistList();
+  if (!again) ReadGame();
+  consists_.LoadConsistList(again);
   progress_.Caption("Verifying consists...");
-  consists_.VerifyConsists();
+  consists_.VerifyConsists(again);
   progress_.Maximum(100);
   progress_.Caption("Verifying services...");
-  ReadServices();
-  services_.VerifyServices(lists_->lstServices, *serviceFacts_);
+  services_.VerifyServices(lists_->lstServices, serviceFacts_, again);
   progress_.Caption("Verifying activities...");
-  ReadActivities();
-  activities_.VerifyActivities(lists_->lstAllActivities, *activityFacts_);
+  activities_.VerifyActivities(lists_->lstAllActivities, activityFacts_, again);
   barMaximum_ = static_cast<int>(lists_->lstAllActivities.size());
 }
 
-void Checkup::ReadServices() {
+/// Much is read while the rest is looked for.
+void Checkup::ReadGame() {
+  consists_.BeginReading();
   program_.Step("Looking for services and activities");
   if (!lists_) lists_ = WalkRoutes(program_);
-  if (!serviceFacts_) serviceFacts_ = Read(FileKind::Service, lists_->lstServices, "services");
-}
-
-void Checkup::ReadActivities() {
-  if (!activityFacts_) activityFacts_ = Read(FileKind::Activity, lists_->lstAllActivities, "activities");
-}
-
-std::vector<FileFacts> Checkup::Read(FileKind kind, const std::vector<GameFile>& files, const char* unit) {
-  return reader_.Read(kind, files, [&](std::size_t done) {
-    progress_.Detail(done, files.size(), unit);
+  reader_.Begin(FileKind::Service, lists_->lstServices, serviceFacts_);
+  reader_.Begin(FileKind::Activity, lists_->lstAllActivities, activityFacts_);
+  sight_ = Sight();
+  places_.emplace(program_);
+  program_.Step("Reading the consists");
+  reader_.Finish([&](std::size_t done, std::size_t all) {
+    progress_.Detail(done, all, "files");
     progress_.Yield();
   });
+  BeginJudging();
 }
 
-void Checkup::RecordCauses(const std::string& upTo) {
-  ReadServices();  // a Checkup that ended early has not come to them
-  ReadActivities();
-  CauseInput input{reader_.Items(), trains_, {}, {}, {}};
+CheckupSight Checkup::Sight() {
+  CheckupSight sight;
+  for (const std::string& text : {program_.shared.TrainSimPath, Catalogue(program_).Loaded(),
+                                  program_.shared.LastConsistName, program_.shared.LastVerifiedItem})
+    sight.Add(text);
+  sight.Add(consists_.Consists());
+  sight.Add(lists_->lstServices);
+  sight.Add(lists_->lstAllActivities);
+  sight.AddTrains(program_);
+  return sight;
+}
+
+/// The passes leave the facts as they are: the causes are found meanwhile.
+void Checkup::BeginJudging() {
+  input_.emplace(CauseInput{reader_.Items(), trains_, *places_, {}, {}, {}});
   for (std::size_t i = 0; i < consists_.Facts().size(); ++i)
-    input.consists.push_back({CutAtLastDot(consists_.Consists()[i].shown), &consists_.Facts()[i]});
-  for (std::size_t i = 0; i < serviceFacts_->size(); ++i)
-    input.services.push_back(CauseInput::Place(lists_->lstServices[i].shown, (*serviceFacts_)[i]));
-  for (std::size_t i = 0; i < activityFacts_->size(); ++i)
-    input.activities.push_back(CauseInput::Place(lists_->lstAllActivities[i].shown, (*activityFacts_)[i]));
-  CauseList list = FindCauses(program_, input);
-  list.upTo = upTo;
+    input_->consists.push_back({CutAtLastDot(consists_.Consists()[i].shown), &consists_.Facts()[i]});
+  for (std::size_t i = 0; i < serviceFacts_.size(); ++i)
+    input_->services.push_back(CauseInput::Place(lists_->lstServices[i].shown, serviceFacts_[i]));
+  for (std::size_t i = 0; i < activityFacts_.size(); ++i)
+    input_->activities.push_back(CauseInput::Place(lists_->lstAllActivities[i].shown, activityFacts_[i]));
+  record_.emplace(program_);
+  judging_ =
+      std::async(std::launch::async | std::launch::deferred, [this] { record_->Make(FindCauses(*input_)); });
+}
+
+/// Nothing is known yet when the reading itself was ended.
+void Checkup::RecordCauses(const std::string& upTo) {
+  if (!judging_.valid()) return;
   cache_.Save({{FileKind::Consist, consists_.Consists(), consists_.Facts()},
-               {FileKind::Service, lists_->lstServices, *serviceFacts_},
-               {FileKind::Activity, lists_->lstAllActivities, *activityFacts_}});
-  // The pages need none of the facts, and the facts much room.
-  consists_.Forget();
-  lists_.reset();
-  serviceFacts_.reset();
-  activityFacts_.reset();
-  WriteCauses(program_, list);
+               {FileKind::Service, lists_->lstServices, serviceFacts_},
+               {FileKind::Activity, lists_->lstAllActivities, activityFacts_}});
+  judging_.get();
+  if (!upTo.empty()) record_->EndedEarly(upTo);
+  record_->Write();
 }
 
 void Checkup::Finish() {

@@ -2,14 +2,18 @@
 #pragma once
 
 #include <functional>
+#include <future>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "checkup/ActivityVerification.h"
+#include "checkup/CauseFile.h"
+#include "checkup/Causes.h"
 #include "checkup/ConsistAnalysis.h"
 #include "checkup/FinalReport.h"
 #include "checkup/ItemScan.h"
+#include "checkup/LastCheckup.h"
 #include "checkup/ServiceVerification.h"
 #include "checkup/TrainDatabase.h"
 #include "core/Program.h"
@@ -30,13 +34,16 @@ class Checkup {
   void Run();
 
  private:
+  /// The last whole Checkup has seen the same.
+  bool WouldBeTheSame();
   void ClearRecords();
   bool InitCheckupPaths();
   void CheckEverything();
-  void RunPasses();
-  void ReadServices();
-  void ReadActivities();
-  std::vector<FileFacts> Read(FileKind kind, const std::vector<GameFile>& files, const char* unit);
+  /// `again`: they only show what they showed the last time.
+  void RunPasses(bool again);
+  void ReadGame();
+  void BeginJudging();
+  CheckupSight Sight();
   /// `upTo` says what ended the passes; empty after whole ones.
   void RecordCauses(const std::string& upTo);
   void Finish();
@@ -45,6 +52,7 @@ class Checkup {
   int barMaximum_ = 100;
   Progress& progress_;
   const std::function<void()> stopTimer_;
+  const LastCheckup last_;
   FactsCache cache_;
   FactsReader reader_;
   TrainDatabase trains_;
@@ -54,7 +62,12 @@ class Checkup {
   ServiceVerification services_;
   ActivityVerification activities_;
   std::optional<RouteFileLists> lists_;
-  std::optional<std::vector<FileFacts>> serviceFacts_, activityFacts_;
+  std::vector<FileFacts> serviceFacts_, activityFacts_;
+  std::optional<TrainPlaces> places_;
+  std::optional<CauseInput> input_;
+  std::optional<CauseRecord> record_;
+  std::optional<CheckupSight> sight_;
+  std::future<void> judging_;  // goes first: it uses the others
 };
 
 }  // namespace quillon

@@ -28,21 +28,27 @@ std::string ConsistAnalysis::BackupPathOf(std::string_view file) const {
   return program_.BelowGame(kBackups) + "\\" + std::string(file);
 }
 
-void ConsistAnalysis::LoadConsistList() {
-  names_ = {""};
+void ConsistAnalysis::BeginReading() {
   BringBack();
   ConsistFileArray = ListGameFiles(program_, PathOf(""), ".con");
+  reader_.Begin(FileKind::Consist, ConsistFileArray, facts_);
+}
+
+void ConsistAnalysis::ListAsBroughtBack() {
+  ConsistFileArray = ListGameFiles(program_, PathOf(""), ".con");
+  auto away = ListGameFiles(program_, BackupPathOf(""), ".con");
+  for (auto& file : away) file.path = PathOf(FileNameOf(file.path));
+  AddAsListed(ConsistFileArray, std::move(away));
+}
+
+void ConsistAnalysis::LoadConsistList(bool again) {
+  names_ = {""};
   const auto all = ConsistFileArray.size();
   progress_.Maximum(static_cast<int>(all));
   progress_.Value(0);
-  program_.Step("Reading the consists");
-  facts_ = reader_.Read(FileKind::Consist, ConsistFileArray, [&](std::size_t done) {
-    progress_.Detail(done, all, "consists");
-    progress_.Yield();
-  });
-  read_ = true;
   for (std::size_t i = 0; i < all; ++i) {
     progress_.Value(static_cast<int>(i) + 1);
+    if (again) continue;
     if (facts_[i].broken != FileFacts::Broken::Nowhere) WriteLog();
     ReadConsistCfg(i);
   }
@@ -80,17 +86,17 @@ void ConsistAnalysis::WriteLog() {
   log_.clear();
 }
 
-void ConsistAnalysis::VerifyConsists() {
+void ConsistAnalysis::VerifyConsists(bool again) {
   // Nothing ever records a total: the bar stands still.
   progress_.Maximum(NumericValue(Trim(
       program_.ini.ReadIni("Total", "TotalConsists", "0", program_.app.TrainRecord("consiststotals.ini")))));
   progress_.Value(0);
-  scan_.BeginPass();
+  if (!again) scan_.BeginPass();
   progress_.Caption("Verifying ");  // for the nameless element in front of the list
   for (std::size_t i = 0; i < ConsistFileArray.size(); ++i) {
     const std::string file(FileNameOf(ConsistFileArray[i].path));
     program_.Step("Verifying the consist " + file);
-    Verify(i, file);
+    if (!again) Verify(i, file);
     progress_.Detail(i + 1, ConsistFileArray.size(), "consists");
     progress_.Caption("Verifying " + file);
   }
@@ -111,6 +117,7 @@ void ConsistAnalysis::MoveAway(const std::string& file) {
   const std::string consist = PathOf(file), backup = BackupPathOf(file);
   if (!files_.FileExists(backup)) return files_.Rename(consist, backup);
   // The older backup stands for the consist.
+  backupsStood_ = true;
   if (!files_.AreEqual(consist, backup)) {
     Rescue rescue(program_, std::string(kNoData),
                   "The Checkup set the consist aside, and an older one of that name was there.");

@@ -21,10 +21,15 @@ class ConsistAnalysis {
   ConsistAnalysis(Program& program, Progress& progress, FactsReader& reader, ItemScan& scan,
                   FinalReport& report);
 
-  /// Brings backed-up consists back and reads all.
-  void LoadConsistList();
+  /// Brings backed-up consists back and begins to read all.
+  void BeginReading();
+  /// Lists them as they would be then, and changes nothing.
+  void ListAsBroughtBack();
+
+  /// All are read by now. `again`: a pass that would come to the same as the one before only shows itself.
+  void LoadConsistList(bool again);
   /// Moves the bad ones away. Their names stay known.
-  void VerifyConsists();
+  void VerifyConsists(bool again);
 
   /// Whether a consist of this lower-case name was seen, also one that has been moved since.
   bool IsKnownName(const std::string& name) const { return names_.contains(name); }
@@ -32,12 +37,8 @@ class ConsistAnalysis {
   /// All consists as they were before the bad ones were moved away, and their facts.
   const std::vector<GameFile>& Consists() const { return ConsistFileArray; }
   const std::vector<FileFacts>& Facts() const { return facts_; }
-  /// All are known: without that no service can be judged.
-  bool AreRead() const { return read_; }
-  void Forget() {
-    ConsistFileArray = {};
-    facts_ = {};
-  }
+  /// A bad one gave way to its older backup: the next look finds another consist.
+  bool BackupsStood() const { return backupsStood_; }
   std::string PathOf(std::string_view file) const;
   std::string BackupPathOf(std::string_view file) const;
 
@@ -56,10 +57,10 @@ class ConsistAnalysis {
   FinalReport& report_;
   std::vector<GameFile> ConsistFileArray;  // the names in lower case, with extension
   std::vector<FileFacts> facts_;
-  bool read_ = false;
   std::string log_;                        // what is still to be added to conarray.log
   std::unordered_set<std::string> names_;  // ConsistCfg, and the empty text at its index 0
-  std::string& LastConsistName;            // carried over to a consist without a name
+  bool backupsStood_ = false;
+  std::string& LastConsistName;  // carried over to a consist without a name
 };
 
 }  // namespace quillon

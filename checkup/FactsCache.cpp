@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstring>
+#include <utility>
 
 namespace quillon {
 namespace {
@@ -11,10 +12,6 @@ namespace {
 /// Another form of the file, or of the facts in it, gets another number.
 constexpr std::string_view kMark = "Quillon's facts 1\n";
 constexpr std::int64_t kYoung = 3'000'000'000;  // nanoseconds: the coarsest disk counts two seconds
-
-std::int64_t Now() {
-  return std::chrono::nanoseconds(std::chrono::system_clock::now().time_since_epoch()).count();
-}
 
 void AddNumber(std::string& bytes, std::uint64_t number) {
   for (; number > 0x7F; number >>= 7) bytes += static_cast<char>((number & 0x7F) | 0x80);
@@ -94,10 +91,14 @@ FileFacts FactsFrom(std::string_view written) {
 
 }  // namespace
 
-FactsCache::FactsCache(Program& program) : program_(program), path_(program.app.FactsCacheFile()) {
-  if (!program.files.FileExists(path_)) return;
+std::int64_t FactsCache::YoungFrom() {
+  return std::chrono::nanoseconds(std::chrono::system_clock::now().time_since_epoch()).count() - kYoung;
+}
+
+void FactsCache::Open() {
+  if (std::exchange(open_, true) || !program_.files.FileExists(path_)) return;
   try {
-    bytes_ = program.files.ReadAll(path_);
+    bytes_ = program_.files.ReadAll(path_);
     Load(bytes_);
   } catch (const RunTimeError&) {  // all is read anew
   }
@@ -148,12 +149,12 @@ void FactsCache::Save(const std::vector<Group>& groups) {
   std::vector<std::uint32_t> numbers(items_.size(), 0);  // in the file, from 1
   std::uint32_t itemCount = 0;
   std::size_t count = 0;
-  const std::int64_t latest = Now() - kYoung;
+  const std::int64_t young = YoungFrom();
   for (const auto& group : groups) {
     for (std::size_t i = 0; i < group.files.size(); ++i) {
       const GameFile& file = group.files[i];
       const FileFacts& facts = group.facts[i];
-      if (facts.broken != FileFacts::Broken::Nowhere || !facts.unsplit.empty() || file.modified > latest)
+      if (facts.broken != FileFacts::Broken::Nowhere || !facts.unsplit.empty() || file.modified >= young)
         continue;
       ++count;
       AddText(entries, file.path);
@@ -184,7 +185,10 @@ void FactsCache::Save(const std::vector<Group>& groups) {
   bytes += entries;
   const std::uint32_t checksum = libdeflate_crc32(0, bytes.data(), bytes.size());
   bytes.append(reinterpret_cast<const char*>(&checksum), sizeof checksum);
-  program_.files.WriteAll(path_, bytes);
+  try {
+    program_.files.WriteAll(path_, bytes);
+  } catch (const RunTimeError&) {  // the next Checkup reads all anew
+  }
 }
 
 }  // namespace quillon

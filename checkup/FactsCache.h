@@ -16,9 +16,15 @@ namespace quillon {
 /// empty. A file that was changed a moment ago is not kept: its time may not tell of the next change.
 class FactsCache {
  public:
-  explicit FactsCache(Program& program);
+  explicit FactsCache(Program& program) : program_(program), path_(program.app.FactsCacheFile()) {}
+
+  /// Reads the file, unless that was done. Comes before the first item.
+  void Open();
 
   ItemTable& Items() { return items_; }
+
+  /// A file of this time or a later one was changed a moment ago. Nanoseconds since 1970.
+  static std::int64_t YoungFrom();
 
   /// Moves the facts of the file out of the cache, if they are still true.
   bool Take(FileKind kind, const GameFile& file, FileFacts& facts);
@@ -49,6 +55,7 @@ class FactsCache {
   std::string bytes_;                                // of the file
   std::unordered_map<std::string_view, Kept> kept_;  // by path
   std::size_t taken_ = 0;
+  bool open_ = false;
 };
 
 }  // namespace quillon

@@ -1,8 +1,9 @@
 #include "checkup/FactsReader.h"
 
-#include <atomic>
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
+#include <deque>
 #include <exception>
 #include <mutex>
 #include <thread>
@@ -14,6 +15,7 @@ namespace quillon {
 namespace {
 
 constexpr auto kTickInterval = std::chrono::milliseconds(20);
+constexpr std::size_t kPart = 16;  // files that a thread takes at once
 
 void Number(const std::vector<FoundItem>& found, ItemTable& items, FileFacts& facts) {
   facts.items.reserve(found.size());
@@ -23,112 +25,176 @@ void Number(const std::vector<FoundItem>& found, ItemTable& items, FileFacts& fa
   }
 }
 
-/// Files that nobody has read yet.
-class Reading {
+}  // namespace
+
+/// Files of one kind, of which the cache does not know all.
+struct FactsReader::Batch {
+  FileKind kind;
+  const std::vector<GameFile>& files;
+  std::vector<FileFacts>& facts;
+  std::vector<std::size_t> unread;  // places among the files
+  std::vector<std::string> hostPaths;
+};
+
+/// What is read on threads of its own while more is found.
+class FactsReader::Reading {
  public:
-  Reading(FileKind kind, const std::vector<GameFile>& files, std::vector<std::size_t> unread,
-          std::vector<std::string> hostPaths, ItemTable& items, std::vector<FileFacts>& facts)
-      : kind_(kind),
-        files_(files),
-        unread_(std::move(unread)),
-        hostPaths_(std::move(hostPaths)),
-        items_(items),
-        facts_(facts) {}
+  explicit Reading(ItemTable& items) : items_(items) {}
 
   /// Whatever ends the waiting, no thread outlives it.
   ~Reading() {
-    next_ = unread_.size();
+    {
+      const std::lock_guard lock(mutex_);
+      ended_ = true;
+      batch_ = batches_.size();
+    }
+    change_.notify_all();
     for (auto& thread : threads_) thread.join();
   }
 
-  void Run(const std::function<void(std::size_t done)>& tick) {
-    if (unread_.empty()) return;
-    StartWorkers(threads_, WorkerCount(), [this] { Work(); });
+  void Add(Batch batch) {
+    if (!batch.unread.empty() && threads_.empty()) StartWorkers(threads_, WorkerCount(), [this] { Work(); });
+    {
+      const std::lock_guard lock(mutex_);
+      all_ += batch.files.size();
+      done_ += batch.files.size() - batch.unread.size();
+      batches_.push_back(std::move(batch));
+    }
+    change_.notify_all();
+  }
+
+  /// Returns the batches, read.
+  std::deque<Batch> Run(const std::function<void(std::size_t done, std::size_t all)>& tick) {
+    {
+      const std::lock_guard lock(mutex_);
+      ended_ = true;
+    }
+    change_.notify_all();
     if (threads_.empty()) Work();
-    for (std::unique_lock lock(mutex_); done_ < unread_.size() && !failure_;) {
-      allDone_.wait_for(lock, kTickInterval);
+    std::unique_lock lock(mutex_);
+    while (done_ < all_ && !failure_) {
+      change_.wait_for(lock, kTickInterval);
+      const std::size_t done = done_;
       lock.unlock();
-      tick(done_);
+      if (tick) tick(done, all_);
       lock.lock();
     }
     if (failure_) std::rethrow_exception(failure_);
+    return std::move(batches_);
   }
 
  private:
+  struct Part {
+    const Batch* batch = nullptr;
+    std::size_t begin = 0, end = 0;  // among its unread files
+  };
+
   void Work() {
     try {
-      std::vector<FoundItem> found;
-      for (std::size_t i = next_++; i < unread_.size(); i = next_++) ReadOne(i, found);
+      for (Part part = NextPart(); part.batch != nullptr; part = NextPart()) Read(part);
     } catch (...) {
       const std::lock_guard lock(mutex_);
       failure_ = std::current_exception();
-      allDone_.notify_one();
+      change_.notify_all();
     }
   }
 
-  void ReadOne(std::size_t i, std::vector<FoundItem>& found) {
-    found.clear();
-    const std::size_t file = unread_[i];
-    facts_[file] = Take(hostPaths_[i], files_[file].path, found);
-    const std::lock_guard lock(mutex_);
-    Number(found, items_, facts_[file]);
-    if (++done_ == unread_.size()) allDone_.notify_one();
+  /// Waits for one while there may be more.
+  Part NextPart() {
+    for (std::unique_lock lock(mutex_);;) {
+      for (; batch_ < batches_.size(); ++batch_, next_ = 0) {
+        const Batch& batch = batches_[batch_];
+        if (next_ == batch.unread.size()) continue;
+        const std::size_t begin = next_;
+        next_ = std::min(begin + kPart, batch.unread.size());
+        return {&batch, begin, next_};
+      }
+      if (ended_) return {};
+      change_.wait(lock);
+    }
   }
 
-  FileFacts Take(const std::string& hostPath, const std::string& path, std::vector<FoundItem>& found) const {
+  void Read(const Part& part) {
+    const Batch& batch = *part.batch;
+    std::vector<std::vector<FoundItem>> found(part.end - part.begin);
+    for (std::size_t i = part.begin; i < part.end; ++i)
+      batch.facts[batch.unread[i]] = Take(batch, i, found[i - part.begin]);
+    const std::lock_guard lock(mutex_);
+    for (std::size_t i = part.begin; i < part.end; ++i)
+      Number(found[i - part.begin], items_, batch.facts[batch.unread[i]]);
+    done_ += part.end - part.begin;
+    if (done_ == all_) change_.notify_all();
+  }
+
+  static FileFacts Take(const Batch& batch, std::size_t i, std::vector<FoundItem>& found) {
     std::string bytes;
-    if (const RawInput input(hostPath); input.IsOpen() && input.ReadAt(0, input.Size(), bytes))
-      return TakeFacts(kind_, GameText(path, bytes), found);
+    if (const RawInput input(batch.hostPaths[i]); input.IsOpen() && input.ReadAt(0, input.Size(), bytes))
+      return TakeFacts(batch.kind, GameText(batch.files[batch.unread[i]].path, bytes), found);
     FileFacts facts;
     facts.broken = FileFacts::Broken::Reading;
     return facts;
   }
 
-  const FileKind kind_;
-  const std::vector<GameFile>& files_;
-  const std::vector<std::size_t> unread_;  // places among the files
-  const std::vector<std::string> hostPaths_;
   ItemTable& items_;
-  std::mutex mutex_;  // of the items and the failure
-  std::condition_variable allDone_;
-  std::vector<FileFacts>& facts_;
-  std::atomic<std::size_t> next_ = 0, done_ = 0;
+  std::mutex mutex_;  // of all but the threads
+  std::condition_variable change_;
+  std::deque<Batch> batches_;
+  std::size_t batch_ = 0, next_ = 0;  // the next file: its batch, and its place among the unread ones
+  std::size_t done_ = 0, all_ = 0;    // files
+  bool ended_ = false;                // no more batches come
   std::exception_ptr failure_;
   std::vector<std::thread> threads_;
 };
 
-}  // namespace
+FactsReader::FactsReader(Program& program, FactsCache& cache) : program_(program), cache_(cache) {}
 
-FileFacts FactsReader::Take(FileKind kind, const std::string& path, std::string_view bytes) {
-  std::vector<FoundItem> found;
-  FileFacts facts = TakeFacts(kind, GameText(path, bytes), found);
-  Number(found, Items(), facts);
+FactsReader::~FactsReader() = default;
+
+void FactsReader::Begin(FileKind kind, const std::vector<GameFile>& files, std::vector<FileFacts>& facts) {
+  cache_.Open();
+  facts.assign(files.size(), {});
+  Batch batch{kind, files, facts, {}, {}};
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    if (cache_.Take(kind, files[i], facts[i])) continue;
+    batch.unread.push_back(i);
+    batch.hostPaths.push_back(program_.files.Host().HostPath(files[i].path));
+  }
+  if (!reading_) reading_ = std::make_unique<Reading>(Items());
+  reading_->Add(std::move(batch));
+}
+
+void FactsReader::Finish(const std::function<void(std::size_t done, std::size_t all)>& tick) {
+  const auto reading = std::move(reading_);
+  if (!reading) return;
+  for (const Batch& batch : reading->Run(tick)) SayWhatIsWrong(batch);
+}
+
+/// What could not be read is read in the ordinary way, which has the words for it.
+void FactsReader::SayWhatIsWrong(const Batch& batch) {
+  for (const std::size_t i : batch.unread) {
+    if (batch.facts[i].broken != FileFacts::Broken::Reading) continue;
+    const std::string& path = batch.files[i].path;
+    try {
+      program_.files.ReadAll(path);
+      batch.facts[i].error = std::make_shared<RunTimeError>(ErrorNumber::DeviceIoError, path);
+    } catch (const RunTimeError& error) {
+      batch.facts[i].error = std::make_shared<RunTimeError>(error);
+    }
+  }
+}
+
+std::vector<FileFacts> FactsReader::Read(FileKind kind, const std::vector<GameFile>& files) {
+  std::vector<FileFacts> facts;
+  Begin(kind, files, facts);
+  Finish();
   return facts;
 }
 
-std::vector<FileFacts> FactsReader::Read(FileKind kind, const std::vector<GameFile>& files,
-                                         const std::function<void(std::size_t done)>& tick) {
-  std::vector<FileFacts> facts(files.size());
-  std::vector<std::size_t> unread;
-  std::vector<std::string> hostPaths;
-  for (std::size_t i = 0; i < files.size(); ++i) {
-    if (cache_.Take(kind, files[i], facts[i])) continue;
-    unread.push_back(i);
-    hostPaths.push_back(program_.files.Host().HostPath(files[i].path));
-  }
-  Reading(kind, files, unread, std::move(hostPaths), Items(), facts).Run([&](std::size_t done) {
-    if (tick) tick(files.size() - unread.size() + done);
-  });
-  for (const std::size_t i : unread) {
-    if (facts[i].broken != FileFacts::Broken::Reading) continue;
-    // Read in the ordinary way, which says what is wrong.
-    try {
-      program_.files.ReadAll(files[i].path);
-      facts[i].error = std::make_shared<RunTimeError>(ErrorNumber::DeviceIoError, files[i].path);
-    } catch (const RunTimeError& error) {
-      facts[i].error = std::make_shared<RunTimeError>(error);
-    }
-  }
+FileFacts FactsReader::Take(FileKind kind, const std::string& path, std::string_view bytes) {
+  cache_.Open();
+  std::vector<FoundItem> found;
+  FileFacts facts = TakeFacts(kind, GameText(path, bytes), found);
+  Number(found, Items(), facts);
   return facts;
 }
 

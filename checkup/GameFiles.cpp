@@ -1,6 +1,7 @@
 #include "checkup/GameFiles.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "core/FolderWay.h"
 #include "core/Text.h"
@@ -54,6 +55,25 @@ void Sort(std::vector<GameFile>& files) {
 }
 
 }  // namespace
+
+void AddAsListed(std::vector<GameFile>& files, std::vector<GameFile> more) {
+  const auto before = [](const GameFile& a, const GameFile& b) {
+    return ComesBefore(UpperCase(a.path), UpperCase(b.path));
+  };
+  std::vector<GameFile> all;
+  all.reserve(files.size() + more.size());
+  auto rest = files.begin();
+  const auto moveUpTo = [&](auto end) {
+    std::move(rest, end, std::back_inserter(all));
+    rest = end;
+  };
+  for (auto& file : more) {
+    moveUpTo(std::lower_bound(rest, files.end(), file, before));
+    if (rest == files.end() || rest->path != file.path) all.push_back(std::move(file));
+  }
+  moveUpTo(files.end());
+  files = std::move(all);
+}
 
 std::vector<GameFile> ListGameFiles(Program& program, const std::string& folder, std::string_view extension) {
   std::vector<FoundFile> found;

@@ -21,6 +21,9 @@ struct GameFile {
 /// The files of one folder, which is given with its closing backslash; `extension` with its point.
 std::vector<GameFile> ListGameFiles(Program& program, const std::string& folder, std::string_view extension);
 
+/// Adds those of `more` whose paths are not among `files`. Both are, and stay, in the order of a listing.
+void AddAsListed(std::vector<GameFile>& files, std::vector<GameFile> more);
+
 /// By full paths, sorted without regard to case: each route's files come together.
 struct RouteFileLists {
   std::vector<GameFile> lstServices, lstAllActivities;

@@ -6,9 +6,8 @@ namespace quillon {
 
 void ItemScan::BeginPass() {
   VerifiedItems.clear();
-  const std::uint32_t sentinel = items_.LowerText("qntemp tempqn");
   VerifiedItems.resize(items_.LowerTextCount());
-  VerifiedItems[sentinel] = true;
+  VerifiedItems[sentinel_] = true;
 }
 
 void ItemScan::ScanFile(const std::string& path, const FileFacts& facts,

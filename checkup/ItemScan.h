@@ -21,7 +21,10 @@ class ItemScan {
  public:
   /// All outlive the scan; the last is lower case and lives on between runs.
   ItemScan(const TrainDatabase& trains, ItemTable& items, std::string& lastVerifiedItem)
-      : trains_(trains), items_(items), LastVerifiedItem(lastVerifiedItem) {}
+      : trains_(trains),
+        items_(items),
+        sentinel_(items.LowerText("qntemp tempqn")),
+        LastVerifiedItem(lastVerifiedItem) {}
 
   /// Forgets which items were found good. All items have their numbers by now.
   void BeginPass();
@@ -33,7 +36,8 @@ class ItemScan {
   bool IsKnownGood(const TrainItem& item);
 
   const TrainDatabase& trains_;
-  ItemTable& items_;
+  const ItemTable& items_;
+  const std::uint32_t sentinel_;
   std::vector<bool> VerifiedItems;  // by the number of the text in lower case
   std::string& LastVerifiedItem;
 };

@@ -38,10 +38,7 @@ std::uint32_t NewCause(CauseList& list, Cause::Kind kind, std::string name, std:
 
 void MissingTrains::Find() {
   const auto missing = JudgeItems();
-  if (!missing.empty()) {
-    CountAskedFor();
-    places_.emplace(program_);
-  }
+  if (!missing.empty()) CountAskedFor();
   for (const auto& [folder, files] : missing) {
     if (!input_.trains.HasFolder(folder) && !folder.empty())
       AddFolder(folder, files);
@@ -98,7 +95,7 @@ void MissingTrains::CountAskedFor() {
 }
 
 void MissingTrains::AddFolder(const std::string& folder, const Wanted& files) {
-  const TrainPlaces::Place* place = places_->Find(folder, Names(files), askedFor_);
+  const TrainPlaces::Place* place = input_.places.Find(folder, Names(files), askedFor_);
   const std::string& name = spellings_[folder];
   const std::uint32_t number =
       NewCause(list_, place != nullptr ? Kind::MisplacedFolder : Kind::MissingFolder, name);
@@ -168,7 +165,7 @@ bool MissingTrains::AdviseFile(Cause& cause, const std::string& folder, const st
     cause.advice = "No train folder is named where it is asked for: mend the consist.";
     return false;
   }
-  if (const std::string odd = places_->WithBlanks(folder, file); !odd.empty()) {
+  if (const std::string odd = input_.places.WithBlanks(folder, file); !odd.empty()) {
     if (askedForFiles_.contains(Key(folder, LowerCase(odd)))) {
       cause.advice =
           "Whole consists ask for \"" + odd + "\" in " + there + ": copy it as " + cause.name + ".";
@@ -188,7 +185,7 @@ bool MissingTrains::AdviseFile(Cause& cause, const std::string& folder, const st
                           "for WagonData where it is asked for.");
     return true;
   }
-  if (const auto* below = places_->FindBelow(folder, file)) {
+  if (const auto* below = input_.places.FindBelow(folder, file)) {
     cause.advice = "It lies too deep: move what is in TRAINSET\\" + below->path + " up to " + there + ".";
     return true;
   }

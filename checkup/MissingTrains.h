@@ -3,14 +3,12 @@
 
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
 
 #include "checkup/Causes.h"
-#include "checkup/TrainPlaces.h"
 
 namespace quillon {
 
@@ -30,8 +28,7 @@ std::uint32_t NewCause(CauseList& list, Cause::Kind kind, std::string name, std:
 class MissingTrains {
  public:
   /// All outlive the object.
-  MissingTrains(Program& program, const CauseInput& input, CauseList& list)
-      : program_(program), input_(input), list_(list) {}
+  MissingTrains(const CauseInput& input, CauseList& list) : input_(input), list_(list) {}
 
   void Find();
   /// What an item lacks; empty for a good one.
@@ -56,7 +53,6 @@ class MissingTrains {
   bool AdviseFile(Cause& cause, const std::string& folder, const std::string& file) const;
   std::string Elsewhere(const Wanted& files) const;
 
-  Program& program_;
   const CauseInput& input_;
   CauseList& list_;
   std::vector<JudgedItem> items_;                           // by their numbers
@@ -64,7 +60,6 @@ class MissingTrains {
   std::unordered_map<std::string, Roots> rootsOf_;          // by folder and file
   // Train folders, and train files by folder and file: to rename one would break whole consists.
   std::unordered_set<std::string> askedFor_, askedForFiles_;
-  std::optional<TrainPlaces> places_;  // looked for only when something is missing
 };
 
 }  // namespace quillon

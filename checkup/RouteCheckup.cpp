@@ -54,7 +54,8 @@ CauseList RouteCheckup::Judge(const std::vector<std::string>& zips) {
     progress_.Detail(routes.size(), zips.size(), "routes");
     progress_.Yield();
   }
-  CauseInput input{reader_.Items(), trains_, {}, {}, {}};
+  const TrainPlaces places(program_);
+  CauseInput input{reader_.Items(), trains_, places, {}, {}, {}};
   for (std::size_t i = 0; i < consists_.size(); ++i)
     input.consists.push_back({CutAtLastDot(consists_[i].file.shown), &consists_[i].facts, consists_[i].zip});
   for (const auto& route : routes) {
@@ -63,7 +64,7 @@ CauseList RouteCheckup::Judge(const std::vector<std::string>& zips) {
     for (std::size_t i = 0; i < route.activities.size(); ++i)
       input.activities.push_back({route.zip, route.activities[i].shown, &route.activityFacts[i]});
   }
-  CauseList list = FindCauses(program_, input);
+  CauseList list = FindCauses(input);
   list.made = LocalTime("%Y-%m-%d %H:%M:%S");
   if (zips.size() == 1) list.route = zips.front();
   const auto batch = program_.ini.Batch();

@@ -14,7 +14,7 @@ ServiceVerification::ServiceVerification(Program& program, Progress& progress,
     : program_(program), progress_(progress), consists_(consists), report_(report) {}
 
 void ServiceVerification::VerifyServices(const std::vector<GameFile>& lstServices,
-                                         const std::vector<FileFacts>& facts) {
+                                         const std::vector<FileFacts>& facts, bool again) {
   const int count = static_cast<int>(lstServices.size());
   progress_.Maximum(count);
   progress_.Value(count);
@@ -24,7 +24,7 @@ void ServiceVerification::VerifyServices(const std::vector<GameFile>& lstService
     progress_.Value(static_cast<int>(i) + 1);
     progress_.Detail(i + 1, lstServices.size(), "services");
     program_.Step("Verifying the service " + lstServices[i].path);
-    Verify(lstServices[i].path, facts[i]);
+    if (!again) Verify(lstServices[i].path, facts[i]);
   }
   progress_.Value(count);
 }

@@ -14,7 +14,9 @@ class ServiceVerification {
   ServiceVerification(Program& program, Progress& progress, const ConsistAnalysis& consists,
                       FinalReport& report);
 
-  void VerifyServices(const std::vector<GameFile>& lstServices, const std::vector<FileFacts>& facts);
+  /// `again`: a pass that would come to the same as the one before only shows itself, and needs no facts.
+  void VerifyServices(const std::vector<GameFile>& lstServices, const std::vector<FileFacts>& facts,
+                      bool again);
 
   /// Whether a service is good; `path` is that of its file.
   bool IsGood(const std::string& path) const;

@@ -95,6 +95,8 @@ class Installation {
   std::string PlayableIni() const { return MiscInfo() + "\\playable.ini"; }
   /// What the last Checkup took from the files of the game.
   std::string FactsCacheFile() const { return MiscInfo() + "\\checkup.cache"; }
+  /// What the last whole Checkup has seen and left.
+  std::string LastCheckupFile() const { return MiscInfo() + "\\checkup.last"; }
   std::string TrainRecords() const { return MiscInfo() + "\\trains"; }
   std::string TrainRecord(std::string_view file) const { return TrainRecords() + "\\" + std::string(file); }
   std::string StuffList() const { return TrainRecord("stuff.tsl"); }

@@ -1,0 +1,103 @@
+#include "checkup/LastCheckup.h"
+
+#include <functional>
+#include <nlohmann/json.hpp>
+
+#include "checkup/FactsCache.h"
+#include "core/Text.h"
+#include "core/Version.h"
+
+namespace quillon {
+namespace {
+
+using Json = nlohmann::json;
+constexpr std::string_view kTrainSet = "\\Trains\\TrainSet\\";
+
+Json Read(Program& program) {
+  std::string text;
+  if (program.files.Host().Read(program.app.LastCheckupFile(), text, kNoLimit) != FileCode::Ok) return {};
+  Json note = Json::parse(text, nullptr, false);
+  return note.is_object() && note.value("version", Json()) == kVersion ? note : Json();
+}
+
+}  // namespace
+
+void CheckupSight::Add(std::uint64_t number) {
+  number_ = (number_ ^ number) * 0x9E3779B97F4A7C15u;
+  number_ ^= number_ >> 29;
+}
+
+void CheckupSight::Add(std::string_view text) { Add(std::hash<std::string_view>()(text)); }
+
+void CheckupSight::Add(const std::vector<GameFile>& files) {
+  Add(files.size());
+  const std::int64_t young = FactsCache::YoungFrom();
+  for (const GameFile& file : files) {
+    Add(file.path);
+    Add(file.shown);
+    Add(file.size);
+    Add(static_cast<std::uint64_t>(file.modified));
+    young_ = young_ || file.modified >= young;
+  }
+}
+
+void CheckupSight::AddTrains(Program& program) {
+  std::vector<FoundFile> folders;
+  program.files.Host().Find(program.BelowGame(kTrainSet) + "*.*", folders);
+  for (const auto& folder : folders) Add(folder.folder() ? folder.name + "\\" : folder.name);
+  program.files.WalkThroughLinks(program.BelowGame(kTrainSet) + "*.*",
+                                 [&](const std::string& folder, const std::string& name) {
+                                   const std::string lower = LowerCase(name);
+                                   if (!Contains(lower, ".eng") && !Contains(lower, ".wag")) return;
+                                   Add(folder);
+                                   Add(name);
+                                 });
+}
+
+bool LastCheckup::IsNoted() const {
+  return program_.files.FileExists(program_.app.LastCheckupFile()) &&
+         program_.files.FileExists(program_.app.FactsCacheFile());
+}
+
+std::uint64_t LastCheckup::Records() const {
+  CheckupSight records;
+  const auto add = [&](const std::string& pattern) {
+    std::vector<FoundFile> found;
+    program_.files.Host().Find(pattern, found);
+    for (const auto& file : found)
+      records.Add({{file.name, std::to_string(file.attributes), file.size, file.modified}});
+  };
+  for (const auto& path :
+       {program_.app.TrainRecords() + "\\*.*", program_.app.CausesJson(), program_.app.CausesHtml(),
+        program_.app.CausesOfLoaded(), program_.app.PlayableIni(), program_.app.FactsCacheFile()})
+    add(path);
+  return records.Number();
+}
+
+bool LastCheckup::WouldBeTheSame(const CheckupSight& sight) const {
+  const Json note = Read(program_);
+  return !note.is_null() && note.value("seen", std::uint64_t{0}) == sight.Number() &&
+         note.value("records", std::uint64_t{0}) == Records();
+}
+
+void LastCheckup::Note(const CheckupSight& sight) const {
+  if (sight.IsYoung()) return;
+  const Json note = {{"version", kVersion},
+                     {"seen", sight.Number()},
+                     {"records", Records()},
+                     {"lastConsist", program_.shared.LastConsistName},
+                     {"lastItem", program_.shared.LastVerifiedItem}};
+  try {
+    program_.files.WriteAll(program_.app.LastCheckupFile(), note.dump());
+  } catch (const RunTimeError&) {     // then the next Checkup is a whole one
+  } catch (const Json::exception&) {  // a name that is no text
+  }
+}
+
+void LastCheckup::HandOn() const {
+  const Json note = Read(program_);
+  program_.shared.LastConsistName = note.value("lastConsist", "");
+  program_.shared.LastVerifiedItem = note.value("lastItem", "");
+}
+
+}  // namespace quillon
