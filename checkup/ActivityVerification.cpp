@@ -19,8 +19,9 @@ void ActivityVerification::VerifyActivities(const std::vector<GameFile>& lstAllA
   for (std::size_t i = 0; i < lstAllActivities.size(); ++i) {
     progress_.Value(static_cast<int>(i) + 1);
     progress_.Detail(i + 1, lstAllActivities.size(), "activities");
-    program_.Step("Verifying the activity " + lstAllActivities[i].path);
-    if (!again) Verify(lstAllActivities[i].path, facts[i]);
+    const std::string path = lstAllActivities[i].Path();
+    program_.Step("Verifying the activity " + path);
+    if (!again) Verify(path, facts[i]);
   }
 }
 

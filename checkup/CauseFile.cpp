@@ -1,6 +1,7 @@
 #include "checkup/CauseFile.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <utility>
 
@@ -16,7 +17,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 constexpr int kVersion = 1;
-constexpr std::string_view kBeforeCauses = ",\n\"causes\"", kBeforeChanges = "],\n\"changes\": ";
+// A row of causes or activities is one line.
+constexpr std::string_view kCauses = ",\n\"causes\": [", kActivities = "],\n\"activities\": [",
+                           kChanges = "],\n\"changes\": ";
 
 /// Names of files need not be UTF-8.
 std::string Dump(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
@@ -49,19 +52,25 @@ Cause CauseFrom(const Json& json) {
   return cause;
 }
 
-std::string PathOf(const JudgedActivity& activity) { return activity.route + "\\" + activity.file; }
+/// All that is compared of two Checkups.
+struct Names {
+  std::string made;
+  std::set<std::string> playable, broken;  // activities
+  std::set<std::string> causes;
 
-std::set<std::string> Activities(const CauseList& list, bool playable) {
-  std::set<std::string> paths;
+  void AddActivity(const std::string& route, const std::string& file, bool canBePlayed) {
+    (canBePlayed ? playable : broken).insert(route + "\\" + file);
+  }
+  void AddCause(const std::string& place, const std::string& name) {
+    causes.insert(place.empty() ? name : place + "\\" + name);
+  }
+};
+
+Names NamesOf(const CauseList& list) {
+  Names names;
   for (const auto& activity : list.activities)
-    if (activity.playable == playable) paths.insert(PathOf(activity));
-  return paths;
-}
-
-std::set<std::string> CauseNames(const CauseList& list) {
-  std::set<std::string> names;
-  for (const auto& cause : list.causes)
-    names.insert(cause.place.empty() ? cause.name : cause.place + "\\" + cause.name);
+    names.AddActivity(activity.route, activity.file, activity.playable);
+  for (const auto& cause : list.causes) names.AddCause(cause.place, cause.name);
   return names;
 }
 
@@ -77,33 +86,58 @@ std::vector<std::string> OnlyFirst(const std::set<std::string>& a, const std::se
   return rest;
 }
 
-CauseList::Changes Compare(const CauseList& before, const CauseList& now) {
+CauseList::Changes Compare(const Names& before, const Names& now) {
   CauseList::Changes changes;
   changes.since = before.made;
-  changes.playableNow = Both(Activities(before, false), Activities(now, true));
-  changes.brokenNow = Both(Activities(before, true), Activities(now, false));
-  changes.causesGone = OnlyFirst(CauseNames(before), CauseNames(now));
-  changes.causesNew = OnlyFirst(CauseNames(now), CauseNames(before));
+  changes.playableNow = Both(before.broken, now.playable);
+  changes.brokenNow = Both(before.playable, now.broken);
+  changes.causesGone = OnlyFirst(before.causes, now.causes);
+  changes.causesNew = OnlyFirst(now.causes, before.causes);
   return changes;
 }
 
+/// What comes before the causes; none when it can't be read.
+std::optional<Json> HeadOf(const std::string& text) {
+  try {
+    Json head = Json::parse(text.substr(0, text.find(kCauses)) + "}");
+    if (head.at("version") == kVersion && head.at("made").is_string()) return head;
+  } catch (const std::exception&) {  // of a file that was damaged
+  }
+  return {};
+}
+
+/// The rows from one mark to another, each a line.
+void EachRow(std::string_view text, std::string_view begin, std::string_view end,
+             const std::function<void(const Json&)>& act) {
+  const std::size_t from = text.find(begin) + begin.size(), to = text.find(end, from);
+  if (from < begin.size() || to == text.npos) throw std::runtime_error("not all there");
+  for (std::string_view rest = text.substr(from, to - from); !rest.empty();) {
+    std::string_view row = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(row.size() + 1, rest.size()));
+    if (row.ends_with(',')) row.remove_suffix(1);
+    if (!row.empty()) act(Json::parse(row));
+  }
+}
+
 CauseList Parse(const std::string& text) {
-  const Json json = Json::parse(text);
-  if (json.at("version") != kVersion) throw std::runtime_error("of another version");
+  const auto head = HeadOf(text);
+  if (!head) throw std::runtime_error("not ours");
   CauseList list;
-  json.at("made").get_to(list.made);
-  json.at("route").get_to(list.route);
-  json.at("upTo").get_to(list.upTo);
-  const Json& summary = json.at("summary");
+  head->at("made").get_to(list.made);
+  head->at("route").get_to(list.route);
+  head->at("upTo").get_to(list.upTo);
+  const Json& summary = head->at("summary");
   summary.at("consistsWhole").get_to(list.consistsWhole);
   summary.at("consistsFaulty").get_to(list.consistsFaulty);
   summary.at("trainsMissing").get_to(list.trainsMissing);
   summary.at("trainsMisplaced").get_to(list.trainsMisplaced);
-  for (const auto& cause : json.at("causes")) list.causes.push_back(CauseFrom(cause));
-  for (const auto& activity : json.at("activities"))
-    list.activities.push_back({activity.at("route"), activity.at("file"), activity.at("name"),
-                               activity.at("playable"), activity.at("reasons")});
-  const Json& changes = json.at("changes");
+  EachRow(text, kCauses, kActivities, [&](const Json& row) { list.causes.push_back(CauseFrom(row)); });
+  EachRow(text, kActivities, kChanges, [&](const Json& row) {
+    list.activities.push_back(
+        {row.at("route"), row.at("file"), row.at("name"), row.at("playable"), row.at("reasons")});
+  });
+  std::string_view end = std::string_view(text).substr(text.rfind(kChanges) + kChanges.size());
+  const Json changes = Json::parse(end.substr(0, end.rfind('}')));
   changes.at("since").get_to(list.changes.since);
   changes.at("playableNow").get_to(list.changes.playableNow);
   changes.at("brokenNow").get_to(list.changes.brokenNow);
@@ -120,19 +154,26 @@ std::optional<CauseList> Parsed(const std::string& text) {
   }
 }
 
-/// What comes before the causes; none when it can't be read.
-std::optional<Json> HeadOf(const std::string& text) {
+/// None when it can't be read.
+std::optional<Names> NamesOf(const std::string& text) {
   try {
-    Json head = Json::parse(text.substr(0, text.find(kBeforeCauses)) + "}");
-    if (head.at("version") == kVersion && head.at("made").is_string()) return head;
-  } catch (const std::exception&) {  // of a file that was damaged
+    const auto head = HeadOf(text);
+    if (!head) return {};
+    Names names;
+    names.made = head->at("made");
+    EachRow(text, kCauses, kActivities,
+            [&](const Json& row) { names.AddCause(row.at("place"), row.at("name")); });
+    EachRow(text, kActivities, kChanges,
+            [&](const Json& row) { names.AddActivity(row.at("route"), row.at("file"), row.at("playable")); });
+    return names;
+  } catch (const std::exception&) {
+    return {};
   }
-  return {};
 }
 
 /// What comes behind the last row.
 std::string Ending(const CauseList::Changes& changes) {
-  return std::string(kBeforeChanges) +
+  return std::string(kChanges) +
          Dump({{"since", changes.since},
                {"playableNow", changes.playableNow},
                {"brokenNow", changes.brokenNow},
@@ -191,9 +232,9 @@ std::string CausesJson(const CauseList& list) {
   // Row by row: the lists may be long, and a whole tree of them takes many times their room.
   std::string text = Dump(head);
   text.resize(text.size() - 1);
-  text += std::string(kBeforeCauses) + ": [";
+  text += kCauses;
   AddRows(text, list.causes);
-  text += "],\n\"activities\": [";
+  text += kActivities;
   AddRows(text, list.activities);
   return text + Ending(list.changes);
 }
@@ -240,7 +281,8 @@ void CauseRecord::Make(CauseList list) {
   list_ = std::move(list);
   list_.made = made_;
   list_.route = route_;
-  if (const auto before = Parsed(std::exchange(before_, {}))) list_.changes = Compare(*before, list_);
+  if (const auto before = NamesOf(std::exchange(before_, {})))
+    list_.changes = Compare(*before, NamesOf(list_));
   json_ = CausesJson(list_);
   page_ = CausesPage(list_);
 }
@@ -261,7 +303,7 @@ void CauseRecord::Write() {
 
 bool CauseRecord::Renew() {
   const auto head = HeadOf(before_);
-  const auto rows = before_.find(kBeforeCauses), changes = before_.rfind(kBeforeChanges);
+  const auto rows = before_.find(kCauses), changes = before_.rfind(kChanges);
   if (!head || changes == before_.npos) return false;
   CauseList::Changes none;
   none.since = head->at("made");

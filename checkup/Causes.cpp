@@ -70,7 +70,7 @@ class Judge {
         byName_[whole ? 0 : 1].try_emplace(RouteKey(consist.route, *consist.facts->name), &judged);
       for (const std::uint32_t root : judged.roots) {
         if (root == kUnhealable) continue;
-        list_.causes[root].consists.push_back(consist.name);
+        list_.causes[root].consists.emplace_back(consist.name);
         if (judged.roots.size() == 1) ++list_.causes[root].consistsHealed;
       }
     }
@@ -117,7 +117,7 @@ class Judge {
     return at->second;
   }
 
-  static std::string RouteKey(const std::string& route, const std::string& name) {
+  static std::string RouteKey(std::string_view route, std::string_view name) {
     return LowerCase(route) + '\0' + LowerCase(name);
   }
 

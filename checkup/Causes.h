@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "checkup/CauseList.h"
@@ -11,12 +12,12 @@
 
 namespace quillon {
 
-/// What there is to judge. Names are spelled as the disk has them.
+/// What there is to judge. Names are spelled as the disk has them; those of consists are the caller's.
 struct CauseInput {
   struct Consist {
-    std::string name;  // without extension
+    std::string_view name;  // without extension
     const FileFacts* facts;
-    std::string route = {};  // the only one that can call for it; empty for all
+    std::string_view route = {};  // the only one that can call for it; empty for all
   };
   struct InRoute {
     std::string route, file;  // the route's folder; with extension
@@ -29,6 +30,10 @@ struct CauseInput {
   std::vector<Consist> consists;
   std::vector<InRoute> services, activities;
 
+  /// `shown` is the name of its file.
+  static Consist Of(std::string_view shown, const FileFacts& facts, std::string_view route = {}) {
+    return {shown.substr(0, shown.rfind('.')), &facts, route};
+  }
   /// Takes `shown`, such as `Ridge\Activities\a.act`, apart.
   static InRoute Place(const std::string& shown, const FileFacts& facts);
 };

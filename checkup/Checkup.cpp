@@ -5,8 +5,14 @@
 #include "catalogue/Catalogue.h"
 #include "checkup/CheckupReport.h"
 #include "core/Text.h"
+#include "core/host/Memory.h"
 
 namespace quillon {
+namespace {
+
+constexpr std::size_t kBigGame = 60'000;  // files
+
+}  // namespace
 
 bool GameIsKnown(Program& program, Progress& progress, const std::function<void()>& stopTimer) {
   program.Step("Looking for Train Simulator");
@@ -36,7 +42,7 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
       activities_(program, progress, scan_, services_, report_) {}
 
 void Checkup::Run() {
-  const FileSystem::Pass pass(program_.files.Host());
+  pass_.emplace(program_.files.Host());
   const bool again = WouldBeTheSame();
   if (!again) ClearRecords();
   if (!InitCheckupPaths()) return;
@@ -135,7 +141,14 @@ void Checkup::ReadGame() {
     progress_.Detail(done, all, "files");
     progress_.Yield();
   });
-  BeginJudging();
+  cache_.LetGo();
+  gameIsRead_ = true;
+  // The passes leave the facts as they are, and the causes can be found meanwhile; those of a very big game
+  // afterwards, when there is more room.
+  if (consists_.Facts().size() + serviceFacts_.size() + activityFacts_.size() < kBigGame)
+    BeginJudging(std::launch::async | std::launch::deferred);
+  else
+    GiveFreedMemoryBack();
 }
 
 CheckupSight Checkup::Sight() {
@@ -150,27 +163,39 @@ CheckupSight Checkup::Sight() {
   return sight;
 }
 
-/// The passes leave the facts as they are: the causes are found meanwhile.
-void Checkup::BeginJudging() {
+void Checkup::BeginJudging(std::launch when) {
   input_.emplace(CauseInput{reader_.Items(), trains_, *places_, {}, {}, {}});
+  input_->consists.reserve(consists_.Facts().size());
   for (std::size_t i = 0; i < consists_.Facts().size(); ++i)
-    input_->consists.push_back({CutAtLastDot(consists_.Consists()[i].shown), &consists_.Facts()[i]});
+    input_->consists.push_back(CauseInput::Of(consists_.Consists()[i].shown, consists_.Facts()[i]));
   for (std::size_t i = 0; i < serviceFacts_.size(); ++i)
     input_->services.push_back(CauseInput::Place(lists_->lstServices[i].shown, serviceFacts_[i]));
   for (std::size_t i = 0; i < activityFacts_.size(); ++i)
     input_->activities.push_back(CauseInput::Place(lists_->lstAllActivities[i].shown, activityFacts_[i]));
   record_.emplace(program_);
-  judging_ =
-      std::async(std::launch::async | std::launch::deferred, [this] { record_->Make(FindCauses(*input_)); });
+  judging_ = std::async(when, [this] { record_->Make(FindCauses(*input_)); });
 }
 
-/// Nothing is known yet when the reading itself was ended.
+/// Nothing is known yet when the reading itself was ended. What is needed no more goes at once: a big game
+/// takes much room.
 void Checkup::RecordCauses(const std::string& upTo) {
-  if (!judging_.valid()) return;
+  if (!gameIsRead_) return;
+  pass_.reset();
+  const bool big = !judging_.valid();
+  if (big) {
+    GiveFreedMemoryBack();
+    BeginJudging(std::launch::deferred);
+  }
+  judging_.get();
+  input_.reset();
+  if (big) GiveFreedMemoryBack();
   cache_.Save({{FileKind::Consist, consists_.Consists(), consists_.Facts()},
                {FileKind::Service, lists_->lstServices, serviceFacts_},
                {FileKind::Activity, lists_->lstAllActivities, activityFacts_}});
-  judging_.get();
+  consists_.Forget();
+  lists_.reset();
+  serviceFacts_ = std::vector<FileFacts>();
+  activityFacts_ = std::vector<FileFacts>();
   if (!upTo.empty()) record_->EndedEarly(upTo);
   record_->Write();
 }

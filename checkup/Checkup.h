@@ -42,7 +42,7 @@ class Checkup {
   /// `again`: they only show what they showed the last time.
   void RunPasses(bool again);
   void ReadGame();
-  void BeginJudging();
+  void BeginJudging(std::launch when);
   CheckupSight Sight();
   /// `upTo` says what ended the passes; empty after whole ones.
   void RecordCauses(const std::string& upTo);
@@ -52,6 +52,7 @@ class Checkup {
   int barMaximum_ = 100;
   Progress& progress_;
   const std::function<void()> stopTimer_;
+  std::optional<FileSystem::Pass> pass_;
   const LastCheckup last_;
   FactsCache cache_;
   FactsReader reader_;
@@ -63,6 +64,7 @@ class Checkup {
   ActivityVerification activities_;
   std::optional<RouteFileLists> lists_;
   std::vector<FileFacts> serviceFacts_, activityFacts_;
+  bool gameIsRead_ = false;
   std::optional<TrainPlaces> places_;
   std::optional<CauseInput> input_;
   std::optional<CauseRecord> record_;

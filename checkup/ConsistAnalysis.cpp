@@ -8,6 +8,8 @@ namespace {
 
 constexpr std::string_view kConsists = "\\Trains\\Consists\\",
                            kBackups = "\\Trains\\Consists\\QN-Backed-up-consists";
+constexpr std::size_t kMostLog = 1u << 20;  // bytes in memory
+
 }  // namespace
 
 ConsistAnalysis::ConsistAnalysis(Program& program, Progress& progress, FactsReader& reader, ItemScan& scan,
@@ -37,7 +39,8 @@ void ConsistAnalysis::BeginReading() {
 void ConsistAnalysis::ListAsBroughtBack() {
   ConsistFileArray = ListGameFiles(program_, PathOf(""), ".con");
   auto away = ListGameFiles(program_, BackupPathOf(""), ".con");
-  for (auto& file : away) file.path = PathOf(FileNameOf(file.path));
+  const auto folder = std::make_shared<const std::string>(PathOf(""));
+  for (auto& file : away) file.folder = folder;
   AddAsListed(ConsistFileArray, std::move(away));
 }
 
@@ -67,7 +70,7 @@ void ConsistAnalysis::BringBack() {
 
 void ConsistAnalysis::ReadConsistCfg(std::size_t consist) {
   const FileFacts& facts = facts_[consist];
-  const std::string file(FileNameOf(ConsistFileArray[consist].path));
+  const std::string file = ConsistFileArray[consist].Name();
   program_.Step("Reading the consist " + file);
   facts.Require(FileFacts::Broken::Reading);
   if (facts.name) LastConsistName = *facts.name;
@@ -76,6 +79,7 @@ void ConsistAnalysis::ReadConsistCfg(std::size_t consist) {
   names_.insert(name);
   log_ += "Added to ConsistFileArray(" + number + "): " + file + "\r\nAdded to ConsistCfg(" + number +
           "): " + name + "\r\n\r\n";
+  if (log_.size() > kMostLog) WriteLog();
 }
 
 /// Not line by line: there may be a hundred thousand.
@@ -94,7 +98,7 @@ void ConsistAnalysis::VerifyConsists(bool again) {
   if (!again) scan_.BeginPass();
   progress_.Caption("Verifying ");  // for the nameless element in front of the list
   for (std::size_t i = 0; i < ConsistFileArray.size(); ++i) {
-    const std::string file(FileNameOf(ConsistFileArray[i].path));
+    const std::string file = ConsistFileArray[i].Name();
     program_.Step("Verifying the consist " + file);
     if (!again) Verify(i, file);
     progress_.Detail(i + 1, ConsistFileArray.size(), "consists");
@@ -105,7 +109,7 @@ void ConsistAnalysis::VerifyConsists(bool again) {
 
 void ConsistAnalysis::Verify(std::size_t consist, const std::string& file) {
   bool bad = false;
-  scan_.ScanFile(ConsistFileArray[consist].path, facts_[consist], [&](const TrainFault& fault) {
+  scan_.ScanFile(ConsistFileArray[consist].Path(), facts_[consist], [&](const TrainFault& fault) {
     bad = true;
     report_.AddConsist(file);
     report_.AddTrain(fault);

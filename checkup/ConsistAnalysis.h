@@ -37,6 +37,10 @@ class ConsistAnalysis {
   /// All consists as they were before the bad ones were moved away, and their facts.
   const std::vector<GameFile>& Consists() const { return ConsistFileArray; }
   const std::vector<FileFacts>& Facts() const { return facts_; }
+  void Forget() {
+    ConsistFileArray = std::vector<GameFile>();
+    facts_ = std::vector<FileFacts>();
+  }
   /// A bad one gave way to its older backup: the next look finds another consist.
   bool BackupsStood() const { return backupsStood_; }
   std::string PathOf(std::string_view file) const;

@@ -4,13 +4,15 @@
 
 #include <chrono>
 #include <cstring>
+#include <functional>
 #include <utility>
 
 namespace quillon {
 namespace {
 
 /// Another form of the file, or of the facts in it, gets another number.
-constexpr std::string_view kMark = "Quillon's facts 1\n";
+constexpr std::string_view kMark = "Quillon's facts 2\n";
+constexpr std::size_t kRoomOfAFile = 64;        // bytes, about, besides its path and its items
 constexpr std::int64_t kYoung = 3'000'000'000;  // nanoseconds: the coarsest disk counts two seconds
 
 void AddNumber(std::string& bytes, std::uint64_t number) {
@@ -35,6 +37,42 @@ void AddCalls(std::string& bytes, const std::vector<ServiceCall>& calls) {
     AddNumber(bytes, call.at);
     AddNumber(bytes, call.end);
   }
+}
+
+/// The items that the file holds: those that a file which is kept asks for.
+class ItemNumbers {
+ public:
+  explicit ItemNumbers(const ItemTable& items) : items_(items), numbers_(items.size(), kNone) {}
+
+  std::uint32_t Of(std::uint32_t item) {
+    if (numbers_[item] == kNone) {
+      numbers_[item] = count_++;
+      AddNumber(texts_, items_[item].kind == TrainKind::Wagon ? 1 : 0);
+      AddText(texts_, items_[item].text);
+    }
+    return numbers_[item];
+  }
+  /// In the order of their numbers.
+  const std::string& Texts() const { return texts_; }
+
+ private:
+  static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
+  const ItemTable& items_;
+  std::vector<std::uint32_t> numbers_;
+  std::uint32_t count_ = 0;
+  std::string texts_;
+};
+
+std::string Written(const FileFacts& facts, ItemNumbers& numbers) {
+  std::string bytes;
+  AddMaybe(bytes, facts.name);
+  AddMaybe(bytes, facts.consist);
+  AddCalls(bytes, facts.playersServices);
+  AddCalls(bytes, facts.otherServices);
+  AddNumber(bytes, facts.items.size());
+  for (const std::uint32_t item : facts.items) AddNumber(bytes, numbers.Of(item));
+  return bytes;
 }
 
 /// What was written so, in the same order. The checksum was right: only a number too large is caught.
@@ -111,84 +149,92 @@ void FactsCache::Load(std::string_view bytes) {
   bytes.remove_suffix(sizeof checksum);
   if (libdeflate_crc32(0, bytes.data(), bytes.size()) != checksum) return;
   Source source(bytes.substr(kMark.size()));
-  for (std::uint64_t left = source.Number(); left > 0; --left) {
-    const auto kind = source.Number() == 0 ? TrainKind::Engine : TrainKind::Wagon;
-    items_.Add(kind, source.Text());
-  }
-  kept_.reserve(source.Number());
-  while (!source.Empty()) {
-    const std::string_view path = source.Text();
-    Kept kept{};
+  found_ = source.Number();
+  kept_.reserve(found_);
+  places_.assign(3 * found_ + 1, 0);
+  for (std::size_t left = found_; left > 0; --left) {
+    Kept& kept = kept_.emplace_back();
+    kept.path = source.Text();
     kept.kind = static_cast<FileKind>(source.Number());
     kept.size = source.Number();
     kept.modified = static_cast<std::int64_t>(source.Number());
     kept.facts = source.Text();
-    kept_.emplace(path, kept);
+    PlaceOf(kept.path) = static_cast<std::uint32_t>(kept_.size());
+  }
+  while (!source.Empty()) {
+    const auto kind = source.Number() == 0 ? TrainKind::Engine : TrainKind::Wagon;
+    items_.Add(kind, source.Text());
   }
 }
 
+/// Where the path's place is told, or is to be told: 0 until then.
+std::uint32_t& FactsCache::PlaceOf(std::string_view path) {
+  std::size_t i = std::hash<std::string_view>()(path) % places_.size();
+  while (places_[i] != 0 && kept_[places_[i] - 1].path != path) i = (i + 1) % places_.size();
+  return places_[i];
+}
+
 bool FactsCache::Take(FileKind kind, const GameFile& file, FileFacts& facts) {
-  const auto at = kept_.find(file.path);
-  if (at == kept_.end() || at->second.kind != kind || at->second.size != file.size ||
-      at->second.modified != file.modified)
-    return false;
-  facts = FactsFrom(at->second.facts);
+  if (kept_.empty()) return false;
+  const std::uint32_t place = PlaceOf(file.Path());
+  if (place == 0) return false;
+  const Kept& kept = kept_[place - 1];
+  if (kept.kind != kind || kept.size != file.size || kept.modified != file.modified) return false;
+  facts = FactsFrom(kept.facts);
   ++taken_;
   return true;
+}
+
+void FactsCache::LetGo() {
+  kept_ = std::vector<Kept>();
+  places_ = std::vector<std::uint32_t>();
+  std::string().swap(bytes_);  // an assignment keeps the room
 }
 
 void FactsCache::Save(const std::vector<Group>& groups) {
   std::size_t files = 0;
   for (const auto& group : groups) files += group.files.size();
-  const bool same = files == taken_ && files == kept_.size();
-  kept_ = {};
-  bytes_ = {};
-  if (same) return;
+  if (files == taken_ && files == found_) return;
+  try {
+    program_.files.WriteAll(path_, FileOf(groups));
+  } catch (const RunTimeError&) {  // the next Checkup reads all anew
+  }
+}
 
-  std::string items, entries;
-  std::vector<std::uint32_t> numbers(items_.size(), 0);  // in the file, from 1
-  std::uint32_t itemCount = 0;
-  std::size_t count = 0;
+std::string FactsCache::FileOf(const std::vector<Group>& groups) const {
   const std::int64_t young = YoungFrom();
+  const auto isKept = [&](const GameFile& file, const FileFacts& facts) {
+    return facts.broken == FileFacts::Broken::Nowhere && facts.unsplit.empty() && file.modified < young;
+  };
+  std::size_t count = 0, room = 0;
+  for (const auto& group : groups) {
+    for (std::size_t i = 0; i < group.files.size(); ++i) {
+      if (!isKept(group.files[i], group.facts[i])) continue;
+      ++count;
+      room += group.files[i].folder->size() + group.files[i].shown.size() + 3 * group.facts[i].items.size() +
+              kRoomOfAFile;
+    }
+  }
+  std::string bytes;
+  bytes.reserve(room);
+  bytes += kMark;
+  AddNumber(bytes, count);
+  ItemNumbers numbers(items_);
   for (const auto& group : groups) {
     for (std::size_t i = 0; i < group.files.size(); ++i) {
       const GameFile& file = group.files[i];
-      const FileFacts& facts = group.facts[i];
-      if (facts.broken != FileFacts::Broken::Nowhere || !facts.unsplit.empty() || file.modified >= young)
-        continue;
-      ++count;
-      AddText(entries, file.path);
-      AddNumber(entries, static_cast<std::uint64_t>(group.kind));
-      AddNumber(entries, file.size);
-      AddNumber(entries, static_cast<std::uint64_t>(file.modified));
-      std::string written;
-      AddMaybe(written, facts.name);
-      AddMaybe(written, facts.consist);
-      AddCalls(written, facts.playersServices);
-      AddCalls(written, facts.otherServices);
-      AddNumber(written, facts.items.size());
-      for (const std::uint32_t item : facts.items) {
-        if (numbers[item] == 0) {
-          numbers[item] = ++itemCount;
-          AddNumber(items, items_[item].kind == TrainKind::Wagon ? 1 : 0);
-          AddText(items, items_[item].text);
-        }
-        AddNumber(written, numbers[item] - 1);
-      }
-      AddText(entries, written);
+      if (!isKept(file, group.facts[i])) continue;
+      AddText(bytes, file.Path());
+      AddNumber(bytes, static_cast<std::uint64_t>(group.kind));
+      AddNumber(bytes, file.size);
+      AddNumber(bytes, static_cast<std::uint64_t>(file.modified));
+      AddText(bytes, Written(group.facts[i], numbers));
     }
   }
-  std::string bytes(kMark);
-  AddNumber(bytes, itemCount);
-  bytes += items;
-  AddNumber(bytes, count);
-  bytes += entries;
+  bytes += numbers.Texts();
   const std::uint32_t checksum = libdeflate_crc32(0, bytes.data(), bytes.size());
   bytes.append(reinterpret_cast<const char*>(&checksum), sizeof checksum);
-  try {
-    program_.files.WriteAll(path_, bytes);
-  } catch (const RunTimeError&) {  // the next Checkup reads all anew
-  }
+  return bytes;
 }
 
 }  // namespace quillon

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "checkup/GameFacts.h"
@@ -29,6 +28,9 @@ class FactsCache {
   /// Moves the facts of the file out of the cache, if they are still true.
   bool Take(FileKind kind, const GameFile& file, FileFacts& facts);
 
+  /// All is taken: what is kept needs room no longer.
+  void LetGo();
+
   /// Files of one kind with their facts.
   struct Group {
     FileKind kind;
@@ -36,11 +38,11 @@ class FactsCache {
     const std::vector<FileFacts>& facts;
   };
   /// What the next Checkup is to find, all of it taken or read by now. Not written when nothing has changed.
-  /// The cache is empty from then on.
   void Save(const std::vector<Group>& groups);
 
  private:
   struct Kept {
+    std::string_view path;
     FileKind kind;
     std::uint64_t size;
     std::int64_t modified;
@@ -48,13 +50,16 @@ class FactsCache {
   };
 
   void Load(std::string_view bytes);
+  std::uint32_t& PlaceOf(std::string_view path);
+  std::string FileOf(const std::vector<Group>& groups) const;
 
   Program& program_;
   const std::string path_;
   ItemTable items_;
-  std::string bytes_;                                // of the file
-  std::unordered_map<std::string_view, Kept> kept_;  // by path
-  std::size_t taken_ = 0;
+  std::string bytes_;  // of the file
+  std::vector<Kept> kept_;
+  std::vector<std::uint32_t> places_;  // of the kept ones, by their paths; from 1, and two of three are free
+  std::size_t taken_ = 0, found_ = 0;  // files: taken, and in the file
   bool open_ = false;
 };
 

@@ -129,7 +129,7 @@ class FactsReader::Reading {
   static FileFacts Take(const Batch& batch, std::size_t i, std::vector<FoundItem>& found) {
     std::string bytes;
     if (const RawInput input(batch.hostPaths[i]); input.IsOpen() && input.ReadAt(0, input.Size(), bytes))
-      return TakeFacts(batch.kind, GameText(batch.files[batch.unread[i]].path, bytes), found);
+      return TakeFacts(batch.kind, GameText(batch.files[batch.unread[i]].Path(), bytes), found);
     FileFacts facts;
     facts.broken = FileFacts::Broken::Reading;
     return facts;
@@ -157,7 +157,7 @@ void FactsReader::Begin(FileKind kind, const std::vector<GameFile>& files, std::
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (cache_.Take(kind, files[i], facts[i])) continue;
     batch.unread.push_back(i);
-    batch.hostPaths.push_back(program_.files.Host().HostPath(files[i].path));
+    batch.hostPaths.push_back(program_.files.Host().HostPath(files[i].Path()));
   }
   if (!reading_) reading_ = std::make_unique<Reading>(Items());
   reading_->Add(std::move(batch));
@@ -173,7 +173,7 @@ void FactsReader::Finish(const std::function<void(std::size_t done, std::size_t 
 void FactsReader::SayWhatIsWrong(const Batch& batch) {
   for (const std::size_t i : batch.unread) {
     if (batch.facts[i].broken != FileFacts::Broken::Reading) continue;
-    const std::string& path = batch.files[i].path;
+    const std::string path = batch.files[i].Path();
     try {
       program_.files.ReadAll(path);
       batch.facts[i].error = std::make_shared<RunTimeError>(ErrorNumber::DeviceIoError, path);

@@ -11,8 +11,10 @@ namespace {
 
 constexpr std::string_view kRoutes = "\\Routes\\";
 
-GameFile Listed(const std::string& folder, const std::string& shownFolder, const FoundFile& found) {
-  return {folder + LowerCase(found.name), shownFolder + found.name, found.size, found.modified};
+using Folder = std::shared_ptr<const std::string>;
+
+GameFile Listed(const Folder& folder, const std::string& shownFolder, const FoundFile& found) {
+  return {folder, shownFolder + found.name, found.size, found.modified};
 }
 
 class Walker {
@@ -23,16 +25,17 @@ class Walker {
     if (!way_.Enter(folder, link)) return;
     std::vector<FoundFile> found;
     host_.Find(folder + "*.*", found);
+    const auto shared = std::make_shared<const std::string>(folder);
     const bool services = folder.ends_with("\\services\\"), activities = folder.ends_with("\\activities\\");
     for (const auto& entry : found) {
-      if (entry.dots()) continue;
+      if (entry.dots() || entry.special) continue;
       const std::string name = LowerCase(entry.name);
       if (entry.folder())
         Walk(folder + name + "\\", shown + entry.name + "\\", entry.link);
       else if (services && name.ends_with(".srv"))
-        lists.lstServices.push_back(Listed(folder, shown, entry));
+        lists.lstServices.push_back(Listed(shared, shown, entry));
       else if (activities && name.ends_with(".act"))
-        lists.lstAllActivities.push_back(Listed(folder, shown, entry));
+        lists.lstAllActivities.push_back(Listed(shared, shown, entry));
     }
     way_.Leave();
   }
@@ -47,7 +50,7 @@ class Walker {
 void Sort(std::vector<GameFile>& files) {
   std::vector<std::pair<std::string, GameFile>> keyed;
   keyed.reserve(files.size());
-  for (auto& file : files) keyed.emplace_back(UpperCase(file.path), std::move(file));
+  for (auto& file : files) keyed.emplace_back(UpperCase(file.Path()), std::move(file));
   std::stable_sort(keyed.begin(), keyed.end(),
                    [](const auto& a, const auto& b) { return ComesBefore(a.first, b.first); });
   std::transform(keyed.begin(), keyed.end(), files.begin(),
@@ -56,9 +59,11 @@ void Sort(std::vector<GameFile>& files) {
 
 }  // namespace
 
+std::string GameFile::Name() const { return LowerCase(FileNameOf(shown)); }
+
 void AddAsListed(std::vector<GameFile>& files, std::vector<GameFile> more) {
   const auto before = [](const GameFile& a, const GameFile& b) {
-    return ComesBefore(UpperCase(a.path), UpperCase(b.path));
+    return ComesBefore(UpperCase(a.Path()), UpperCase(b.Path()));
   };
   std::vector<GameFile> all;
   all.reserve(files.size() + more.size());
@@ -69,7 +74,7 @@ void AddAsListed(std::vector<GameFile>& files, std::vector<GameFile> more) {
   };
   for (auto& file : more) {
     moveUpTo(std::lower_bound(rest, files.end(), file, before));
-    if (rest == files.end() || rest->path != file.path) all.push_back(std::move(file));
+    if (rest == files.end() || rest->Path() != file.Path()) all.push_back(std::move(file));
   }
   moveUpTo(files.end());
   files = std::move(all);
@@ -78,10 +83,11 @@ void AddAsListed(std::vector<GameFile>& files, std::vector<GameFile> more) {
 std::vector<GameFile> ListGameFiles(Program& program, const std::string& folder, std::string_view extension) {
   std::vector<FoundFile> found;
   program.files.Host().Find(folder + "*" + std::string(extension), found);
+  const auto shared = std::make_shared<const std::string>(folder);
   std::vector<GameFile> files;
   files.reserve(found.size());
   for (const auto& entry : found)
-    if (!entry.folder()) files.push_back(Listed(folder, "", entry));
+    if (!entry.folder() && !entry.special) files.push_back(Listed(shared, "", entry));
   return files;
 }
 

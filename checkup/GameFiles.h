@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,10 +13,14 @@ namespace quillon {
 
 /// One file, as its folder's listing tells of it.
 struct GameFile {
-  std::string path;           // names below the game in lower case
-  std::string shown;          // as the disk spells it, from where the listing began
-  std::uint64_t size = 0;     // bytes
-  std::int64_t modified = 0;  // nanoseconds since 1970
+  std::shared_ptr<const std::string> folder;  // with its closing backslash, in lower case below the game
+  std::string shown;                          // as the disk spells it, from where the listing began
+  std::uint64_t size = 0;                     // bytes
+  std::int64_t modified = 0;                  // nanoseconds since 1970
+
+  /// In lower case.
+  std::string Name() const;
+  std::string Path() const { return *folder + Name(); }
 };
 
 /// The files of one folder, which is given with its closing backslash; `extension` with its point.

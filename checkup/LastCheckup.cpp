@@ -33,7 +33,7 @@ void CheckupSight::Add(const std::vector<GameFile>& files) {
   Add(files.size());
   const std::int64_t young = FactsCache::YoungFrom();
   for (const GameFile& file : files) {
-    Add(file.path);
+    Add(*file.folder);
     Add(file.shown);
     Add(file.size);
     Add(static_cast<std::uint64_t>(file.modified));
@@ -64,8 +64,12 @@ std::uint64_t LastCheckup::Records() const {
   const auto add = [&](const std::string& pattern) {
     std::vector<FoundFile> found;
     program_.files.Host().Find(pattern, found);
-    for (const auto& file : found)
-      records.Add({{file.name, std::to_string(file.attributes), file.size, file.modified}});
+    for (const auto& file : found) {
+      records.Add(file.name);
+      for (const std::uint64_t number :
+           {std::uint64_t{file.attributes}, file.size, static_cast<std::uint64_t>(file.modified)})
+        records.Add(number);
+    }
   };
   for (const auto& path :
        {program_.app.TrainRecords() + "\\*.*", program_.app.CausesJson(), program_.app.CausesHtml(),

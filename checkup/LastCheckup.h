@@ -16,6 +16,7 @@ namespace quillon {
 class CheckupSight {
  public:
   void Add(std::string_view text);
+  void Add(std::uint64_t number);
   void Add(const std::vector<GameFile>& files);
   /// The train files of the game, wherever below TRAINSET.
   void AddTrains(Program& program);
@@ -25,8 +26,6 @@ class CheckupSight {
   bool IsYoung() const { return young_; }
 
  private:
-  void Add(std::uint64_t number);
-
   std::uint64_t number_ = 0;
   bool young_ = false;
 };

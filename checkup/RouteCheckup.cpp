@@ -57,7 +57,7 @@ CauseList RouteCheckup::Judge(const std::vector<std::string>& zips) {
   const TrainPlaces places(program_);
   CauseInput input{reader_.Items(), trains_, places, {}, {}, {}};
   for (std::size_t i = 0; i < consists_.size(); ++i)
-    input.consists.push_back({CutAtLastDot(consists_[i].file.shown), &consists_[i].facts, consists_[i].zip});
+    input.consists.push_back(CauseInput::Of(consists_[i].file.shown, consists_[i].facts, consists_[i].zip));
   for (const auto& route : routes) {
     for (std::size_t i = 0; i < route.services.size(); ++i)
       input.services.push_back({route.zip, route.services[i].shown, &route.serviceFacts[i]});
@@ -124,13 +124,15 @@ RouteCheckup::Route RouteCheckup::ReadRoute(const std::string& zip) {
         stored.insert_or_assign(UpperCase(file.shown), std::move(file));
     for (auto& [name, file] : stored) files.push_back(std::move(file));
     facts = reader_.Read(kind.kind, files);
+    const auto folder = std::make_shared<const std::string>(archive.InputFile + "\\" + kind.folder);
     for (std::size_t i = 0; i < map.entries.size(); ++i) {
       const std::string& path = map.lstRouteStrippedPath[i];
       const std::string name(FileNameOf(path));
       if (path != kind.folder + name || !name.ends_with(kind.extension) || stored.contains(UpperCase(name)))
         continue;
-      files.push_back({archive.InputFile + "\\" + path, name});
-      facts.push_back(reader_.Take(kind.kind, files.back().path, archive.Bytes(map.entries[i], kMostBytes)));
+      files.push_back({folder, name});
+      facts.push_back(
+          reader_.Take(kind.kind, files.back().Path(), archive.Bytes(map.entries[i], kMostBytes)));
     }
   };
   read(kServices, program_.app.Services(zip), route.services, route.serviceFacts);

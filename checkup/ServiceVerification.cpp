@@ -23,8 +23,9 @@ void ServiceVerification::VerifyServices(const std::vector<GameFile>& lstService
   for (std::size_t i = 0; i < lstServices.size(); ++i) {
     progress_.Value(static_cast<int>(i) + 1);
     progress_.Detail(i + 1, lstServices.size(), "services");
-    program_.Step("Verifying the service " + lstServices[i].path);
-    if (!again) Verify(lstServices[i].path, facts[i]);
+    const std::string path = lstServices[i].Path();
+    program_.Step("Verifying the service " + path);
+    if (!again) Verify(path, facts[i]);
   }
   progress_.Value(count);
 }

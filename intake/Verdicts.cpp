@@ -1,6 +1,7 @@
 #include "intake/Verdicts.h"
 
 #include "core/Text.h"
+#include "core/host/PathText.h"
 
 namespace quillon {
 namespace {
@@ -20,7 +21,7 @@ void Verdicts::Note(const std::string& zip, const std::string& sentence) {
 
 void Verdicts::Give(const std::string& zip, const char* kind, const std::string& reason) {
   const std::string download = DownloadOf(zip);
-  const Verdict verdict{download, kind,
+  const Verdict verdict{WithoutStandIns(download), kind,
                         std::string(FirstCharacters(reason + notes_[download], kLongestReason))};
   program_.watcher.VerdictGiven(verdict);
   log_.Add(verdict);

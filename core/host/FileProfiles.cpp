@@ -16,6 +16,7 @@ namespace {
 using std::chrono::steady_clock;
 
 constexpr std::size_t kMostFiles = 16;
+constexpr std::size_t kMostBytes = 2u << 20;  // of a file that is remembered beyond its batch
 constexpr std::chrono::seconds kLongestDelay{2};
 constexpr std::int64_t kStampStep = 50'000'000;  // nanoseconds; file clocks tick in several milliseconds
 
@@ -115,7 +116,9 @@ FileCode FileProfiles::WriteString(Name section, Name key, Name value, std::stri
 }
 
 void FileProfiles::EndBatch() {
-  if (--batches_ == 0) SaveChanged(steady_clock::time_point::max());
+  if (--batches_ > 0) return;
+  SaveChanged(steady_clock::time_point::max());
+  cache_.remove_if([](const CachedFile& file) { return file.bytes.size() > kMostBytes && !file.changed; });
 }
 
 /// `file` is usable when FileNotFound comes back, too: with an empty text.

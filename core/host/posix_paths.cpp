@@ -23,7 +23,10 @@ bool AddCurrentFolder(std::vector<std::string>& names) {
   return true;
 }
 
-bool TooLong(std::string_view name) { return name.size() > NAME_MAX; }
+/// On the disk, a stand-in is one letter.
+bool TooLong(std::string_view name) {
+  return name.size() > NAME_MAX && WithoutStandIns(name).size() > NAME_MAX;
+}
 
 }  // namespace
 

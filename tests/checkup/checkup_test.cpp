@@ -123,6 +123,34 @@ TEST_F(CheckupTest, BadConsistsGoAndComeBack) {
   EXPECT_EQ(ReadBytes(GamePath("TRAINS\\CONSISTS\\QN-Backed-up-consists\\bad.con")), "an older backup");
 }
 
+TEST_F(CheckupTest, WhatHasNotChangedIsNotLookedIntoAgain) {
+  const std::string log = DataPath("misc_info\\trains\\conarray.log");
+  const auto isLookedInto = [&] {
+    const auto before = fs::last_write_time(log);
+    EXPECT_EQ(Checkup(), 0);
+    return fs::last_write_time(log) != before;
+  };
+  Consist("a.con", "EngineData ( ghost dash9 )");
+  Consist("QN-Backed-up-consists/a.con", "EngineData ( dash9 dash9 )");
+  for (const auto& file : fs::recursive_directory_iterator(Game()))
+    if (file.is_regular_file())
+      fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  ASSERT_EQ(Checkup(), 0);
+  EXPECT_EQ(Records("Problem Consists"), Strings{"CON:A.con="});
+  ASSERT_EQ(Checkup(), 0);
+  EXPECT_TRUE(InGame("a.con")) << "the older backup is another consist";
+  EXPECT_EQ(Records("Problem Consists"), Strings{});
+  const std::string page = DataPath("misc_info\\causes.html");
+  fs::permissions(page, fs::perms::owner_read);
+  ASSERT_EQ(Checkup(), 0);
+  EXPECT_TRUE(Contains(ReadBytes(page), "Nothing, since the Checkup of"));
+  const auto events = Events("caption");
+  EXPECT_FALSE(isLookedInto());
+  EXPECT_EQ(Events("caption"), events);
+  Train("Dash9", "new.eng");
+  EXPECT_TRUE(isLookedInto());
+}
+
 TEST_F(CheckupTest, ServicesAreJudgedByTheirConsist) {
   Consist("one.con", "EngineData ( dash9 dash9 )", "The First");
   Consist("moved.con", "EngineData ( ghost dash9 )", "Moved By Name");
