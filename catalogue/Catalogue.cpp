@@ -24,18 +24,17 @@ std::string Kept(std::string_view value) {
   return loses ? "\"" + std::string(value) + "\"" : std::string(value);
 }
 
-/// `name` as a key, which can neither hold "=" nor begin like a header or a comment.
-std::string KeyOf(std::string_view name) {
-  std::string key = ReplaceAll(name, "=", "-");
-  return key.starts_with('[') || key.starts_with(';') ? "-" + key : key;
-}
-
 /// No route can have the name of a section that holds something else.
 bool IsReserved(std::string_view name) {
   return EqualNoCase(name, "Current") || EqualNoCase(name, "Versions");
 }
 
 }  // namespace
+
+std::string KeyOf(std::string_view name) {
+  std::string key = ReplaceAll(name, "=", "-");
+  return key.starts_with('[') || key.starts_with(';') ? "-" + key : key;
+}
 
 std::string NameOfRow(std::string_view row) { return Trim(ReplaceAll(row, kLoadedMark, "")); }
 

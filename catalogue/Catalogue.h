@@ -58,4 +58,7 @@ class Catalogue {
 /// `row` without " (Loaded)" and without blanks at its ends.
 std::string NameOfRow(std::string_view row);
 
+/// `name` as a key, which can neither hold "=" nor begin like a header or a comment.
+std::string KeyOf(std::string_view name);
+
 }  // namespace quillon

@@ -22,6 +22,11 @@ void NotePlayable(Program& program, const std::string& zip, const Playable& play
   program.ini.WriteIni(zip, "Of", std::to_string(playable.of), program.app.PlayableIni());
 }
 
+/// A deletion would make a file that is missing.
+void ForgetPlayable(Program& program, const std::string& zip) {
+  if (PlayableOf(program, zip)) program.ini.DeleteIniSection(zip, program.app.PlayableIni());
+}
+
 std::string RouteOfPage(const Program& program) {
   return program.ini.ReadIni(FileNameOf(kWorkingRoute), "Route", "", program.app.PlayableIni());
 }

@@ -18,6 +18,8 @@ struct Playable {
 /// None while nobody has looked.
 std::optional<Playable> PlayableOf(const Program& program, const std::string& zip);
 void NotePlayable(Program& program, const std::string& zip, const Playable& playable);
+/// The route has been removed.
+void ForgetPlayable(Program& program, const std::string& zip);
 
 /// The zip name of the route that was loaded at the last whole Checkup, and that its page tells of.
 std::string RouteOfPage(const Program& program);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "catalogue/Playable.h"
+#include "catalogue/RouteDates.h"
 #include "catalogue/Unfinished.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
@@ -93,6 +95,8 @@ void RouteRemoval::DeleteEntry() {
   }
   program_.ini.DeleteIniSection(RightClickName, program_.app.RoutesIni());
   program_.ini.DeleteIniSection(zip_, program_.app.RoutesIni());
+  RouteDates(program_).Forget(zip_);
+  ForgetPlayable(program_, zip_);
   if (!program_.shared.MakingPermanent) return;
   catalogue_.WriteCurrent("Loaded", kNoData);
   catalogue_.WriteCurrent("Temp", kNoData);

@@ -67,7 +67,8 @@ class Definition {
     auto* setup = Add("setup", "Lays out the application folder, as an installer does");
     setup->add_option("--game", c.game, "The Train Simulator folder")->type_name("DIR");
     Add("start", "Start-up only");
-    Add("routes", "Lists the routes");
+    Add("routes", "Lists the routes")
+        ->add_flag("--details", c.details, "All that is known of each, and nothing is changed");
     Add("pick", "Selects a route")->add_option("name", c.argument, "The route's name")->required();
     Add("info", "Lists the selected route's documents, or opens one")
         ->add_option("file", c.argument, "A document");

@@ -23,6 +23,7 @@ struct Command {
   std::optional<std::string> route;  // of `checkup`: only this one, which need not be loaded
   bool all = false;                  // all routes, one by one
   bool fix = false;
+  bool details = false;
 };
 
 struct Options {

@@ -5,12 +5,16 @@
 #include <cerrno>
 #include <string_view>
 
+#include "catalogue/RouteDetails.h"
 #include "checkup/CauseRows.h"
+#include "core/Installation.h"
 #include "core/Ports.h"
 #include "core/Text.h"
 
 namespace quillon {
 namespace {
+
+constexpr std::size_t kDay = 10;  // characters of an ISO date
 
 class JsonOutput : public Output {
  public:
@@ -46,9 +50,22 @@ class TextOutput : public Output {
     if (kind == "help") Line("Help: " + event["file"].get<std::string>());
     if (kind == "error") Error(event);
     if (kind == "shelf") Shelf(event);
+    if (kind == "route") routes_.push_back(event);
     if (kind == "verdict")
       Line("  " + event["class"].get<std::string>() + "  " + event["zip"].get<std::string>() + ": " +
            event["reason"].get<std::string>());
+  }
+
+  /// Columns as wide as what stands in them.
+  void EndRoutes() override {
+    if (routes_.empty()) Line("There are no routes yet.");
+    std::vector<TableRow> rows = {kHead};
+    for (const auto& route : routes_) rows.push_back(RowOf(route));
+    std::array<std::size_t, kColumns> widths{};
+    for (const auto& row : rows)
+      for (std::size_t i = 0; i < kColumns; ++i) widths[i] = std::max(widths[i], CharacterCount(row[i]));
+    for (const auto& row : rows) Line(InColumns(row, widths));
+    routes_.clear();
   }
 
   void Detail(unsigned long long done, unsigned long long total, const std::string& unit) override {
@@ -60,6 +77,40 @@ class TextOutput : public Output {
   }
 
  private:
+  static constexpr std::size_t kColumns = 9, kFirstNumber = 2;
+  using TableRow = std::array<std::string, kColumns>;
+  inline static const TableRow kHead = {"Name",     "Zip",         "Packed",     "Unpacked", "Files",
+                                        "Taken in", "Last loaded", "Activities", "Saves"};
+
+  static TableRow RowOf(const Event& route) {
+    const auto text = [&](const char* key) { return route[key].get<std::string>(); };
+    const auto number = [&](const char* key) { return std::to_string(route[key].get<std::uint64_t>()); };
+    const auto megabytes = [&](const char* key) {
+      const auto bytes = route[key].get<std::uint64_t>();
+      return bytes < 1u << 20 ? std::to_string((bytes + 1023) >> 10) + " KB"
+                              : std::to_string(bytes >> 20) + " MB";
+    };
+    const bool known = !route["playable"].is_null();
+    return {text("name") + (route["loaded"].get<bool>() ? std::string(kLoadedMark) : ""),
+            text("zip"),
+            megabytes("packed"),
+            megabytes("bytes"),
+            number("files"),
+            text("added").substr(0, kDay),
+            text("lastLoaded").empty() ? "never" : text("lastLoaded").substr(0, kDay),
+            (known ? number("playable") + " of " : "") + number("activities"),
+            number("saves")};
+  }
+
+  static std::string InColumns(const TableRow& row, const std::array<std::size_t, kColumns>& widths) {
+    std::string line;
+    for (std::size_t i = 0; i < kColumns; ++i) {
+      const std::string gap(widths[i] - CharacterCount(row[i]), ' ');
+      line += (i == 0 ? "  " : "   ") + (i < kFirstNumber ? row[i] + gap : gap + row[i]);
+    }
+    return line;
+  }
+
   void Caption(const std::string& text) {
     caption_ = text;
     terminal_ ? Live(text) : Line(text);
@@ -145,6 +196,7 @@ class TextOutput : public Output {
   const bool terminal_;
   bool live_ = false;
   std::string caption_, main_, said_;
+  std::vector<Event> routes_;
 };
 
 }  // namespace
@@ -157,6 +209,24 @@ void Output::Flush(std::FILE* file) {
 Event ShelfEvent(const ShelfEntry& entry) {
   return {{"event", "shelf"},     {"number", entry.number}, {"zip", entry.zip}, {"date", entry.date},
           {"files", entry.files}, {"bytes", entry.bytes},   {"why", entry.why}, {"path", entry.path}};
+}
+
+void PutRoutes(Output& output, const std::vector<RouteDetails>& routes) {
+  for (const auto& route : routes)
+    output.Put({{"event", "route"},
+                {"zip", route.zip},
+                {"name", route.name},
+                {"files", route.files},
+                {"bytes", route.bytes},
+                {"packed", route.packed},
+                {"added", route.added},
+                {"lastLoaded", route.lastLoaded},
+                {"loaded", route.loaded},
+                {"activities", route.activities},
+                {"playable", route.playable ? Event(route.playable->playable) : Event(nullptr)},
+                {"saves", route.saves},
+                {"description", route.description}});
+  output.EndRoutes();
 }
 
 void PutCauses(Output& output, const CauseList& list) {

@@ -8,6 +8,7 @@
 
 #include "catalogue/MainScreen.h"
 #include "catalogue/OptionsScreen.h"
+#include "catalogue/RouteDetails.h"
 #include "catalogue/ShelfScreen.h"
 #include "checkup/CauseFile.h"
 #include "checkup/CheckupScreens.h"
@@ -190,13 +191,20 @@ void Session::Sample(const Command& command) {
 
 void Session::Start(const Command&) {}
 
-void Session::Routes(const Command&) {
+void Session::Routes(const Command& command) {
+  if (command.details) return ListDetails();
   screens_.Do([this] { Main().btnRouteListClick(); });
   for (const auto& row : Main().ListRoutes.rows) {
     const std::string zip = Catalogue(program_.Get()).ZipOf(NameOfRow(row), kNoData);
     output_.Put({{"event", "row"}, {"list", "ListRoutes"}, {"text", row}, {"zip", zip}});
   }
   screens_.Do([this] { Main().CloseList(); });
+}
+
+void Session::ListDetails() {
+  PutRoutes(output_, DetailsOfRoutes(program_.Get(), [this](std::size_t done, std::size_t all) {
+              frontEnd_.DetailChanged("frmMain", done, all, "routes");
+            }));
 }
 
 /// Opens the list and brings the pointer to a row.

@@ -55,6 +55,7 @@ class Session {
   void Sample(const Command& command);
   void Start(const Command& command);
   void Routes(const Command& command);
+  void ListDetails();
   void Pick(const Command& command);
   void Info(const Command& command);
   void Load(const Command& command);
