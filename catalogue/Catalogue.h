@@ -39,6 +39,13 @@ class Catalogue {
 
   /// Enters a route that was removed, under the name it had when that is free. Selects nothing.
   void Restore(std::string_view zip, std::string_view name) const;
+  /// Enters a route that has no whole entry: as Add does when its zip name is unknown; else under the name
+  /// that is known, when that is free. Selects nothing. Raises error 75 when routes.ini can't be written.
+  void Mend(std::string_view zip, std::string_view routeName) const;
+  /// Whether both names of the route lead to each other: only then it can be chosen.
+  bool IsWhole(std::string_view zip) const;
+  /// Makes "Versions" tell of at least `count` routes of this name.
+  void RequireVersions(std::string_view routeName, int count) const;
 
   struct RouteList {
     std::vector<std::string> rows;  // sorted, the loaded one marked
@@ -49,6 +56,7 @@ class Catalogue {
 
  private:
   void Enter(std::string_view zip, std::string_view name) const;
+  void EnterUnder(std::string_view zip, std::string_view name) const;
   void RequireEntry(std::string_view zip) const;
   std::string UniqueName(const std::string& routeName) const;
 

@@ -24,6 +24,8 @@ struct Command {
   bool all = false;                  // all routes, one by one
   bool fix = false;
   bool details = false;
+  bool deep = false, repair = false;  // of `verify`
+  int routes = 0;                     // of `sample`: this many, catalogued
 };
 
 struct Options {

@@ -50,6 +50,7 @@ class TextOutput : public Output {
     if (kind == "help") Line("Help: " + event["file"].get<std::string>());
     if (kind == "error") Error(event);
     if (kind == "shelf") Shelf(event);
+    if (kind == "finding") Finding(event);
     if (kind == "route") routes_.push_back(event);
     if (kind == "verdict")
       Line("  " + event["class"].get<std::string>() + "  " + event["zip"].get<std::string>() + ": " +
@@ -148,6 +149,13 @@ class TextOutput : public Output {
          count("consists") + " consists need it, " + number("consistsHealed") + " heal by it alone; " +
          count("activities") + " activities need it, " + number("activitiesHealed") +
          " become playable\n    " + event["advice"].get<std::string>());
+  }
+
+  void Finding(const Event& event) {
+    const bool repaired = event["repaired"].get<bool>();
+    Line("  " + event["kind"].get<std::string>() + ": " + event["zip"].get<std::string>() + "  " +
+         event["path"].get<std::string>() + "\n    " +
+         (repaired ? std::string("Repaired.") : event["advice"].get<std::string>()));
   }
 
   void Activity(const Event& event) {
