@@ -9,6 +9,7 @@
 #include "checkup/CauseRows.h"
 #include "core/Installation.h"
 #include "core/Ports.h"
+#include "core/SizeText.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -86,16 +87,12 @@ class TextOutput : public Output {
   static TableRow RowOf(const Event& route) {
     const auto text = [&](const char* key) { return route[key].get<std::string>(); };
     const auto number = [&](const char* key) { return std::to_string(route[key].get<std::uint64_t>()); };
-    const auto megabytes = [&](const char* key) {
-      const auto bytes = route[key].get<std::uint64_t>();
-      return bytes < 1u << 20 ? std::to_string((bytes + 1023) >> 10) + " KB"
-                              : std::to_string(bytes >> 20) + " MB";
-    };
+    const auto size = [&](const char* key) { return SizeText(route[key].get<std::uint64_t>()); };
     const bool known = !route["playable"].is_null();
     return {text("name") + (route["loaded"].get<bool>() ? std::string(kLoadedMark) : ""),
             text("zip"),
-            megabytes("packed"),
-            megabytes("bytes"),
+            size("packed"),
+            size("bytes"),
             number("files"),
             text("added").substr(0, kDay),
             text("lastLoaded").empty() ? "never" : text("lastLoaded").substr(0, kDay),
