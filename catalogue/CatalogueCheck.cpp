@@ -10,9 +10,9 @@
 #include "catalogue/RouteName.h"
 #include "core/CopyOver.h"
 #include "core/OnAllProcessors.h"
+#include "core/ProfileSnapshot.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
-#include "core/host/ProfileText.h"
 
 namespace quillon {
 namespace {
@@ -100,9 +100,7 @@ void CatalogueCheck::ReadNames() {
     hostPaths_.push_back(program_.files.Host().HostPath(program_.app.RouteFile(route.zip)));
     files_.insert(UpperCase(route.zip));
   }
-  std::string bytes;
-  program_.files.Host().Read(program_.app.RoutesIni(), bytes, kNoLimit);
-  const ProfileText profile(bytes);
+  const ProfileSnapshot profile(program_.files, program_.app.RoutesIni());
   const std::string names = profile.SectionNames();
   std::set<std::string> known;
   const auto enter = [&](const std::string& zip) {
@@ -111,8 +109,8 @@ void CatalogueCheck::ReadNames() {
   for (std::size_t at = 0; at < names.size(); at = names.find('\0', at) + 1) {
     const std::string section = names.c_str() + at;
     if (!IsRouteSection(section)) continue;
-    if (catalogue_.NameOf(section, kNone) != kNone) enter(section);
-    if (const std::string zip = catalogue_.ZipOf(section, kNone); zip != kNone) enter(zip);
+    if (profile.Read(section, "Name", kNone) != kNone) enter(section);
+    if (const std::string zip = profile.Read(section, "Zip", kNone); zip != kNone) enter(zip);
   }
 }
 

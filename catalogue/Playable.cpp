@@ -17,6 +17,12 @@ std::optional<Playable> PlayableOf(const Program& program, const std::string& zi
                   NumericValue(of)};
 }
 
+std::optional<Playable> PlayableOf(const ProfileSnapshot& notes, const std::string& zip) {
+  const std::string of = notes.Read(zip, "Of", "");
+  if (of.empty()) return {};
+  return Playable{NumericValue(notes.Read(zip, "Playable", "0")), NumericValue(of)};
+}
+
 void NotePlayable(Program& program, const std::string& zip, const Playable& playable) {
   program.ini.WriteIni(zip, "Playable", std::to_string(playable.playable), program.app.PlayableIni());
   program.ini.WriteIni(zip, "Of", std::to_string(playable.of), program.app.PlayableIni());

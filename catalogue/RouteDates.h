@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/ProfileSnapshot.h"
 #include "core/Program.h"
 
 namespace quillon {
@@ -15,15 +16,14 @@ class RouteDates {
 
   void NoteAdded(std::string_view zip) const { Note("Added", zip); }
   void NoteLoaded(std::string_view zip) const { Note("Loaded", zip); }
-  /// Empty when nothing was noted.
-  std::string Added(std::string_view zip) const { return Noted("Added", zip); }
-  std::string LastLoaded(std::string_view zip) const { return Noted("Loaded", zip); }
+  // From the file of dates; empty when nothing was noted.
+  static std::string Added(const ProfileSnapshot& dates, std::string_view zip);
+  static std::string LastLoaded(const ProfileSnapshot& dates, std::string_view zip);
   /// The route has been removed.
   void Forget(std::string_view zip) const;
 
  private:
   void Note(const char* what, std::string_view zip) const;
-  std::string Noted(const char* what, std::string_view zip) const;
 
   Program& program_;
 };

@@ -2,6 +2,7 @@
 
 #include <utf8proc.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <memory>
@@ -19,6 +20,9 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kLetters 
 }  // namespace
 
 std::string Folded(std::string_view text) {
+  // Case is all that plain letters have.
+  if (std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }))
+    return LowerCase(text);
   utf8proc_uint8_t* folded = nullptr;
   const auto length =
       utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),

@@ -11,6 +11,7 @@
 #include <QShortcut>
 #include <QSplitter>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <utility>
 
 #include "screens/Art.h"
@@ -20,7 +21,9 @@ namespace quillon {
 namespace {
 
 constexpr QSize kSmallest(760, 480);
-constexpr int kWindowFrame = 48, kSizeDelay = 300, kSideWidth = 280;  // pixels, milliseconds, pixels
+constexpr int kWindowFrame = 48, kSizeDelay = 300, kSideWidth = 270;  // pixels, milliseconds, pixels
+constexpr int kPictureHeight = 176, kMostRows = 4;  // of the details: pixels, rows of a list
+constexpr int kOneRow = 1000;                       // pixels that all buttons beside each other need
 constexpr const char* kSection = "Timetable";
 
 // The colours of the enamel signs, the brass and the flaps.
@@ -41,6 +44,8 @@ constexpr const char* kStyle = R"(
   QHeaderView { background: #000050; border: none; }
   QHeaderView::section { color: #FFF9D5; background: #000080; border: none; border-right: 1px solid #C9A24A;
     border-bottom: 2px solid #C9A24A; padding: 5px 6px; font-weight: bold; }
+  QHeaderView::up-arrow { image: url(:/art/frmTimetable/sortup.svg); width: 11px; height: 11px; }
+  QHeaderView::down-arrow { image: url(:/art/frmTimetable/sortdown.svg); width: 11px; height: 11px; }
   QHeaderView::section:hover { background: #2A2AB8; }
   QPlainTextEdit, QListWidget { color: #000080; background: #FFF9D5; border: 1px solid #C9A24A; border-radius: 3px;
     selection-background-color: #000080; selection-color: #FFF9D5; outline: none; }
@@ -66,6 +71,12 @@ constexpr const char* kStyle = R"(
   QToolTip { color: #000080; background: #FFF9D5; border: 1px solid #C9A24A; }
 )";
 
+QFont BoardFont() {
+  ControlLayout usual;
+  usual.size = 13;
+  return FontOf(usual);
+}
+
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 
 QString Head(const char* what, std::size_t count) { return QStringLiteral("%1: %2").arg(what).arg(count); }
@@ -74,6 +85,7 @@ QString Head(const char* what, std::size_t count) { return QStringLiteral("%1: %
 
 frmTimetable::frmTimetable(TimetableScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   setWindowTitle("Quillon: all routes");
+  setFont(BoardFont());
   setStyleSheet(kStyle);
   setMinimumSize(kSmallest);
   setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
@@ -180,7 +192,7 @@ QWidget* frmTimetable::MakeSide() {
   picture_ = NewText("imgRoute", {}, side_);
   picture_->setAccessibleName("Preview of the route");
   picture_->setAlignment(Qt::AlignCenter);
-  picture_->setFixedHeight(192);
+  picture_->setFixedHeight(kPictureHeight);
   name_ = NewText("lblName", {}, side_);
   name_->setWordWrap(true);
   facts_ = NewText("lblFacts", {}, side_);
@@ -197,12 +209,11 @@ QWidget* frmTimetable::MakeSide() {
   shelfHead_ = NewText("lblShelf", {}, side_);
   shelf_ = NewList("ListShelf", "Rescued files of the route");
   for (QWidget* widget : std::initializer_list<QWidget*>{picture_, name_, facts_}) column->addWidget(widget);
-  column->addWidget(description_, 3);
+  column->addWidget(description_, 1);
   for (const auto& [head, list] :
        {std::pair{documentsHead_, documents_}, {savesHead_, saves_}, {shelfHead_, shelf_}}) {
     column->addWidget(head);
-    column->addWidget(list, 1);
-    list->setMinimumHeight(46);
+    column->addWidget(list);
   }
   connect(documents_, &QListWidget::itemActivated, this,
           [this] { Do([&] { model_.ListDocumentsPress(documents_->currentRow()); }); });
@@ -226,33 +237,38 @@ QPushButton* frmTimetable::NewButton(const char* name, const QString& caption, c
 
 QWidget* frmTimetable::MakeButtons() {
   auto* bar = new QWidget(content_);
-  auto* row = new QHBoxLayout(bar);
-  row->setContentsMargins(0, 0, 0, 0);
-  row->setSpacing(6);
+  buttonRows_ = new QBoxLayout(QBoxLayout::LeftToRight, bar);
+  buttonRows_->setContentsMargins(0, 0, 0, 0);
+  auto *acts = new QHBoxLayout, *others = new QHBoxLayout;
+  for (QBoxLayout* row : {static_cast<QBoxLayout*>(acts), static_cast<QBoxLayout*>(others)}) {
+    row->setSpacing(6);
+    buttonRows_->addLayout(row);
+  }
   TimetableScreen& m = model_;
   using T = TimetableScreen;
-  row->addWidget(NewButton("btnLoad", "&Load", "Load the route into Train Simulator (Enter).", m.btnLoad,
-                           &T::btnLoadClick));
-  row->addWidget(NewButton("btnDocuments", "&Documents",
-                           "Open the chosen document, or the folder of them all.", m.btnDocuments,
-                           &T::btnDocumentsClick));
-  row->addWidget(NewButton("btnFolder", "&Folder", "Open the folder of the route files.", m.btnFolder,
-                           &T::btnFolderClick));
-  row->addWidget(NewButton("btnCheckup", "&Checkup",
-                           "Find out which activities of the chosen routes can be played.", m.btnCheckup,
-                           &T::btnCheckupClick));
-  row->addWidget(NewButton("btnPutBack", "&Put back", "Put the newest rescued files of the route back.",
-                           m.btnPutBack, &T::btnPutBackClick));
-  row->addWidget(NewButton("btnPermanent", "Make per&manent",
-                           "Make the loaded route an ordinary route of the game.", m.btnPermanent,
-                           &T::btnPermanentClick));
-  row->addWidget(NewButton("btnRemove", "&Remove", "Remove the chosen routes from Quillon (Del).",
-                           m.btnRemove, &T::btnRemoveClick));
-  row->addStretch(1);
-  row->addWidget(NewButton("btnVerify", "&Verify", "Compare the catalogue with the files, and repair it.",
-                           m.btnVerify, &T::btnVerifyClick));
-  row->addWidget(NewButton("btnHelp", "&Help", "Need help?", m.btnHelp, &T::btnHelpClick));
-  row->addWidget(NewButton("btnOK", "&OK", "Back to the main screen (Esc).", m.btnOK, &T::btnOKClick));
+  acts->addWidget(NewButton("btnLoad", "&Load", "Load the route into Train Simulator (Enter).", m.btnLoad,
+                            &T::btnLoadClick));
+  acts->addWidget(NewButton("btnDocuments", "&Documents",
+                            "Open the chosen document, or the folder of them all.", m.btnDocuments,
+                            &T::btnDocumentsClick));
+  acts->addWidget(NewButton("btnFolder", "&Folder", "Open the folder of the route files.", m.btnFolder,
+                            &T::btnFolderClick));
+  acts->addWidget(NewButton("btnCheckup", "&Checkup",
+                            "Find out which activities of the chosen routes can be played.", m.btnCheckup,
+                            &T::btnCheckupClick));
+  acts->addWidget(NewButton("btnPutBack", "&Put back", "Put the newest rescued files of the route back.",
+                            m.btnPutBack, &T::btnPutBackClick));
+  acts->addWidget(NewButton("btnPermanent", "Make per&manent",
+                            "Make the loaded route an ordinary route of the game.", m.btnPermanent,
+                            &T::btnPermanentClick));
+  acts->addWidget(NewButton("btnRemove", "&Remove", "Remove the chosen routes from Quillon (Del).",
+                            m.btnRemove, &T::btnRemoveClick));
+  acts->addStretch(1);
+  others->addStretch(1);
+  others->addWidget(NewButton("btnVerify", "&Verify", "Compare the catalogue with the files, and repair it.",
+                              m.btnVerify, &T::btnVerifyClick));
+  others->addWidget(NewButton("btnHelp", "&Help", "Need help?", m.btnHelp, &T::btnHelpClick));
+  others->addWidget(NewButton("btnOK", "&OK", "Back to the main screen (Esc).", m.btnOK, &T::btnOKClick));
   return bar;
 }
 
@@ -342,7 +358,9 @@ void frmTimetable::Fill(QListWidget& list, const List& rows) {
     auto* item = new QListWidgetItem(Text(row), &list);
     item->setToolTip(item->text());
   }
-  list.setVisible(!rows.rows.empty());
+  const int shown = std::min(list.count(), kMostRows);
+  list.setFixedHeight(shown * list.sizeHintForRow(0) + 2 * list.frameWidth() + 2);
+  list.setVisible(shown > 0);
 }
 
 void frmTimetable::ShowSide() {
@@ -364,7 +382,8 @@ void frmTimetable::ShowSide() {
 }
 
 void frmTimetable::ShowPicture() {
-  QImageReader reader(model_.imgRoute.empty() ? QString() : TheDesk().HostPath(model_.imgRoute));
+  if (model_.imgRoute.empty()) return picture_->clear();
+  QImageReader reader(TheDesk().HostPath(model_.imgRoute));
   reader.setDecideFormatFromContent(true);
   QImage picture = reader.read();
   if (picture.isNull()) {
@@ -384,7 +403,7 @@ void frmTimetable::paintEvent(QPaintEvent*) {
 void frmTimetable::OpenAtSize() {
   Program& program = TheDesk().TheProgram();
   const QStringList stored =
-      Text(program.ini.ReadIni(kSection, "Size", "1120,680", program.app.SettingsIni())).split(',');
+      Text(program.ini.ReadIni(kSection, "Size", "1260,720", program.app.SettingsIni())).split(',');
   QSize wanted(stored.value(0).toInt(), stored.value(1).toInt());
   const QSize room = screen()->availableGeometry().size() - QSize(kWindowFrame / 2, kWindowFrame);
   resize(wanted.boundedTo(room).expandedTo(kSmallest));
@@ -395,6 +414,7 @@ void frmTimetable::OpenAtSize() {
 
 void frmTimetable::resizeEvent(QResizeEvent* event) {
   ScreenView::resizeEvent(event);
+  buttonRows_->setDirection(width() < kOneRow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
   if (isVisible()) sizeTimer_->start(kSizeDelay);
 }
 

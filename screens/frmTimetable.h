@@ -1,6 +1,7 @@
 // The view of frmTimetable: the big board of a station hall, in any size.
 #pragma once
 
+#include <QBoxLayout>
 #include <QElapsedTimer>
 #include <QHash>
 #include <QLabel>
@@ -51,6 +52,7 @@ class frmTimetable : public ScreenView {
   void RememberSize();
 
   TimetableScreen& model_;
+  QBoxLayout* buttonRows_;
   QWidget *content_, *side_;
   QLineEdit* filter_;
   FlapBoard* board_;

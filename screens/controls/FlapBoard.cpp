@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QScrollBar>
 #include <QTimer>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -14,22 +15,23 @@ namespace {
 
 using Column = TimetableScreen::Column;
 
-constexpr int kRowHeight = 42, kPictureWidth = 48, kPictureHeight = 36, kGap = 6;  // pixels at 100 %
+constexpr int kRowHeight = 42, kPictureWidth = 48, kPictureHeight = 36, kGap = 6,
+              kBesideHead = 30;  // pixels at 100 %; the last is for the arrow
 constexpr QColor kHall(0x06, 0x06, 0x0A), kFlap(0x17, 0x17, 0x17), kLowerFlap(0x10, 0x10, 0x10),
     kSlit(0x00, 0x00, 0x00), kLetters(0xFF, 0xF3, 0xA8), kChosenFlap(0x3A, 0x3A, 0x10),
     kChosenLower(0x30, 0x30, 0x0A), kBright(0xFF, 0xFF, 0xFF), kLamp(0x4C, 0xE0, 0x6A),
     kFaint(0xB8, 0xAE, 0x80);
 
-// The widest that usually stands in a column; the first two are as wide as is good to read.
-constexpr std::array kSamples = {"Coldharbour Coal and Iron Co. LOADED",
-                                 "coldharbour_kleinbahn",
-                                 "9,999 MB",
-                                 "9,999 MB",
-                                 "99,999",
+// What has to find room in a column; longer names are cut.
+constexpr std::array kSamples = {"Coldharbour Kleinbahn",
+                                 "coldharbour_1.2",
+                                 "9999 MB",
+                                 "9999 MB",
+                                 "99999",
                                  "2026-12-31",
-                                 "Last loaded x",
-                                 "99 of 999 x",
-                                 "Saves xx"};
+                                 "2026-12-31",
+                                 "999 of 999",
+                                 "999"};
 
 bool IsNumber(int column) { return column >= static_cast<int>(Column::Packed); }
 
@@ -188,10 +190,23 @@ void FlapBoard::Dress() {
 void FlapBoard::SetColumnWidths() {
   QFont bold = font();
   bold.setBold(true);
+  const QFontMetrics letters(bold);
   for (int column = 0; column < rows_->columnCount(); ++column) {
-    const int text = QFontMetrics(bold).horizontalAdvance(kSamples[static_cast<std::size_t>(column)]);
-    setColumnWidth(column, text + 2 * kGap + (column == 0 ? kPictureWidth + 4 * kGap : 2 * kGap));
+    const int text = letters.horizontalAdvance(kSamples[static_cast<std::size_t>(column)]);
+    const int head =
+        letters.horizontalAdvance(rows_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+    const int beside = column == 0 ? kPictureWidth + 2 * kGap : 0;
+    setColumnWidth(column, std::max(text + 2 * kGap + 2 + beside, head + kBesideHead));
   }
+  nameWidth_ = columnWidth(0);
+}
+
+/// The names get what the other columns leave.
+void FlapBoard::resizeEvent(QResizeEvent* event) {
+  QTableView::resizeEvent(event);
+  int others = 0;
+  for (int column = 1; column < rows_->columnCount(); ++column) others += columnWidth(column);
+  setColumnWidth(0, std::max(nameWidth_, viewport()->width() - others));
 }
 
 void FlapBoard::Sync() {
@@ -220,7 +235,7 @@ void FlapBoard::ShowChoice() {
   if (current >= 0)
     selectionModel()->setCurrentIndex(rows_->index(current, 0), QItemSelectionModel::NoUpdate);
   selectionModel()->select(chosen, QItemSelectionModel::ClearAndSelect);
-  if (current >= 0) scrollTo(rows_->index(current, 0));
+  if (current >= 0) scrollTo(rows_->index(current, 0), telling_ ? EnsureVisible : PositionAtCenter);
 }
 
 /// Once for a change of both.

@@ -53,6 +53,7 @@ class FlapBoard : public QTableView {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void keyboardSearch(const QString&) override {}
+  void resizeEvent(QResizeEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
@@ -66,7 +67,7 @@ class FlapBoard : public QTableView {
   const TimetableScreen& screen_;
   FlapRows* rows_;
   Thumbnails* thumbnails_;
-  int revision_ = -1;
+  int revision_ = -1, nameWidth_ = 0;
   bool syncing_ = false, telling_ = false;
 };
 
