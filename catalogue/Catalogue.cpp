@@ -110,7 +110,8 @@ void Catalogue::Mend(std::string_view zip, std::string_view routeName) const {
     return EnterUnder(zip, name);
   {
     const auto batch = program_.ini.Batch();
-    Enter(zip, UniqueName(std::string(routeName)));
+    const bool leadsHere = EqualNoCase(ZipOf(routeName, kFree), zip);
+    Enter(zip, leadsHere ? std::string(routeName) : UniqueName(std::string(routeName)));
   }
   RequireEntry(zip);
 }

@@ -39,8 +39,9 @@ class Catalogue {
 
   /// Enters a route that was removed, under the name it had when that is free. Selects nothing.
   void Restore(std::string_view zip, std::string_view name) const;
-  /// Enters a route that has no whole entry: as Add does when its zip name is unknown; else under the name
-  /// that is known, when that is free. Selects nothing. Raises error 75 when routes.ini can't be written.
+  /// Enters a route that has no whole entry: under the name that its zip name has, when that is free; else
+  /// under `routeName`, when that leads to it; else as Add does. Selects nothing. Raises error 75 when
+  /// routes.ini can't be written.
   void Mend(std::string_view zip, std::string_view routeName) const;
   /// Whether both names of the route lead to each other: only then it can be chosen.
   bool IsWhole(std::string_view zip) const;

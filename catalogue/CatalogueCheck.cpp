@@ -1,7 +1,6 @@
 #include "catalogue/CatalogueCheck.h"
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "catalogue/Previews.h"
@@ -110,7 +109,10 @@ void CatalogueCheck::ReadNames() {
     const std::string section = names.c_str() + at;
     if (!IsRouteSection(section)) continue;
     if (profile.Read(section, "Name", kNone) != kNone) enter(section);
-    if (const std::string zip = profile.Read(section, "Zip", kNone); zip != kNone) enter(zip);
+    if (const std::string zip = profile.Read(section, "Zip", kNone); zip != kNone) {
+      enter(zip);
+      namesOf_.try_emplace(UpperCase(zip), section);
+    }
   }
 }
 
@@ -233,7 +235,8 @@ void CatalogueCheck::RepairVersions() {
 
 void CatalogueCheck::RepairEntry(const std::string& zip) {
   const std::string name = RouteNameOf(zip);
-  catalogue_.Mend(zip, name);
+  const auto known = namesOf_.find(UpperCase(zip));
+  catalogue_.Mend(zip, known == namesOf_.end() ? name : known->second);
   const std::string scripts = program_.app.ScriptsIni();
   if (program_.ini.ReadIni(zip, "Script", kNone, scripts) == kNone)
     program_.ini.WriteIni(zip, "Script", name, scripts);

@@ -1,6 +1,7 @@
 // The catalogue against the files, and what a repair of it can do.
 #pragma once
 
+#include <map>
 #include <set>
 #include <string>
 #include <vector>
@@ -60,10 +61,11 @@ class CatalogueCheck {
   Program& program_;
   Progress& progress_;
   Catalogue catalogue_;
-  std::vector<std::string> zips_;       // of the route files
-  std::vector<std::string> hostPaths_;  // of the same
-  std::vector<std::string> entered_;    // zip names in routes.ini
-  std::set<std::string> files_;         // zip names with a route file, in upper case
+  std::vector<std::string> zips_;               // of the route files
+  std::vector<std::string> hostPaths_;          // of the same
+  std::vector<std::string> entered_;            // zip names in routes.ini
+  std::map<std::string, std::string> namesOf_;  // the display name that leads to a zip name in upper case
+  std::set<std::string> files_;                 // zip names with a route file, in upper case
   std::vector<CatalogueFinding> findings_;
 };
 

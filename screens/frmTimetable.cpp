@@ -403,7 +403,7 @@ void frmTimetable::paintEvent(QPaintEvent*) {
 void frmTimetable::OpenAtSize() {
   Program& program = TheDesk().TheProgram();
   const QStringList stored =
-      Text(program.ini.ReadIni(kSection, "Size", "1260,720", program.app.SettingsIni())).split(',');
+      Text(program.ini.ReadIni(kSection, "Size", "1310,740", program.app.SettingsIni())).split(',');
   QSize wanted(stored.value(0).toInt(), stored.value(1).toInt());
   const QSize room = screen()->availableGeometry().size() - QSize(kWindowFrame / 2, kWindowFrame);
   resize(wanted.boundedTo(room).expandedTo(kSmallest));

@@ -16,7 +16,8 @@ namespace {
 using Column = TimetableScreen::Column;
 
 constexpr int kRowHeight = 42, kPictureWidth = 48, kPictureHeight = 36, kGap = 6,
-              kBesideHead = 30;  // pixels at 100 %; the last is for the arrow
+              kBesideHead = 30;   // pixels at 100 %; the last is for the arrow
+constexpr int kLostAtTheEnd = 6;  // letters that a broken line may leave empty
 constexpr QColor kHall(0x06, 0x06, 0x0A), kFlap(0x17, 0x17, 0x17), kLowerFlap(0x10, 0x10, 0x10),
     kSlit(0x00, 0x00, 0x00), kLetters(0xFF, 0xF3, 0xA8), kChosenFlap(0x3A, 0x3A, 0x10),
     kChosenLower(0x30, 0x30, 0x0A), kBright(0xFF, 0xFF, 0xFF), kLamp(0x4C, 0xE0, 0x6A),
@@ -99,10 +100,14 @@ class FlapPainter : public QStyledItemDelegate {
     painter.drawEllipse(centre, 8, 8);
     painter.setBrush(kLamp);
     painter.drawEllipse(centre, 4.5, 4.5);
+    painter.setBrush(Qt::NoBrush);
     painter.setRenderHint(QPainter::Antialiasing, false);
     text.setRight(place.left() - 2 * lamp);
     return text;
   }
+
+  /// A zip name has no blanks to be broken at.
+  static int WrapOf(int column) { return column == 0 ? Qt::TextWordWrap : Qt::TextWrapAnywhere; }
 
   static void PaintText(QPainter& painter, const QStyleOptionViewItem& option, const QRect& place,
                         const QModelIndex& index, bool chosen) {
@@ -112,8 +117,11 @@ class FlapPainter : public QStyledItemDelegate {
     painter.setPen(chosen ? kBright : index.column() == 1 ? kFaint : kLetters);
     const Qt::Alignment side = IsNumber(index.column()) ? Qt::AlignRight : Qt::AlignLeft;
     const QString text = index.data().toString();
-    painter.drawText(place, Qt::AlignVCenter | side,
-                     QFontMetrics(font).elidedText(text, Qt::ElideRight, place.width()));
+    const QFontMetrics letters(font);
+    const bool wraps = index.column() < 2 && letters.horizontalAdvance(text) > place.width();
+    const int room = wraps ? 2 * place.width() - letters.averageCharWidth() * kLostAtTheEnd : place.width();
+    painter.drawText(place, int(Qt::AlignVCenter | side) | (wraps ? WrapOf(index.column()) : 0),
+                     letters.elidedText(text, Qt::ElideRight, room));
   }
 
   const FlapRows& rows_;
