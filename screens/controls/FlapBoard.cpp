@@ -188,6 +188,7 @@ void FlapBoard::Dress() {
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(kRowHeight);
   verticalScrollBar()->setSingleStep(kRowHeight / 2);
+  horizontalScrollBar()->setSingleStep(kRowHeight);
   horizontalHeader()->setSectionsClickable(true);
   horizontalHeader()->setSortIndicatorShown(true);
   horizontalHeader()->setHighlightSections(false);
@@ -266,6 +267,18 @@ void FlapBoard::selectionChanged(const QItemSelection& selected, const QItemSele
 void FlapBoard::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QTableView::currentChanged(current, previous);
   TellChoice();
+}
+
+/// From row to row; sideways the board is scrolled.
+QModelIndex FlapBoard::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action == MoveHome) return rows_->index(0, 0);
+  if (action == MoveEnd) return rows_->index(rows_->rowCount() - 1, 0);
+  if (action == MoveLeft || action == MoveRight) {
+    QScrollBar& bar = *horizontalScrollBar();
+    bar.triggerAction(action == MoveLeft ? QScrollBar::SliderSingleStepSub : QScrollBar::SliderSingleStepAdd);
+    return currentIndex();
+  }
+  return QTableView::moveCursor(action, modifiers).siblingAtColumn(0);
 }
 
 void FlapBoard::keyPressEvent(QKeyEvent* event) {
