@@ -24,18 +24,17 @@ std::string Kept(std::string_view value) {
   return loses ? "\"" + std::string(value) + "\"" : std::string(value);
 }
 
-/// `name` as a key, which can neither hold "=" nor begin like a header or a comment.
-std::string KeyOf(std::string_view name) {
-  std::string key = ReplaceAll(name, "=", "-");
-  return key.starts_with('[') || key.starts_with(';') ? "-" + key : key;
-}
-
 /// No route can have the name of a section that holds something else.
 bool IsReserved(std::string_view name) {
   return EqualNoCase(name, "Current") || EqualNoCase(name, "Versions");
 }
 
 }  // namespace
+
+std::string KeyOf(std::string_view name) {
+  std::string key = ReplaceAll(name, "=", "-");
+  return key.starts_with('[') || key.starts_with(';') ? "-" + key : key;
+}
 
 std::string NameOfRow(std::string_view row) { return Trim(ReplaceAll(row, kLoadedMark, "")); }
 
@@ -95,14 +94,37 @@ void Catalogue::RequireEntry(std::string_view zip) const {
 }
 
 void Catalogue::Restore(std::string_view zip, std::string_view name) const {
-  if (NameOf(zip, kUnknown) != kUnknown) return;
-  std::string own;
+  if (NameOf(zip, kUnknown) == kUnknown) EnterUnder(zip, name);
+}
+
+void Catalogue::EnterUnder(std::string_view zip, std::string_view name) const {
   {
     const auto batch = program_.ini.Batch();
-    own = ZipOf(name, kFree) == kFree ? std::string(name) : UniqueName(std::string(name));
-    Enter(zip, own);
+    Enter(zip, ZipOf(name, kFree) == kFree ? std::string(name) : UniqueName(std::string(name)));
   }
   RequireEntry(zip);
+}
+
+void Catalogue::Mend(std::string_view zip, std::string_view routeName) const {
+  if (const std::string name = NameOf(zip, kUnknown); name != kUnknown && !Trim(name).empty())
+    return EnterUnder(zip, name);
+  {
+    const auto batch = program_.ini.Batch();
+    const bool leadsHere = EqualNoCase(ZipOf(routeName, kFree), zip);
+    Enter(zip, leadsHere ? std::string(routeName) : UniqueName(std::string(routeName)));
+  }
+  RequireEntry(zip);
+}
+
+bool Catalogue::IsWhole(std::string_view zip) const {
+  const std::string name = NameOf(zip, kUnknown);
+  return name != kUnknown && EqualNoCase(ZipOf(name, kFree), zip);
+}
+
+void Catalogue::RequireVersions(std::string_view routeName, int count) const {
+  const std::string file = program_.app.RoutesIni(), key = KeyOf(routeName);
+  if (NumericValue(program_.ini.ReadIni("Versions", key, "0", file)) < count)
+    program_.ini.WriteIni("Versions", key, std::to_string(count), file);
 }
 
 std::string Catalogue::UniqueName(const std::string& routeName) const {

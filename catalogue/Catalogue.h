@@ -39,6 +39,14 @@ class Catalogue {
 
   /// Enters a route that was removed, under the name it had when that is free. Selects nothing.
   void Restore(std::string_view zip, std::string_view name) const;
+  /// Enters a route that has no whole entry: under the name that its zip name has, when that is free; else
+  /// under `routeName`, when that leads to it; else as Add does. Selects nothing. Raises error 75 when
+  /// routes.ini can't be written.
+  void Mend(std::string_view zip, std::string_view routeName) const;
+  /// Whether both names of the route lead to each other: only then it can be chosen.
+  bool IsWhole(std::string_view zip) const;
+  /// Makes "Versions" tell of at least `count` routes of this name.
+  void RequireVersions(std::string_view routeName, int count) const;
 
   struct RouteList {
     std::vector<std::string> rows;  // sorted, the loaded one marked
@@ -49,6 +57,7 @@ class Catalogue {
 
  private:
   void Enter(std::string_view zip, std::string_view name) const;
+  void EnterUnder(std::string_view zip, std::string_view name) const;
   void RequireEntry(std::string_view zip) const;
   std::string UniqueName(const std::string& routeName) const;
 
@@ -57,5 +66,8 @@ class Catalogue {
 
 /// `row` without " (Loaded)" and without blanks at its ends.
 std::string NameOfRow(std::string_view row);
+
+/// `name` as a key, which can neither hold "=" nor begin like a header or a comment.
+std::string KeyOf(std::string_view name);
 
 }  // namespace quillon

@@ -75,7 +75,7 @@ void MainScreen::HideLists() {
 }
 
 void MainScreen::EnableButtons(bool enabled) {
-  for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo})
+  for (Button* button : {&btnLoad, &btnExit, &btnManage, &btnRouteList, &btnOptions, &btnInfo, &btnTimetable})
     button->enabled = enabled;
 }
 
@@ -209,7 +209,6 @@ bool MainScreen::AskAndAct() {
   return true;
 }
 
-/// The selection falls back to the loaded route.
 void MainScreen::ShowAfterRemoval() {
   const std::string loaded = Trim(catalogue_.Loaded());
   if (program_.files.FileExists(program_.app.RoutesIni())) {
@@ -336,6 +335,38 @@ void MainScreen::infoListLeftPress(int row) {
   program_.shell.OpenInShell(infoListPath + infoList.rows.at(static_cast<std::size_t>(row)));
   infoList.enabled = infoList.visible = false;
   TimerWait.enabled = true;
+}
+
+void MainScreen::btnTimetableClick() {
+  program_.Step("Opening the timetable");
+  program_.shared.HealedNote.clear();
+  if (ListRoutes.visible || infoList.visible) CloseList();
+  wish_ = Wish::Nothing;
+  program_.stage.ShowModal("frmTimetable");
+  const Wish wish = std::exchange(wish_, Wish::Nothing);
+  if (program_.stage.Ended() || wish == Wish::Nothing || !PickRow(wishedRoute_)) return;
+  if (wish == Wish::Load) {
+    ListRoutesLeftPress();
+    TimerWaitTick();
+    return btnLoadClick();
+  }
+  ListRoutesRightPress();
+  toolsListHover(1);
+  toolsListLeftPress();
+}
+
+/// Opens the list with the pointer on the route's row. False when the route has gone.
+bool MainScreen::PickRow(const std::string& name) {
+  btnRouteListClick();
+  const auto& rows = ListRoutes.rows;
+  const auto at =
+      std::find_if(rows.begin(), rows.end(), [&](const auto& row) { return NameOfRow(row) == Trim(name); });
+  if (at == rows.end()) {
+    CloseList();
+    return false;
+  }
+  ListRoutesHover(static_cast<int>(at - rows.begin()));
+  return true;
 }
 
 bool MainScreen::WorkingRouteIsMissing() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "catalogue/Catalogue.h"
@@ -29,6 +30,8 @@ class MainScreen : public Screen {
   std::vector<std::string> ListZips;
   Button btnManage{"manageoff"}, btnLoad{"loadoff"}, btnRouteList{"downoff"}, btnOptions{"optionsoff"};
   Button btnInfo, btnHelp, btnExit;
+  /// All routes, in frmTimetable.
+  Button btnTimetable;
   Timer TimerChecker{50, true}, TimerFlashOn{500, true}, TimerFlashOff{500}, TimerWait{700}, TimerUp{2},
       TimerDown{2}, Timer1{100};
 
@@ -65,6 +68,17 @@ class MainScreen : public Screen {
   /// Left press on a row of infoList.
   void infoListLeftPress(int row);
 
+  /// Opens the timetable, and does what it was closed for.
+  void btnTimetableClick();
+  /// What the timetable wants done once it has gone: all acts on routes are this screen's.
+  enum class Wish { Nothing, Load, MakePermanent };
+  void WishFor(Wish wish, std::string name) {
+    wish_ = wish;
+    wishedRoute_ = std::move(name);
+  }
+  /// The selection falls back to the loaded route.
+  void ShowAfterRemoval();
+
   void btnManageClick();
   void btnOptionsClick();
   void btnHelpClick();
@@ -82,7 +96,7 @@ class MainScreen : public Screen {
   void TimerWaitTick();
   void Timer1Tick();
 
-  /// The six buttons that start something, all at once.
+  /// The seven buttons that start something, all at once.
   void EnableButtons(bool enabled);
   /// What to do next, for the empty board; empty when nothing flashes.
   std::string Hint() const;
@@ -106,12 +120,14 @@ class MainScreen : public Screen {
   void ShowToolsState();
   void FillTools(const std::string& row);
   bool AskAndAct();
-  void ShowAfterRemoval();
+  bool PickRow(const std::string& name);
   /// The button that `FlashTarget` names; null for the others.
   Button* FlashingButton();
   bool ShowsSentinel() const;
 
   Catalogue catalogue_;
+  Wish wish_ = Wish::Nothing;
+  std::string wishedRoute_;
   friend class StartUp;
 };
 

@@ -17,9 +17,20 @@ std::optional<Playable> PlayableOf(const Program& program, const std::string& zi
                   NumericValue(of)};
 }
 
+std::optional<Playable> PlayableOf(const ProfileSnapshot& notes, const std::string& zip) {
+  const std::string of = notes.Read(zip, "Of", "");
+  if (of.empty()) return {};
+  return Playable{NumericValue(notes.Read(zip, "Playable", "0")), NumericValue(of)};
+}
+
 void NotePlayable(Program& program, const std::string& zip, const Playable& playable) {
   program.ini.WriteIni(zip, "Playable", std::to_string(playable.playable), program.app.PlayableIni());
   program.ini.WriteIni(zip, "Of", std::to_string(playable.of), program.app.PlayableIni());
+}
+
+/// A deletion would make a file that is missing.
+void ForgetPlayable(Program& program, const std::string& zip) {
+  if (PlayableOf(program, zip)) program.ini.DeleteIniSection(zip, program.app.PlayableIni());
 }
 
 std::string RouteOfPage(const Program& program) {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "core/ProfileSnapshot.h"
 #include "core/Program.h"
 
 namespace quillon {
@@ -17,7 +18,11 @@ struct Playable {
 
 /// None while nobody has looked.
 std::optional<Playable> PlayableOf(const Program& program, const std::string& zip);
+/// The same from the file of these notes.
+std::optional<Playable> PlayableOf(const ProfileSnapshot& notes, const std::string& zip);
 void NotePlayable(Program& program, const std::string& zip, const Playable& playable);
+/// The route has been removed.
+void ForgetPlayable(Program& program, const std::string& zip);
 
 /// The zip name of the route that was loaded at the last whole Checkup, and that its page tells of.
 std::string RouteOfPage(const Program& program);

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "catalogue/Playable.h"
+#include "catalogue/RouteDates.h"
 #include "catalogue/Unfinished.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
@@ -25,7 +27,7 @@ RouteRemoval::RouteRemoval(Program& program, std::string name, std::string zip)
       RightClickName(std::move(name)),
       zip_(zip.empty() ? catalogue_.ZipOf(RightClickName, "Current") : std::move(zip)) {}
 
-void RouteRemoval::RemoveRoute() {
+void RouteRemoval::RemoveRoute(bool tell) {
   program_.Step("Removing " + Trim(RightClickName));
   std::string& name = program_.shared.RemovedRouteName;
   name = catalogue_.NameOf(zip_, kNoData);
@@ -37,7 +39,7 @@ void RouteRemoval::RemoveRoute() {
                                {{"Zip", zip_}, {"Name", RightClickName}, {"Shelf", rescue.Folder()}});
     MoveBelongings(rescue);
   }
-  if (!program_.shared.MakingPermanent)
+  if (tell && !program_.shared.MakingPermanent)
     program_.boxes.Tell("Quillon", name + " has been removed from Quillon.");
   // The closing message of Make permanent has the name without its version.
   for (int i = 1; i <= kMostVersions; ++i) name = ReplaceAll(name, "(" + std::to_string(i) + ")", "");
@@ -93,6 +95,8 @@ void RouteRemoval::DeleteEntry() {
   }
   program_.ini.DeleteIniSection(RightClickName, program_.app.RoutesIni());
   program_.ini.DeleteIniSection(zip_, program_.app.RoutesIni());
+  RouteDates(program_).Forget(zip_);
+  ForgetPlayable(program_, zip_);
   if (!program_.shared.MakingPermanent) return;
   catalogue_.WriteCurrent("Loaded", kNoData);
   catalogue_.WriteCurrent("Temp", kNoData);

@@ -16,8 +16,8 @@ class RouteRemoval {
   RouteRemoval(Program& program, std::string rightClickName);
 
   /// Takes all that belongs to the route, its original zip excepted, to the shelf, and its entries out of the
-  /// catalogue.
-  void RemoveRoute();
+  /// catalogue; a box says so when `tell` is set.
+  void RemoveRoute(bool tell = true);
   /// Turns the working folder of the loaded route into a route of its own. Leaves it to the caller to show
   /// clean-up, whose end is told by PermanentIsDone.
   void MakeRoutePermanent();

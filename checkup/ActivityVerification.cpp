@@ -26,7 +26,7 @@ void ActivityVerification::VerifyActivities(const std::vector<GameFile>& lstAllA
 }
 
 void ActivityVerification::Verify(const std::string& path, const FileFacts& facts) {
-  const RouteFile file = TakeApart(program_, path, "\\activities\\");
+  const FileOfRoute file = TakeApart(program_, path, "\\activities\\");
   facts.Require(FileFacts::Broken::Reading);
   facts.Require(FileFacts::Broken::Name);
   if (facts.name) activityName_ = *facts.name;
@@ -37,7 +37,7 @@ void ActivityVerification::Verify(const std::string& path, const FileFacts& fact
   });
 }
 
-std::uint32_t ActivityVerification::VerifyPlayersService(const FileFacts& facts, const RouteFile& file) {
+std::uint32_t ActivityVerification::VerifyPlayersService(const FileFacts& facts, const FileOfRoute& file) {
   std::uint32_t from = 0;
   for (const auto& call : facts.playersServices) {
     if (!ServiceIsGood(file, call.service)) return from;
@@ -47,7 +47,7 @@ std::uint32_t ActivityVerification::VerifyPlayersService(const FileFacts& facts,
   return from;
 }
 
-void ActivityVerification::VerifyOtherServices(const FileFacts& facts, const RouteFile& file,
+void ActivityVerification::VerifyOtherServices(const FileFacts& facts, const FileOfRoute& file,
                                                std::uint32_t from) {
   for (const auto& call : facts.otherServices) {
     if (call.at < from) continue;
@@ -56,7 +56,7 @@ void ActivityVerification::VerifyOtherServices(const FileFacts& facts, const Rou
   facts.Require(FileFacts::Broken::OtherServices);
 }
 
-bool ActivityVerification::ServiceIsGood(const RouteFile& file, const std::string& service) {
+bool ActivityVerification::ServiceIsGood(const FileOfRoute& file, const std::string& service) {
   const std::string path =
       ReplaceAll(file.folder, "\\activities\\", "\\services\\") + WithStandIns(service) + ".srv";
   if (services_.IsGood(path)) return true;

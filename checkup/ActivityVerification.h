@@ -23,10 +23,10 @@ class ActivityVerification {
  private:
   void Verify(const std::string& path, const FileFacts& facts);
   /// Gives the position behind the last good one.
-  std::uint32_t VerifyPlayersService(const FileFacts& facts, const RouteFile& file);
-  void VerifyOtherServices(const FileFacts& facts, const RouteFile& file, std::uint32_t from);
+  std::uint32_t VerifyPlayersService(const FileFacts& facts, const FileOfRoute& file);
+  void VerifyOtherServices(const FileFacts& facts, const FileOfRoute& file, std::uint32_t from);
   /// False, with its records, for a service that is missing or bad.
-  bool ServiceIsGood(const RouteFile& file, const std::string& service);
+  bool ServiceIsGood(const FileOfRoute& file, const std::string& service);
 
   Program& program_;
   Progress& progress_;

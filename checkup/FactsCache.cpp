@@ -1,29 +1,16 @@
 #include "checkup/FactsCache.h"
 
-#include <libdeflate.h>
-
-#include <chrono>
-#include <cstring>
 #include <functional>
 #include <utility>
+
+#include "core/FlatFile.h"
 
 namespace quillon {
 namespace {
 
 /// Another form of the file, or of the facts in it, gets another number.
 constexpr std::string_view kMark = "Quillon's facts 2\n";
-constexpr std::size_t kRoomOfAFile = 64;        // bytes, about, besides its path and its items
-constexpr std::int64_t kYoung = 3'000'000'000;  // nanoseconds: the coarsest disk counts two seconds
-
-void AddNumber(std::string& bytes, std::uint64_t number) {
-  for (; number > 0x7F; number >>= 7) bytes += static_cast<char>((number & 0x7F) | 0x80);
-  bytes += static_cast<char>(number);
-}
-
-void AddText(std::string& bytes, std::string_view text) {
-  AddNumber(bytes, text.size());
-  bytes += text;
-}
+constexpr std::size_t kRoomOfAFile = 64;  // bytes, about, besides its path and its items
 
 void AddMaybe(std::string& bytes, const std::optional<std::string>& text) {
   AddNumber(bytes, text ? 1 : 0);
@@ -75,63 +62,34 @@ std::string Written(const FileFacts& facts, ItemNumbers& numbers) {
   return bytes;
 }
 
-/// What was written so, in the same order. The checksum was right: only a number too large is caught.
-class Source {
- public:
-  explicit Source(std::string_view bytes) : rest_(bytes) {}
+std::optional<std::string> MaybeText(FlatReader& source) {
+  if (source.Number() == 0) return {};
+  return std::string(source.Text());
+}
 
-  std::uint64_t Number() {
-    std::uint64_t number = 0;
-    for (int shift = 0; shift < 64 && !rest_.empty(); shift += 7) {
-      const auto byte = static_cast<unsigned char>(rest_.front());
-      rest_.remove_prefix(1);
-      number |= std::uint64_t{byte & 0x7Fu} << shift;
-      if (byte < 0x80) break;
-    }
-    return number;
+std::vector<ServiceCall> Calls(FlatReader& source) {
+  std::vector<ServiceCall> calls(source.Number());
+  for (auto& call : calls) {
+    call.service = source.Text();
+    call.at = source.Small();
+    call.end = source.Small();
   }
-  std::uint32_t Small() { return static_cast<std::uint32_t>(Number()); }
-  std::string_view Text() {
-    const std::string_view text = rest_.substr(0, static_cast<std::size_t>(Number()));
-    rest_.remove_prefix(text.size());
-    return text;
-  }
-  std::optional<std::string> MaybeText() {
-    if (Number() == 0) return {};
-    return std::string(Text());
-  }
-  std::vector<ServiceCall> Calls() {
-    std::vector<ServiceCall> calls(Number());
-    for (auto& call : calls) {
-      call.service = Text();
-      call.at = Small();
-      call.end = Small();
-    }
-    return calls;
-  }
-  bool Empty() const { return rest_.empty(); }
-
- private:
-  std::string_view rest_;
-};
+  return calls;
+}
 
 FileFacts FactsFrom(std::string_view written) {
-  Source source(written);
+  FlatReader source(written);
   FileFacts facts;
-  facts.name = source.MaybeText();
-  facts.consist = source.MaybeText();
-  facts.playersServices = source.Calls();
-  facts.otherServices = source.Calls();
+  facts.name = MaybeText(source);
+  facts.consist = MaybeText(source);
+  facts.playersServices = Calls(source);
+  facts.otherServices = Calls(source);
   facts.items.resize(source.Number());
   for (auto& item : facts.items) item = source.Small();
   return facts;
 }
 
 }  // namespace
-
-std::int64_t FactsCache::YoungFrom() {
-  return std::chrono::nanoseconds(std::chrono::system_clock::now().time_since_epoch()).count() - kYoung;
-}
 
 void FactsCache::Open() {
   if (std::exchange(open_, true) || !program_.files.FileExists(path_)) return;
@@ -143,12 +101,9 @@ void FactsCache::Open() {
 }
 
 void FactsCache::Load(std::string_view bytes) {
-  std::uint32_t checksum = 0;
-  if (!bytes.starts_with(kMark) || bytes.size() < kMark.size() + sizeof checksum) return;
-  std::memcpy(&checksum, bytes.data() + bytes.size() - sizeof checksum, sizeof checksum);
-  bytes.remove_suffix(sizeof checksum);
-  if (libdeflate_crc32(0, bytes.data(), bytes.size()) != checksum) return;
-  Source source(bytes.substr(kMark.size()));
+  const auto content = Unsealed(kMark, bytes);
+  if (!content) return;
+  FlatReader source(*content);
   found_ = source.Number();
   kept_.reserve(found_);
   places_.assign(3 * found_ + 1, 0);
@@ -202,9 +157,8 @@ void FactsCache::Save(const std::vector<Group>& groups) {
 }
 
 std::string FactsCache::FileOf(const std::vector<Group>& groups) const {
-  const std::int64_t young = YoungFrom();
-  const auto isKept = [&](const GameFile& file, const FileFacts& facts) {
-    return facts.broken == FileFacts::Broken::Nowhere && facts.unsplit.empty() && file.modified < young;
+  const auto isKept = [](const GameFile& file, const FileFacts& facts) {
+    return facts.broken == FileFacts::Broken::Nowhere && facts.unsplit.empty() && !IsYoung(file.modified);
   };
   std::size_t count = 0, room = 0;
   for (const auto& group : groups) {
@@ -232,8 +186,7 @@ std::string FactsCache::FileOf(const std::vector<Group>& groups) const {
     }
   }
   bytes += numbers.Texts();
-  const std::uint32_t checksum = libdeflate_crc32(0, bytes.data(), bytes.size());
-  bytes.append(reinterpret_cast<const char*>(&checksum), sizeof checksum);
+  Seal(bytes);
   return bytes;
 }
 

@@ -22,9 +22,6 @@ class FactsCache {
 
   ItemTable& Items() { return items_; }
 
-  /// A file of this time or a later one was changed a moment ago. Nanoseconds since 1970.
-  static std::int64_t YoungFrom();
-
   /// Moves the facts of the file out of the cache, if they are still true.
   bool Take(FileKind kind, const GameFile& file, FileFacts& facts);
 

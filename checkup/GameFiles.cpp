@@ -99,12 +99,12 @@ RouteFileLists WalkRoutes(Program& program) {
   return std::move(walker.lists);
 }
 
-RouteFile TakeApart(const Program& program, const std::string& path, std::string_view kind) {
+FileOfRoute TakeApart(const Program& program, const std::string& path, std::string_view kind) {
   std::string lower = path;  // letters beyond ASCII may change their length
   std::transform(lower.begin(), lower.end(), lower.begin(),
                  [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
   const std::size_t cut = lower.find(kind) + kind.size();
-  RouteFile file{path.substr(0, cut), path.substr(cut), {}};
+  FileOfRoute file{path.substr(0, cut), path.substr(cut), {}};
   file.route = ReplaceAll(ReplaceAll(file.folder, program.BelowGame(kRoutes), ""), kind, "");
   return file;
 }

@@ -38,13 +38,13 @@ struct RouteFileLists {
 RouteFileLists WalkRoutes(Program& program);
 
 /// One file of a route, taken apart.
-struct RouteFile {
+struct FileOfRoute {
   std::string folder;  // with its closing backslash
   std::string name;    // with extension
   std::string route;   // what lies between the folder of the routes and `kind`
 };
 
 /// `kind` is the folder that the files lie in, between backslashes.
-RouteFile TakeApart(const Program& program, const std::string& path, std::string_view kind);
+FileOfRoute TakeApart(const Program& program, const std::string& path, std::string_view kind);
 
 }  // namespace quillon

@@ -3,7 +3,7 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 
-#include "checkup/FactsCache.h"
+#include "core/FlatFile.h"
 #include "core/Text.h"
 #include "core/Version.h"
 
@@ -31,13 +31,12 @@ void CheckupSight::Add(std::string_view text) { Add(std::hash<std::string_view>(
 
 void CheckupSight::Add(const std::vector<GameFile>& files) {
   Add(files.size());
-  const std::int64_t young = FactsCache::YoungFrom();
   for (const GameFile& file : files) {
     Add(*file.folder);
     Add(file.shown);
     Add(file.size);
     Add(static_cast<std::uint64_t>(file.modified));
-    young_ = young_ || file.modified >= young;
+    young_ = young_ || IsYoung(file.modified);
   }
 }
 

@@ -31,7 +31,7 @@ void ServiceVerification::VerifyServices(const std::vector<GameFile>& lstService
 }
 
 void ServiceVerification::Verify(const std::string& path, const FileFacts& facts) {
-  const RouteFile file = TakeApart(program_, path, "\\services\\");
+  const FileOfRoute file = TakeApart(program_, path, "\\services\\");
   facts.Require(FileFacts::Broken::Reading);
   if (facts.name) name_ = *facts.name;
   facts.Require(FileFacts::Broken::Name);
@@ -56,7 +56,7 @@ bool ServiceVerification::ConsistIsPresent(const std::string& lowerConsist) cons
          program_.files.FileExists(consists_.PathOf(lowerConsist + ".con"));
 }
 
-void ServiceVerification::Record(const RouteFile& file, bool good) {
+void ServiceVerification::Record(const FileOfRoute& file, bool good) {
   for (const std::string& section : {file.folder + file.name, file.folder + name_})
     program_.ini.WriteIni(section, "Verified", good ? "Yes" : "No", program_.app.TrainRecord("services.ini"));
 }

@@ -24,7 +24,7 @@ class ServiceVerification {
  private:
   void Verify(const std::string& path, const FileFacts& facts);
   bool ConsistIsPresent(const std::string& lowerConsist) const;
-  void Record(const RouteFile& file, bool good);
+  void Record(const FileOfRoute& file, bool good);
 
   Program& program_;
   Progress& progress_;

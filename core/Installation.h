@@ -68,6 +68,10 @@ class Installation {
   std::string UnfinishedIni() const { return app_ + "\\resources\\Do_Not_Delete!\\unfinished.ini"; }
   /// Which route files were checked, and what is damaged in them.
   std::string ChecksIni() const { return app_ + "\\resources\\Do_Not_Delete!\\checked.ini"; }
+  /// When routes were taken in and loaded.
+  std::string DatesIni() const { return app_ + "\\resources\\Do_Not_Delete!\\dates.ini"; }
+  /// What the route files hold, as it was last read.
+  std::string DetailsCacheFile() const { return app_ + "\\resources\\Do_Not_Delete!\\routes.cache"; }
   /// The download at which the last intake has ended.
   std::string OddDownloadIni() const { return app_ + "\\resources\\Do_Not_Delete!\\odd_download.ini"; }
   /// What became of each download, a line each.

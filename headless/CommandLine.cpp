@@ -67,7 +67,8 @@ class Definition {
     auto* setup = Add("setup", "Lays out the application folder, as an installer does");
     setup->add_option("--game", c.game, "The Train Simulator folder")->type_name("DIR");
     Add("start", "Start-up only");
-    Add("routes", "Lists the routes");
+    Add("routes", "Lists the routes")
+        ->add_flag("--details", c.details, "All that is known of each, and nothing is changed");
     Add("pick", "Selects a route")->add_option("name", c.argument, "The route's name")->required();
     Add("info", "Lists the selected route's documents, or opens one")
         ->add_option("file", c.argument, "A document");
@@ -90,6 +91,9 @@ class Definition {
     checkup->add_flag("--all", c.all, "Judges all routes without loading them")->excludes(route);
     Add("causes", "Tells what the last Checkup came to: what to install first")
         ->add_flag("--fix", c.fix, "Lists the renames that put misplaced trains right, and asks for them");
+    auto* verify = Add("verify", "Compares the catalogue with the files");
+    verify->add_flag("--deep", c.deep, "Reads and checks the data of all route files, too");
+    verify->add_flag("--repair", c.repair, "Makes missing entries and pictures anew; deletes nothing");
     Add("report", "Opens the last Checkup's report");
     auto* options = Add("options", "Changes the settings");
     options->add_option("--game", c.game, "The Train Simulator folder")->type_name("DIR");
@@ -104,6 +108,10 @@ class Definition {
     auto* sample = Add("sample", "Makes a small game and route zips for a first try");
     sample->add_option("dir", c.argument, "Where to")->required()->type_name("DIR");
     sample->add_option("--scale", c.scale, "How many times as many files")->check(CLI::Range(1, 1000));
+    sample->add_option("--routes", c.routes, "Makes an installation with this many small routes instead")
+        ->check(CLI::Range(1, 100000))
+        ->type_name("N")
+        ->excludes("--scale");
     Add("script", "Runs commands from a file, one a line")
         ->add_option("file", c.argument, "The file; - for standard input")
         ->required();

@@ -23,6 +23,9 @@ struct Command {
   std::optional<std::string> route;  // of `checkup`: only this one, which need not be loaded
   bool all = false;                  // all routes, one by one
   bool fix = false;
+  bool details = false;
+  bool deep = false, repair = false;  // of `verify`
+  int routes = 0;                     // of `sample`: this many, catalogued
 };
 
 struct Options {

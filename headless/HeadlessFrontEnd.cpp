@@ -2,6 +2,7 @@
 
 #include "catalogue/MainScreen.h"
 #include "catalogue/Notices.h"
+#include "catalogue/TimetableScreen.h"
 #include "checkup/CheckupScreens.h"
 #include "core/Text.h"
 #include "core/host/Desktop.h"
@@ -128,6 +129,8 @@ void HeadlessFrontEnd::PressButtons(Screen& screen) {
     options_.noActLoad ? noAct->btnLoadClick() : noAct->btnCancelClick();
   else if (auto* notice = dynamic_cast<CleanUpNoticeScreen*>(&screen))
     notice->btnOKClick();
+  else if (auto* timetable = dynamic_cast<TimetableScreen*>(&screen))
+    timetable->btnOKClick();
   else if (auto* checkup = dynamic_cast<ActivityCheckScreen*>(&screen))
     checkup->btnOKClick();
   else if (auto* confirm = dynamic_cast<PackConfirmScreen*>(&screen))

@@ -5,12 +5,17 @@
 #include <cerrno>
 #include <string_view>
 
+#include "catalogue/RouteDetails.h"
 #include "checkup/CauseRows.h"
+#include "core/Installation.h"
 #include "core/Ports.h"
+#include "core/SizeText.h"
 #include "core/Text.h"
 
 namespace quillon {
 namespace {
+
+constexpr std::size_t kDay = 10;  // characters of an ISO date
 
 class JsonOutput : public Output {
  public:
@@ -46,9 +51,23 @@ class TextOutput : public Output {
     if (kind == "help") Line("Help: " + event["file"].get<std::string>());
     if (kind == "error") Error(event);
     if (kind == "shelf") Shelf(event);
+    if (kind == "finding") Finding(event);
+    if (kind == "route") routes_.push_back(event);
     if (kind == "verdict")
       Line("  " + event["class"].get<std::string>() + "  " + event["zip"].get<std::string>() + ": " +
            event["reason"].get<std::string>());
+  }
+
+  /// Columns as wide as what stands in them.
+  void EndRoutes() override {
+    if (routes_.empty()) Line("There are no routes yet.");
+    std::vector<TableRow> rows = {kHead};
+    for (const auto& route : routes_) rows.push_back(RowOf(route));
+    std::array<std::size_t, kColumns> widths{};
+    for (const auto& row : rows)
+      for (std::size_t i = 0; i < kColumns; ++i) widths[i] = std::max(widths[i], CharacterCount(row[i]));
+    for (const auto& row : rows) Line(InColumns(row, widths));
+    routes_.clear();
   }
 
   void Detail(unsigned long long done, unsigned long long total, const std::string& unit) override {
@@ -60,6 +79,36 @@ class TextOutput : public Output {
   }
 
  private:
+  static constexpr std::size_t kColumns = 9, kFirstNumber = 2;
+  using TableRow = std::array<std::string, kColumns>;
+  inline static const TableRow kHead = {"Name",     "Zip",         "Packed",     "Unpacked", "Files",
+                                        "Taken in", "Last loaded", "Activities", "Saves"};
+
+  static TableRow RowOf(const Event& route) {
+    const auto text = [&](const char* key) { return route[key].get<std::string>(); };
+    const auto number = [&](const char* key) { return std::to_string(route[key].get<std::uint64_t>()); };
+    const auto size = [&](const char* key) { return SizeText(route[key].get<std::uint64_t>()); };
+    const bool known = !route["playable"].is_null();
+    return {text("name") + (route["loaded"].get<bool>() ? std::string(kLoadedMark) : ""),
+            text("zip"),
+            size("packed"),
+            size("bytes"),
+            number("files"),
+            text("added").substr(0, kDay),
+            text("lastLoaded").empty() ? "never" : text("lastLoaded").substr(0, kDay),
+            (known ? number("playable") + " of " : "") + number("activities"),
+            number("saves")};
+  }
+
+  static std::string InColumns(const TableRow& row, const std::array<std::size_t, kColumns>& widths) {
+    std::string line;
+    for (std::size_t i = 0; i < kColumns; ++i) {
+      const std::string gap(widths[i] - CharacterCount(row[i]), ' ');
+      line += (i == 0 ? "  " : "   ") + (i < kFirstNumber ? row[i] + gap : gap + row[i]);
+    }
+    return line;
+  }
+
   void Caption(const std::string& text) {
     caption_ = text;
     terminal_ ? Live(text) : Line(text);
@@ -97,6 +146,13 @@ class TextOutput : public Output {
          count("consists") + " consists need it, " + number("consistsHealed") + " heal by it alone; " +
          count("activities") + " activities need it, " + number("activitiesHealed") +
          " become playable\n    " + event["advice"].get<std::string>());
+  }
+
+  void Finding(const Event& event) {
+    const bool repaired = event["repaired"].get<bool>();
+    Line("  " + event["kind"].get<std::string>() + ": " + event["zip"].get<std::string>() + "  " +
+         event["path"].get<std::string>() + "\n    " +
+         (repaired ? std::string("Repaired.") : event["advice"].get<std::string>()));
   }
 
   void Activity(const Event& event) {
@@ -145,6 +201,7 @@ class TextOutput : public Output {
   const bool terminal_;
   bool live_ = false;
   std::string caption_, main_, said_;
+  std::vector<Event> routes_;
 };
 
 }  // namespace
@@ -157,6 +214,24 @@ void Output::Flush(std::FILE* file) {
 Event ShelfEvent(const ShelfEntry& entry) {
   return {{"event", "shelf"},     {"number", entry.number}, {"zip", entry.zip}, {"date", entry.date},
           {"files", entry.files}, {"bytes", entry.bytes},   {"why", entry.why}, {"path", entry.path}};
+}
+
+void PutRoutes(Output& output, const std::vector<RouteDetails>& routes) {
+  for (const auto& route : routes)
+    output.Put({{"event", "route"},
+                {"zip", route.zip},
+                {"name", route.name},
+                {"files", route.files},
+                {"bytes", route.bytes},
+                {"packed", route.packed},
+                {"added", route.added},
+                {"lastLoaded", route.lastLoaded},
+                {"loaded", route.loaded},
+                {"activities", route.activities},
+                {"playable", route.playable ? Event(route.playable->playable) : Event(nullptr)},
+                {"saves", route.saves},
+                {"description", route.description}});
+  output.EndRoutes();
 }
 
 void PutCauses(Output& output, const CauseList& list) {

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace quillon {
 
@@ -18,6 +19,8 @@ class Output {
   virtual void Put(const Event& event) = 0;
   /// Whether something could not be written. A reader that has left wants nothing more.
   bool Lost() const { return lost_; }
+  /// All rows of the routes' details have been put.
+  virtual void EndRoutes() {}
   /// The true measure of long work, for a live progress line; JSON has none.
   virtual void Detail(unsigned long long, unsigned long long, const std::string&) {}
 
@@ -30,6 +33,9 @@ class Output {
 
 /// A row of the shelf.
 Event ShelfEvent(const struct ShelfEntry& entry);
+
+/// A row each; readable text is a table with a head.
+void PutRoutes(Output& output, const std::vector<struct RouteDetails>& routes);
 
 /// The rows of the causes, and then those of the activities.
 void PutCauses(Output& output, const struct CauseList& list);

@@ -6,17 +6,21 @@
 #include <iostream>
 #include <new>
 
+#include "catalogue/CatalogueCheck.h"
 #include "catalogue/MainScreen.h"
 #include "catalogue/OptionsScreen.h"
+#include "catalogue/RouteDetails.h"
 #include "catalogue/ShelfScreen.h"
 #include "checkup/CauseFile.h"
 #include "checkup/CheckupScreens.h"
 #include "checkup/TrainMoves.h"
+#include "core/NoProgress.h"
 #include "core/Text.h"
 #include "core/host/Desktop.h"
 #include "core/host/StandardPath.h"
 #include "intake/OddDownload.h"
 #include "intake/RoutesScreen.h"
+#include "sample/CataloguedRoutes.h"
 #include "sample/Sample.h"
 #include "stage/Advice.h"
 #include "stage/Setup.h"
@@ -27,6 +31,17 @@ namespace {
 std::string AppFolder(const Options& options) {
   return options.app.empty() ? ExecutableFolder() : AbsoluteHostPath(options.app);
 }
+
+class CommandProgress : public NoProgress {
+ public:
+  explicit CommandProgress(HeadlessFrontEnd& frontEnd) : frontEnd_(frontEnd) {}
+  void Detail(std::uint64_t done, std::uint64_t total, std::string_view unit) override {
+    frontEnd_.DetailChanged("frmMain", done, total, unit);
+  }
+
+ private:
+  HeadlessFrontEnd& frontEnd_;
+};
 
 bool NeedsNoStartUp(std::string_view command) { return command == "setup" || command == "sample"; }
 
@@ -52,7 +67,7 @@ const std::map<std::string, Session::Action, std::less<>>& Session::Actions() {
       {"checkup", &Session::Checkup},     {"report", &Session::Report},
       {"pack", &Session::Pack},           {"remove", &Session::Remove},
       {"permanent", &Session::Permanent}, {"shelf", &Session::Shelf},
-      {"causes", &Session::Causes},
+      {"causes", &Session::Causes},       {"verify", &Session::Verify},
   };
   return actions;
 }
@@ -79,7 +94,8 @@ int Session::Run(const Command& command) {
 
 int Session::Execute(const Command& command) {
   program_.Get().refused = false;
-  if (!NeedsNoStartUp(command.name) && !StartUp()) return kRefused;
+  if (!NeedsNoStartUp(command.name) && !(command.name == "verify" ? StartUpToVerify() : StartUp()))
+    return kRefused;
   program_.Get().refused = false;
   (this->*Actions().at(command.name))(command);
   const int status = Status();
@@ -93,6 +109,7 @@ void Session::SayWhatToType(const Command& command) {
   const bool nothingSelected = command.argument.empty() && !command.hasArgument &&
                                Catalogue(program).ReadCurrent("Zip", kNoData) == kNoData;
   const char* advice = nullptr;
+  if (command.name == "verify") return SayHowToRepair(command);
   if (program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) == "No")
     advice = "Train Simulator was not found; type: quillon options --game DIR";
   else if (!program.files.IsPathAFolder(program.BelowGame(kWorkingRoute)))
@@ -102,6 +119,12 @@ void Session::SayWhatToType(const Command& command) {
   else if (nothingSelected && (command.name == "load" || command.name == "info"))
     advice = "no route is selected; type: quillon pick NAME (quillon routes lists them)";
   if (advice != nullptr) std::fprintf(stderr, "quillon: %s\n", advice);
+}
+
+void Session::SayHowToRepair(const Command& command) {
+  std::fprintf(stderr, "quillon: %s\n",
+               command.repair ? "what is left can't be repaired here; each line above says what to do"
+                              : "not all fits together; type: quillon verify --repair");
 }
 
 /// A game that is not there is stored all the same: it may come.
@@ -153,6 +176,17 @@ bool Session::StartUp() {
   return AtMain();
 }
 
+/// A start that ends for want of a preview must not keep the repair from making it.
+bool Session::StartUpToVerify() {
+  try {
+    return StartUp();
+  } catch (const RunTimeError& error) {
+    if (!IsMissingPreview(error)) throw;
+    cutStart_ = true;
+    return true;
+  }
+}
+
 /// Back on frmMain, as a user comes back from the route manager.
 bool Session::AtMain() {
   if (auto* routes = dynamic_cast<RoutesScreen*>(screens_.Top()))
@@ -182,21 +216,44 @@ void Session::Setup(const Command& command) {
 
 void Session::Sample(const Command& command) {
   program_.Get().Step("Making the sample game");
+  if (command.routes > 0) return SampleInstalled(command);
   const SampleReport report = MakeSample(AbsoluteHostPath(command.argument), command.scale);
   if (options_.json) return;
   std::printf("The game: %s\nThe route zips: %s\n", report.gameFolder.c_str(), report.zipFolder.c_str());
   for (const auto& [name, kind] : report.zips) std::printf("  %-42s %s\n", name.c_str(), kind.c_str());
 }
 
+/// Set up, filled and started once, so that the next start is any other.
+void Session::SampleInstalled(const Command& command) {
+  const SampleInstallation made = MakeGameForInstallation(AbsoluteHostPath(command.argument));
+  Options options = options_;
+  options.app = made.appFolder;
+  options.welcomeOk = true;
+  Session session(options, output_);
+  session.Execute({.name = "setup", .game = made.gameFolder});
+  MakeCataloguedRoutes(made.appFolder, command.routes);
+  session.Execute({.name = "start"});
+  if (!options_.json)
+    std::printf("The game: %s\nThe application folder: %s\n", made.gameFolder.c_str(),
+                made.appFolder.c_str());
+}
+
 void Session::Start(const Command&) {}
 
-void Session::Routes(const Command&) {
+void Session::Routes(const Command& command) {
+  if (command.details) return ListDetails();
   screens_.Do([this] { Main().btnRouteListClick(); });
   for (const auto& row : Main().ListRoutes.rows) {
     const std::string zip = Catalogue(program_.Get()).ZipOf(NameOfRow(row), kNoData);
     output_.Put({{"event", "row"}, {"list", "ListRoutes"}, {"text", row}, {"zip", zip}});
   }
   screens_.Do([this] { Main().CloseList(); });
+}
+
+void Session::ListDetails() {
+  PutRoutes(output_, DetailsOfRoutes(program_.Get(), [this](std::size_t done, std::size_t all) {
+              frontEnd_.DetailChanged("frmMain", done, all, "routes");
+            }));
 }
 
 /// Opens the list and brings the pointer to a row.
@@ -343,8 +400,8 @@ void Session::Causes(const Command& command) {
     PutRow("Renamed. Another Checkup brings the consists back: quillon checkup");
 }
 
-void Session::PutRow(const std::string& text) {
-  output_.Put({{"event", "row"}, {"list", "causes"}, {"text", text}});
+void Session::PutRow(const std::string& text, const char* list) {
+  output_.Put({{"event", "row"}, {"list", list}, {"text", text}});
 }
 
 void Session::PutCounts(const std::string& causesFile) {
@@ -394,6 +451,32 @@ void Session::Shelf(const Command& command) {
     command.putBack ? shelf.PutBack(number) : shelf.Drop(number);
   }
   screens_.Do([&] { shelf.btnOKClick(); });
+}
+
+void Session::Verify(const Command& command) {
+  CommandProgress progress(frontEnd_);
+  const auto findings = CatalogueCheck(program_.Get(), progress).Run(command.deep, command.repair);
+  for (const auto& finding : findings)
+    output_.Put({{"event", "finding"},
+                 {"kind", finding.KindText()},
+                 {"zip", finding.zip},
+                 {"path", finding.path},
+                 {"repaired", finding.repaired},
+                 {"advice", finding.Advice()}});
+  if (AnythingLeft(findings)) program_.Get().Refuse();
+  const auto repaired =
+      std::count_if(findings.begin(), findings.end(), [](const auto& f) { return f.repaired; });
+  PutRow(findings.empty()
+             ? "The catalogue and the files fit together."
+             : std::to_string(findings.size()) + " found, " + std::to_string(repaired) + " repaired.",
+         "verify");
+  if (!cutStart_ || std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
+        return finding.kind == CatalogueFinding::Kind::NoPreview && !finding.repaired;
+      }))
+    return;
+  cutStart_ = false;
+  screens_.Reactivate();
+  screens_.Do([] {});
 }
 
 void Session::Help(const Command& command) {

@@ -36,6 +36,7 @@ class Session {
   int Execute(const Command& command);
   int RunScript(const Command& command);
   bool StartUp();
+  bool StartUpToVerify();
   bool AtMain();
   RoutesScreen* AtRoutes();
   ReportOptionsScreen* AtReportOptions();
@@ -43,7 +44,8 @@ class Session {
   int Status();
   void SayWhatToType(const Command& command);
   void SayWithoutGame();
-  void PutRow(const std::string& text);
+  void SayHowToRepair(const Command& command);
+  void PutRow(const std::string& text, const char* list = "causes");
   void PutCounts(const std::string& causesFile);
   void Report(const class RunTimeError& error);
   void RefuseRow(std::string_view name, const char* list);
@@ -53,8 +55,10 @@ class Session {
 
   void Setup(const Command& command);
   void Sample(const Command& command);
+  void SampleInstalled(const Command& command);
   void Start(const Command& command);
   void Routes(const Command& command);
+  void ListDetails();
   void Pick(const Command& command);
   void Info(const Command& command);
   void Load(const Command& command);
@@ -70,6 +74,7 @@ class Session {
   void ChangeOptions(const Command& command);
   void MakeList(const Command& command);
   void Help(const Command& command);
+  void Verify(const Command& command);
   void Shelf(const Command& command);
 
   const Options options_;
@@ -78,6 +83,7 @@ class Session {
   RunningProgram program_;
   OpenScreens& screens_;
   bool started_ = false;
+  bool cutStart_ = false;  // by a missing preview, for `verify`
 };
 
 }  // namespace quillon

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "catalogue/Previews.h"
 #include "core/LocalTime.h"
 #include "core/Text.h"
 #include "intake/Classification.h"
@@ -10,7 +11,6 @@
 #include "intake/DamageCheck.h"
 #include "intake/ForeignDownloads.h"
 #include "intake/InformationExtraction.h"
-#include "intake/Previews.h"
 #include "intake/RouteRebuilding.h"
 #include "intake/RouteVerification.h"
 #include "intake/UnusableDownloads.h"
@@ -31,7 +31,9 @@ void AddRoutes::Run() {
   RouteVerification(state_).Run();
   DamageCheck(state_).Run();
   InformationExtraction(state_).Run();
-  Previews(state_).Run();
+  Previews(state_.program, state_.progress, [this](const auto& what, const auto& zip) {
+    state_.Step(what, zip);
+  }).Run(state_.ListFinal);
   CompressionAndCatalogue(state_).Run();
   RemoveWorkingZips();
   RemoveRebuiltOriginals();

@@ -2,24 +2,11 @@
 
 #include "catalogue/Catalogue.h"
 #include "catalogue/RouteChecks.h"
-#include "core/Text.h"
+#include "catalogue/RouteDates.h"
+#include "catalogue/RouteName.h"
 #include "intake/NewRoutes.h"
-#include "intake/RouteName.h"
 
 namespace quillon {
-namespace {
-
-constexpr std::uint64_t kTrackHead = 4u << 20;  // bytes: the name stands near the top of a track file
-constexpr std::size_t kLongestName = 2000;      // bytes: a longer one could not be read back, numbered
-
-std::string Shortened(std::string name) {
-  std::size_t end = kLongestName;
-  while ((static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) --end;
-  name.resize(end);
-  return Trim(name);
-}
-
-}  // namespace
 
 void CompressionAndCatalogue::Run() {
   MakeRouteFiles();
@@ -56,22 +43,15 @@ void CompressionAndCatalogue::MakeRouteFile(const std::string& zip) {
   state_.record.Stands(zip);
 }
 
-std::string CompressionAndCatalogue::RouteNameOf(const std::string& zip) const {
-  const std::string folder = state_.program.app.RouteInfo(zip) + "\\";
-  const auto tracks = state_.program.files.ListFiles(folder + "*.trk");
-  if (tracks.empty()) return zip;
-  const std::string path = folder + tracks.front();
-  const std::string name =
-      RouteNameFrom(DecodeGameText(state_.program.files.ReadAll(path, kTrackHead)), path);
-  return name.empty() ? Trim(zip) : name.size() > kLongestName ? Shortened(name) : name;
-}
-
 void CompressionAndCatalogue::EnterRoute(const std::string& zip) {
   state_.Step("Entering " + zip + " into the catalogue", zip);
-  const std::string RouteName = RouteNameOf(zip);
+  const std::string RouteName = StoredRouteName(state_.program, zip);
   state_.program.ini.WriteIni(zip, "Script", RouteName, state_.program.app.ScriptsIni());
   const std::string name = Catalogue(state_.program).Add(zip, RouteName);
-  if (!name.empty()) state_.record.Added(zip);
+  if (!name.empty()) {
+    state_.record.Added(zip);
+    RouteDates(state_.program).NoteAdded(zip);
+  }
   state_.verdicts.Give(
       zip, "ADD", name.empty() ? "its route was known, and has the new file now" : "taken in as " + name);
 }

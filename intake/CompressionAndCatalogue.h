@@ -16,7 +16,6 @@ class CompressionAndCatalogue {
  private:
   void MakeRouteFiles();
   void MakeRouteFile(const std::string& zip);
-  std::string RouteNameOf(const std::string& zip) const;
   void EnterRoute(const std::string& zip);
 
   IntakeState& state_;

@@ -2,6 +2,7 @@
 
 #include <cctype>
 
+#include "core/CopyOver.h"
 #include "core/Text.h"
 #include "shelf/Rescue.h"
 
@@ -40,8 +41,7 @@ void IntakeState::SetAside(const std::string& zip) {
 }
 
 void IntakeState::CopyOver(const std::string& from, const std::string& to) const {
-  if (program.files.FileExists(to)) program.files.SetAttributes(to, kArchive);
-  program.files.FileCopy(from, to);
+  quillon::CopyOver(program.files, from, to);
 }
 
 void IntakeState::MoveOver(const std::string& from, const std::string& to) const {

@@ -3,6 +3,7 @@
 #include "catalogue/CustomFolders.h"
 #include "catalogue/LoadMark.h"
 #include "catalogue/RouteChecks.h"
+#include "catalogue/RouteDates.h"
 #include "catalogue/RouteStores.h"
 #include "loading/CustomScript.h"
 #include "loading/LoadPreflight.h"
@@ -162,6 +163,7 @@ void LoadRoute::RecordLoad() {
   program_.files.Flush(WorkingRoute);
   program_.files.Flush(program_.app.CurrentList());
   LoadMark(program_).Commit(LoadZip);
+  RouteDates(program_).NoteLoaded(LoadZip);
   if (!previous_->Healed().empty()) program_.TellHealed(previous_->Healed());
 }
 

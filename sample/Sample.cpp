@@ -28,4 +28,12 @@ SampleReport MakeSample(const std::string& hostFolder, int scale) {
   return report;
 }
 
+SampleInstallation MakeGameForInstallation(const std::string& hostFolder) {
+  const SampleInstallation made{FromPath(ToPath(hostFolder) / "game"), FromPath(ToPath(hostFolder) / "app")};
+  RefuseWhenInUse(made.gameFolder);
+  RefuseWhenInUse(made.appFolder);
+  MakeGame(made.gameFolder);
+  return made;
+}
+
 }  // namespace quillon

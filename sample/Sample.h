@@ -20,4 +20,11 @@ struct SampleReport {
 /// scale below 1.
 SampleReport MakeSample(const std::string& hostFolder, int scale);
 
+/// Makes `hostFolder`/game, and refuses as MakeSample does; also when there is a `hostFolder`/app. Both host
+/// paths in its report.
+struct SampleInstallation {
+  std::string gameFolder, appFolder;
+};
+SampleInstallation MakeGameForInstallation(const std::string& hostFolder);
+
 }  // namespace quillon

@@ -16,7 +16,9 @@
 #include <new>
 #include <utility>
 
+#include "catalogue/CatalogueCheck.h"
 #include "catalogue/MainScreen.h"
+#include "core/NoProgress.h"
 #include "core/host/Desktop.h"
 #include "intake/OddDownload.h"
 #include "intake/RoutesScreen.h"
@@ -173,17 +175,25 @@ int DesktopFrontEnd::TellOf(const RunTimeError& error) {
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   const QAbstractButton* aside =
       odd.empty() ? nullptr : box.addButton("Set it aside and go on", QMessageBox::AcceptRole);
+  const QAbstractButton* repair =
+      IsMissingPreview(error) ? box.addButton("Repair and go on", QMessageBox::AcceptRole) : nullptr;
   box.setDefaultButton(QMessageBox::Close);
   box.setEscapeButton(QMessageBox::Close);
   tellingFailure_ = true;
   box.exec();
-  if (aside == nullptr || box.clickedButton() != aside) return 1;
+  const QAbstractButton* clicked = box.clickedButton();
+  if (clicked == nullptr || (clicked != aside && clicked != repair)) return 1;
   try {
-    SetOddDownloadAsideNext(TheProgram());
+    return clicked == repair ? RepairCatalogue() : (SetOddDownloadAsideNext(TheProgram()), kGoOn);
   } catch (const RunTimeError& another) {
     return TellOf(another);
   }
-  return kGoOn;
+}
+
+int DesktopFrontEnd::RepairCatalogue() {
+  NoProgress unseen;
+  CatalogueCheck(TheProgram(), unseen).Run(false, true);
+  return kStartAnew;
 }
 
 /// The download at which an intake has just ended; empty for all other errors.

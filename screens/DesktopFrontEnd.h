@@ -32,6 +32,8 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   /// Run, with a click on Add routes to begin with.
   int GoOn();
   static constexpr int kGoOn = -1;
+  /// The same, but by Run.
+  static constexpr int kStartAnew = -2;
 
   /// Takes the views away: no event reaches the program from then on.
   void Leave();
@@ -82,6 +84,7 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   void AddRoutesAgain();
   int TellFailure();
   int TellOf(const RunTimeError& error);
+  int RepairCatalogue();
   std::string RememberedDownload(const RunTimeError& error);
   void Place(ScreenView& view) const;
   void RememberPlace(const ScreenView& view);

@@ -9,6 +9,7 @@
 #include "screens/frmReportOptions.h"
 #include "screens/frmRoutes.h"
 #include "screens/frmShelf.h"
+#include "screens/frmTimetable.h"
 #include "screens/frmWhy.h"
 
 namespace quillon {
@@ -29,6 +30,7 @@ std::unique_ptr<ScreenView> MakeView(Screen& model, Desk& desk) {
       Make<frmOptions, OptionsScreen>(model, desk, view) || Make<frmLoad, LoadScreen>(model, desk, view) ||
       Make<frmZipCheck, ZipCheckScreen>(model, desk, view) ||
       Make<frmInitProg, InitProgScreen>(model, desk, view) ||
+      Make<frmTimetable, TimetableScreen>(model, desk, view) ||
       Make<frmShelf, ShelfScreen>(model, desk, view) || Make<frmWhy, WhyScreen>(model, desk, view) ||
       Make<frmCleanUp, CleanUpScreen>(model, desk, view) ||
       Make<frmWelcome, WelcomeScreen>(model, desk, view) || Make<frmNoAct, NoActScreen>(model, desk, view) ||

@@ -2,6 +2,7 @@
 
 #include <QImageReader>
 #include <QMouseEvent>
+#include <QShortcut>
 
 #include "screens/Art.h"
 #include "screens/DroppedZips.h"
@@ -42,6 +43,7 @@ void frmMain::BindButtons() {
   Bind("btnInfo", m.btnInfo, "Route information.", [&m] {
     m.btnInfoClick();
   })->setShortcut(Qt::ALT | Qt::Key_I);
+  BindTimetable();
   BindPlayable();
   SetDefault(Bind("btnLoad", m.btnLoad, "Load the selected route into Train Simulator.",
                   [&m] { m.btnLoadClick(); }));
@@ -49,6 +51,16 @@ void frmMain::BindButtons() {
   Bind("btnManage", m.btnManage, "Add routes, check for problems, etc.", [&m] { m.btnManageClick(); });
   Bind("btnHelp", m.btnHelp, "Need help?", [&m] { m.btnHelpClick(); })->setShortcut(Qt::Key_F1);
   SetCancel(Bind("btnExit", m.btnExit, "Exit Quillon.", [&m] { m.btnExitClick(); }));
+}
+
+/// Its place belongs to the hint while the list is open; its keys do not.
+void frmMain::BindTimetable() {
+  const auto open = [this] { model_.btnTimetableClick(); };
+  Bind("btnTimetable", timetable_, "All routes.", open);
+  for (const QKeySequence& keys : {QKeySequence(Qt::Key_F3), QKeySequence(Qt::CTRL | Qt::Key_F)})
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, open] {
+      if (model_.btnTimetable.enabled) Do(open);
+    });
 }
 
 /// A sign by the line, its signal, and the words, which both leave the pointer to the sign.
@@ -96,6 +108,8 @@ void frmMain::BindTimers() {
 
 void frmMain::Sync() {
   ShowPlayable();
+  timetable_ = model_.btnTimetable;
+  timetable_.visible = !model_.lblRightClick.visible;
   ScreenView::Sync();
   ShowLamp();
   ShowHint();

@@ -21,6 +21,7 @@ class frmMain : public ScreenView {
   void BindLists();
   void BindTimers();
   void BindPlayable();
+  void BindTimetable();
   bool ListIsOpen() const;
   void ShowLamp();
   void ShowPlayable();
@@ -30,7 +31,7 @@ class frmMain : public ScreenView {
   MainScreen& model_;
   QLabel *imgRoute_, *lampLoaded_, *hint_, *lampPlayable_, *lblPlayable_;
   PictureButton* signPlayable_;
-  Button playable_{.visible = false};
+  Button playable_{.visible = false}, timetable_;
   QString aspect_;
   std::string shown_;
 };

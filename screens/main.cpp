@@ -45,14 +45,14 @@ int main(int argc, char** argv) {
   const std::string folder = app.empty() ? ExecutableFolder() : AbsoluteHostPath(app);
 
   DesktopFrontEnd frontEnd;
-  int status = 0;
+  int status = DesktopFrontEnd::kStartAnew;
   // A program that goes on after an error is a new one: nothing of the failed one stays, its lock neither.
-  for (bool again = false; !again || status == DesktopFrontEnd::kGoOn; again = true) {
+  while (status == DesktopFrontEnd::kStartAnew || status == DesktopFrontEnd::kGoOn) {
     RunningProgram program(folder, frontEnd);
     frontEnd.Serve(program);
     program.TakeLock();
     frontEnd.Handle([&] { SetUpIfNeeded(program.Get()); });
-    status = again ? frontEnd.GoOn() : frontEnd.Run();
+    status = status == DesktopFrontEnd::kGoOn ? frontEnd.GoOn() : frontEnd.Run();
   }
   return status;
 }

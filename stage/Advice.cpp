@@ -12,6 +12,12 @@ std::string ErrorLine(const Program& program, const RunTimeError& error) {
   return WithoutStandIns(line);
 }
 
+bool IsMissingPreview(const RunTimeError& error) {
+  const std::string path = UpperCase(error.path());
+  return error.number() == static_cast<int>(ErrorNumber::FileNotFound) && Contains(path, "\\ROUTES\\TS") &&
+         path.ends_with(".JPG");
+}
+
 std::string Advice(const RunTimeError& error) {
   const std::string path = UpperCase(error.path());
   const auto is = [&](ErrorNumber number) { return error.number() == static_cast<int>(number); };
@@ -19,6 +25,8 @@ std::string Advice(const RunTimeError& error) {
   if (is(ErrorNumber::DiskFull)) return "Make room on the disk and try again.";
   if (error.reason() == kNoPermission || error.reason() == kNoPermissionToRead)
     return "Take the read-only mark off it, or get the right to change it and its folder, and try again.";
+  if (IsMissingPreview(error))
+    return "The preview of a route is missing: 'quillon verify --repair' makes it anew.";
   if (missing && (Contains(path, "MISC_INFO") || Contains(path, "QNNOIMAGE")))
     return "A delivered file is missing: run 'quillon setup' to lay it again.";
   if (Contains(path, "\\RESCUED\\") || Contains(UpperCase(error.reason()), "\\RESCUED\\"))

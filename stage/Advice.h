@@ -11,6 +11,9 @@ namespace quillon {
 /// What failed and where: step, text, path and reason in one line.
 std::string ErrorLine(const Program& program, const RunTimeError& error);
 
+/// Start-up ends with it, and a repair of the catalogue helps.
+bool IsMissingPreview(const RunTimeError& error);
+
 /// What to do next.
 std::string Advice(const RunTimeError& error);
 

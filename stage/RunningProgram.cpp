@@ -7,6 +7,7 @@
 #include "catalogue/Notices.h"
 #include "catalogue/OptionsScreen.h"
 #include "catalogue/ShelfScreen.h"
+#include "catalogue/TimetableScreen.h"
 #include "checkup/CheckupScreens.h"
 #include "intake/InitProgScreen.h"
 #include "intake/RoutesScreen.h"
@@ -27,6 +28,7 @@ std::unique_ptr<Screen> MakeScreen(Program& program, std::string_view name) {
   if (name == "frmInitProg") return std::make_unique<InitProgScreen>(program);
   if (name == "frmWhy") return std::make_unique<WhyScreen>(program);
   if (name == "frmShelf") return std::make_unique<ShelfScreen>(program);
+  if (name == "frmTimetable") return std::make_unique<TimetableScreen>(program);
   if (name == "frmLoad") return std::make_unique<LoadScreen>(program);
   if (name == "frmCleanUpNotice") return std::make_unique<CleanUpNoticeScreen>(program);
   if (name == "frmCleanUp") return std::make_unique<CleanUpScreen>(program);

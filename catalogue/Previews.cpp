@@ -1,8 +1,9 @@
-#include "intake/Previews.h"
+#include "catalogue/Previews.h"
 
 #include <ctime>
 
 #include "core/Aside.h"
+#include "core/CopyOver.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -27,64 +28,64 @@ int CurrentMinute() {
 
 }  // namespace
 
-void Previews::Run() {
+void Previews::Run(const std::vector<std::string>& zips) {
   std::size_t done = 0;
-  for (const auto& zip : state_.ListFinal) {
-    state_.progress.Detail(done++, state_.ListFinal.size(), "routes");
-    state_.Step("Looking for a preview of " + zip, zip);
+  for (const auto& zip : zips) {
+    progress_.Detail(done++, zips.size(), "routes");
+    step_("Looking for a preview of " + zip, zip);
     TakeReadyPreview(zip);
     if (!PreviewFound) MakeJpegs(zip, ".gif", 50);
   }
   // The last route's find decides for all.
   if (PreviewFound) return;
-  for (const auto& zip : state_.ListFinal) MakeJpegs(zip, ".bmp", 254);
-  for (const auto& zip : state_.ListFinal) ChooseAmongJpegs(zip);
+  for (const auto& zip : zips) MakeJpegs(zip, ".bmp", 254);
+  for (const auto& zip : zips) ChooseAmongJpegs(zip);
 }
 
 void Previews::TakeReadyPreview(const std::string& zip) {
   PreviewFound = false;
-  const Installation& app = state_.program.app;
+  const Installation& app = program_.app;
   // A route's own picture beats a hand-made one.
   for (const auto& ready : {app.CustomPreview(zip), app.RoutePics(zip) + "\\ts" + zip + ".jpg"}) {
-    if (!state_.program.files.FileExists(ready)) continue;
-    state_.CopyOver(ready, app.Preview(zip));
+    if (!program_.files.FileExists(ready)) continue;
+    CopyOver(program_.files, ready, app.Preview(zip));
     PreviewFound = true;
   }
 }
 
 std::vector<std::string> Previews::PicturesOf(const std::string& zip, std::string_view extension) const {
-  const std::string folder = state_.program.app.RoutePics(zip) + "\\";
+  const std::string folder = program_.app.RoutePics(zip) + "\\";
   std::vector<std::string> names;
-  for (auto& name : state_.program.files.ListFiles(folder + "*" + std::string(extension)))
-    if (const auto size = state_.program.files.Size(folder + name); size > kTooSmall && size < kTooLarge)
+  for (auto& name : program_.files.ListFiles(folder + "*" + std::string(extension)))
+    if (const auto size = program_.files.Size(folder + name); size > kTooSmall && size < kTooLarge)
       names.push_back(std::move(name));
   return names;
 }
 
 void Previews::MakeJpegs(const std::string& zip, std::string_view extension, int mostRandom) {
-  const std::string folder = state_.program.app.RoutePics(zip) + "\\";
+  const std::string folder = program_.app.RoutePics(zip) + "\\";
   for (const auto& name : PicturesOf(zip, extension)) {
-    const std::string temporary = ReplaceAll(FirstFour(name) + std::to_string(CurrentMinute()) +
-                                                 std::to_string(state_.program.random.Whole(mostRandom)),
-                                             extension, "");
-    state_.Step("Making a preview from " + name, zip);
-    const std::string bytes = state_.program.files.ReadAll(folder + name);
+    const std::string temporary = ReplaceAll(
+        FirstFour(name) + std::to_string(CurrentMinute()) + std::to_string(program_.random.Whole(mostRandom)),
+        extension, "");
+    step_("Making a preview from " + name, zip);
+    const std::string bytes = program_.files.ReadAll(folder + name);
     if (Picture::IsHuge(bytes)) continue;
     const std::string jpeg =
-        Aside(state_.progress, [&] { return Picture::Load(bytes, folder + name).ToJpeg(kQuality); });
-    state_.program.files.WriteAll(folder + temporary + ".jpg", jpeg);
+        Aside(progress_, [&] { return Picture::Load(bytes, folder + name).ToJpeg(kQuality); });
+    program_.files.WriteAll(folder + temporary + ".jpg", jpeg);
   }
 }
 
 void Previews::ChooseAmongJpegs(const std::string& zip) {
-  const std::string folder = state_.program.app.RoutePics(zip) + "\\";
+  const std::string folder = program_.app.RoutePics(zip) + "\\";
   bool a = false, b = false, c = false;
   for (const auto& name : PicturesOf(zip, ".jpg")) {
-    state_.Step("Looking at " + name, zip);
-    const std::string bytes = state_.program.files.ReadAll(folder + name);
-    const Picture::Size size = Aside(state_.progress, [&] { return Picture::Measure(bytes, folder + name); });
+    step_("Looking at " + name, zip);
+    const std::string bytes = program_.files.ReadAll(folder + name);
+    const Picture::Size size = Aside(progress_, [&] { return Picture::Measure(bytes, folder + name); });
     const std::int64_t area = std::int64_t{size.width} * size.height;
-    const auto take = [&] { state_.CopyOver(folder + name, state_.program.app.Preview(zip)); };
+    const auto take = [&] { CopyOver(program_.files, folder + name, program_.app.Preview(zip)); };
     if (area > 10000 && area < 52000) {
       take();
       a = true;
