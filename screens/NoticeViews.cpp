@@ -81,7 +81,7 @@ frmCustomConsist::frmCustomConsist(CustomConsistScreen& model, Desk& desk) : Not
 }
 
 frmCustomMessage::frmCustomMessage(CustomMessageScreen& model, Desk& desk) : NoticeView(model, desk) {
-  Bind("lblMessage", model.lblMessage);
+  BindScrolled("lblMessage", model.lblMessage);
   Buttons("btnOK", "Go on.", [&model] { model.btnOKClick(); });
 }
 

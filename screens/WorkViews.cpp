@@ -1,7 +1,5 @@
 #include "screens/WorkViews.h"
 
-#include "screens/Art.h"
-
 namespace quillon {
 
 frmLoad::frmLoad(LoadScreen& model, Desk& desk)
@@ -22,8 +20,7 @@ void frmLoad::Sync() {
   ProgressView::Sync();
   const Label& room = model_.lblRoom;
   const bool shown = room.visible && !room.text.empty();
-  if (shown && cardRoom_->pixmap().isNull())
-    cardRoom_->setPixmap(Picture(LayoutOf("cardRoom").picture, cardRoom_->size(), devicePixelRatioF()));
+  if (shown) ShowPicture(*cardRoom_, LayoutOf("cardRoom").picture);
   if (shown) ShowWhole(*lblRoom_, room.text);
   cardRoom_->setVisible(shown);
   lblRoom_->setVisible(shown);

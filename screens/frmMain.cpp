@@ -3,9 +3,7 @@
 #include <QImageReader>
 #include <QMouseEvent>
 
-#include "screens/Art.h"
 #include "screens/DroppedZips.h"
-#include "screens/Fonts.h"
 
 namespace quillon {
 namespace {
@@ -23,6 +21,7 @@ QString AspectOf(const Label& label) {
 frmMain::frmMain(MainScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   imgRoute_ = AddText("imgRoute", {});
   imgRoute_->setAccessibleName("Preview of the route");
+  imgRoute_->setScaledContents(true);
   lampLoaded_ = AddText("lampLoaded", {});
   Bind("lblRouteName", model.lblRouteName);
   Bind("lblLoaded", model.lblLoaded);
@@ -32,6 +31,7 @@ frmMain::frmMain(MainScreen& model, Desk& desk) : ScreenView(model, desk), model
   BindLists();
   BindTimers();
   new DroppedZips(*this, desk);
+  Dress([this] { shown_.clear(); });
 }
 
 void frmMain::BindButtons() {
@@ -104,8 +104,7 @@ void frmMain::Sync() {
 
 void frmMain::ShowLamp() {
   const bool lit = !model_.lblLoaded.text.empty();
-  if (lit && lampLoaded_->pixmap().isNull())
-    lampLoaded_->setPixmap(Picture(LayoutOf("lampLoaded").picture, lampLoaded_->size(), devicePixelRatioF()));
+  if (lit) ShowPicture(*lampLoaded_, LayoutOf("lampLoaded").picture);
   lampLoaded_->setVisible(lit);
 }
 
@@ -115,10 +114,7 @@ void frmMain::ShowPlayable() {
   if (playable_.visible) {
     ShowWhole(*lblPlayable_, model_.lblPlayable.text);
     signPlayable_->setAccessibleName(lblPlayable_->accessibleName());
-    if (aspect != aspect_)
-      lampPlayable_->setPixmap(
-          Picture("frmMain/signal" + aspect, lampPlayable_->size(), devicePixelRatioF()));
-    aspect_ = aspect;
+    ShowPicture(*lampPlayable_, "frmMain/signal" + aspect);
   }
   for (QLabel* label : {lampPlayable_, lblPlayable_}) label->setVisible(playable_.visible);
 }

@@ -31,7 +31,6 @@ class frmMain : public ScreenView {
   QLabel *imgRoute_, *lampLoaded_, *hint_, *lampPlayable_, *lblPlayable_;
   PictureButton* signPlayable_;
   Button playable_{.visible = false};
-  QString aspect_;
   std::string shown_;
 };
 

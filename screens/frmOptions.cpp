@@ -34,8 +34,10 @@ void frmOptions::AddPathField() {
   const ControlLayout& layout = LayoutOf("txtTSPath");
   txtTSPath_ = new QLineEdit(this);
   txtTSPath_->setObjectName("txtTSPath");
-  txtTSPath_->setGeometry(layout.rect);
-  txtTSPath_->setFont(FontOf(layout));
+  Dress([this, &layout] {
+    txtTSPath_->setGeometry(layout.rect);
+    txtTSPath_->setFont(FontOf(layout));
+  });
   txtTSPath_->setFrame(false);
   txtTSPath_->setAccessibleName("Train Simulator folder");
   txtTSPath_->setStyleSheet(
@@ -49,7 +51,7 @@ void frmOptions::Sync() {
   ScreenView::Sync();
   const QString path = QString::fromStdString(model_.txtTSPath());
   if (txtTSPath_->text() != path) txtTSPath_->setText(path);
-  hint_->setText(QString::fromStdString(model_.Hint()));
+  ShowWhole(*hint_, model_.Hint());
 }
 
 void frmOptions::Locate() {

@@ -1,11 +1,14 @@
 #include "screens/controls/HoverList.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 
 #include "screens/Fonts.h"
+#include "screens/controls/BarStyle.h"
 
 namespace quillon {
 namespace {
@@ -21,13 +24,19 @@ class RowPainter : public QStyledItemDelegate {
     if (current) painter->fillRect(option.rect, layout_.current);
     painter->setFont(option.font);
     painter->setPen(current ? layout_.currentColour : layout_.colour);
-    const QString row = index.data().toString();
-    const QStringList parts = layout_.columns.isEmpty() ? QStringList{row} : row.split('\t');
+    const QStringList parts = Parts(index);
     for (qsizetype i = 0; i < parts.size(); ++i) {
-      const QRect room = Column(i, option.rect).adjusted(kMargin, 0, -kMargin, 0);
+      const QRect room = Column(i, option.rect);
       painter->drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
                         option.fontMetrics.elidedText(parts[i], Qt::ElideRight, room.width()));
     }
+  }
+  /// Whether nothing of a row in `room` is left out.
+  bool IsWhole(const QModelIndex& index, const QRect& room, const QFontMetrics& metrics) const {
+    const QStringList parts = Parts(index);
+    for (qsizetype i = 0; i < parts.size(); ++i)
+      if (metrics.horizontalAdvance(parts[i]) > Column(i, room).width()) return false;
+    return true;
   }
   QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
     return {0, layout_.rowHeight};
@@ -36,7 +45,11 @@ class RowPainter : public QStyledItemDelegate {
  private:
   QRect Column(qsizetype i, const QRect& row) const {
     const int left = layout_.columns.value(i), right = layout_.columns.value(i + 1, row.width());
-    return {row.left() + left, row.top(), right - left, row.height()};
+    return QRect(row.left() + left, row.top(), right - left, row.height()).adjusted(kMargin, 0, -kMargin, 0);
+  }
+  QStringList Parts(const QModelIndex& index) const {
+    const QString row = index.data().toString();
+    return layout_.columns.isEmpty() ? QStringList{row} : row.split('\t');
   }
 
   const ControlLayout& layout_;
@@ -46,9 +59,7 @@ class RowPainter : public QStyledItemDelegate {
 
 HoverList::HoverList(const ControlLayout& layout, const QString& name, QWidget* parent)
     : QListView(parent), layout_(layout) {
-  setGeometry(layout.rect);
   setAccessibleName(name);
-  setFont(FontOf(layout));
   setModel(&texts_);
   setItemDelegate(new RowPainter(layout, this));
   setUniformItemSizes(true);
@@ -59,16 +70,22 @@ HoverList::HoverList(const ControlLayout& layout, const QString& name, QWidget* 
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollMode(ScrollPerItem);
   setAutoScroll(true);
+  Dress();
+}
+
+void HoverList::Dress() {
+  setGeometry(layout_.rect);
+  setFont(FontOf(layout_));
+  if (!styleSheet().isEmpty()) Colour();
+  const int top = top_;
+  doItemsLayout();
+  if (top >= 0) verticalScrollBar()->setValue(top);
 }
 
 /// Costs time, and most lists of a session are never seen.
-void HoverList::Dress() {
-  setStyleSheet(QStringLiteral("QListView { background: %1; }"
-                               "QScrollBar:vertical { background: #1A1A1A; width: 12px; border: none; }"
-                               "QScrollBar::handle:vertical { background: #B8892B; min-height: 14px;"
-                               " border-radius: 4px; margin: 1px 2px; }"
-                               "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }")
-                    .arg(layout_.background.name()));
+void HoverList::Colour() {
+  setStyleSheet(QStringLiteral("QListView { background: %1; }").arg(layout_.background.name()) +
+                BarStyle("#1A1A1A", layout_.scale));
 }
 
 void HoverList::Sync(List& list) {
@@ -87,7 +104,7 @@ void HoverList::Sync(List& list) {
   top_ = list.top = verticalScrollBar()->value();
   setEnabled(list.enabled);
   if (isVisibleTo(parentWidget()) != list.visible) {
-    if (list.visible && styleSheet().isEmpty()) Dress();
+    if (list.visible && styleSheet().isEmpty()) Colour();
     setVisible(list.visible);
     if (list.visible) raise();
     if (list.visible && list.enabled) setFocus();
@@ -96,7 +113,22 @@ void HoverList::Sync(List& list) {
 }
 
 void HoverList::Hover(QPoint position) {
-  if (OnHover) OnHover(indexAt(position).row(), position.y());
+  if (OnHover) OnHover(indexAt(position).row(), Drawn(position.y()));
+}
+
+bool HoverList::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
+  TellWhole(indexAt(static_cast<QHelpEvent*>(event)->pos()));
+  return true;
+}
+
+/// Says all of a row of which something is left out.
+void HoverList::TellWhole(const QModelIndex& row) {
+  const QRect place = visualRect(row);
+  const auto* rows = static_cast<const RowPainter*>(itemDelegate());
+  const bool whole = !row.isValid() || rows->IsWhole(row, place, fontMetrics());
+  QToolTip::showText(viewport()->mapToGlobal(place.bottomLeft()),
+                     whole ? QString() : row.data().toString().replace('\t', '\n'), this);
 }
 
 void HoverList::mouseMoveEvent(QMouseEvent* event) {
@@ -112,7 +144,7 @@ void HoverList::mousePressEvent(QMouseEvent* event) {
 
 void HoverList::wheelEvent(QWheelEvent* event) {
   QListView::wheelEvent(event);
-  if (OnHover && followsPointer_) OnHover(indexAt(event->position().toPoint()).row(), height() / 2);
+  if (OnHover && followsPointer_) OnHover(indexAt(event->position().toPoint()).row(), Drawn(height() / 2));
 }
 
 void HoverList::keyPressEvent(QKeyEvent* event) {
@@ -128,12 +160,13 @@ void HoverList::keyPressEvent(QKeyEvent* event) {
     if (currentIndex().isValid()) Call(OnRightPress);
   } else {
     QListView::keyPressEvent(event);
+    TellWhole(currentIndex());
   }
 }
 
 void HoverList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QListView::currentChanged(current, previous);
-  if (!syncing_ && OnHover) OnHover(current.row(), height() / 2);
+  if (!syncing_ && OnHover) OnHover(current.row(), Drawn(height() / 2));
 }
 
 }  // namespace quillon

@@ -17,7 +17,8 @@ class HoverList : public QListView {
   /// `layout` outlives the list. `name` is for those who can't see it.
   HoverList(const ControlLayout& layout, const QString& name, QWidget* parent);
 
-  /// The pointer is over a row, -1 for none, `y` pixels below the list's top; or a key has reached the row.
+  /// The pointer is over a row, -1 for none, `y` pixels as drawn below the list's top; or a key has reached
+  /// the row.
   std::function<void(int row, int y)> OnHover;
   std::function<void()> OnLeftPress, OnRightPress, OnEscape;
   /// The Enter key; without it that is a left press on the current row.
@@ -26,6 +27,8 @@ class HoverList : public QListView {
   /// When false, only presses and keys reach a row.
   void SetFollowsPointer(bool follows) { followsPointer_ = follows; }
 
+  /// Takes on its place and looks, after the layout has changed.
+  void Dress();
   /// Makes it equal to the model's. The list's own end limits `top`.
   void Sync(List& list);
 
@@ -36,10 +39,13 @@ class HoverList : public QListView {
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  bool viewportEvent(QEvent* event) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
-  void Dress();
+  void Colour();
+  void TellWhole(const QModelIndex& row);
+  int Drawn(int y) const { return static_cast<int>(y / layout_.scale); }
   void Hover(QPoint position);
   void Call(const std::function<void()>& handler) const {
     if (handler) handler();

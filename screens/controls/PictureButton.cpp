@@ -11,6 +11,7 @@ namespace quillon {
 namespace {
 
 const QColor kDisabledShade(24, 20, 52, 165);
+constexpr int kSmallestText = 7;
 constexpr double kDisabledCaption = 0.45;  // opacity
 const QColor kFocusColour(0xFF, 0xF3, 0xA8);
 
@@ -76,7 +77,11 @@ void PictureButton::paintEvent(QPaintEvent*) {
 }
 
 void PictureButton::PaintCaption(QPainter& painter) const {
-  painter.setFont(FontOf(layout_));
+  QFont font = FontOf(layout_);
+  const int room = layout_.captionRect.width();
+  while (QFontMetrics(font).horizontalAdvance(layout_.caption) > room && font.pixelSize() > kSmallestText)
+    font.setPixelSize(font.pixelSize() - 1);
+  painter.setFont(font);
   painter.setPen(layout_.colour);
   QString caption = layout_.caption;
   if (mnemonicAt_ >= 0) caption.insert(mnemonicAt_, '&');
