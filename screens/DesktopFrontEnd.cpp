@@ -25,6 +25,7 @@
 #include "screens/Art.h"
 #include "screens/Layout.h"
 #include "screens/Views.h"
+#include "screens/frmMain.h"
 #include "stage/Advice.h"
 
 namespace quillon {
@@ -380,6 +381,8 @@ void DesktopFrontEnd::ScreenActivated(Screen& screen) {
 void DesktopFrontEnd::ScreenUnloaded(const std::string& name) {
   const auto at = views_.find(name);
   if (at == views_.end()) return;
+  if (auto* main = dynamic_cast<frmMain*>(View("frmMain")); main != nullptr && name == "frmLoad")
+    main->OfferExit();
   RememberPlace(*at->second);
   at->second->Retire();
   // Its handler may be the one that runs.

@@ -313,7 +313,13 @@ void ScreenView::Escape() {
 
 void ScreenView::closeEvent(QCloseEvent* event) {
   event->ignore();
-  if (cancel_ != nullptr && cancel_->isEnabled()) cancel_->click();
+  CloseAsked();
+}
+
+void ScreenView::CloseAsked() {
+  if (cancel_ != nullptr && cancel_->isEnabled()) return cancel_->click();
+  PassingNotice("Quillon is at work. This window can be closed when it has finished.");
+  Sync();
 }
 
 void ScreenView::keyPressEvent(QKeyEvent* event) {

@@ -74,6 +74,8 @@ class ScreenView : public QWidget {
   void SetDefault(PictureButton* button);
   void SetCancel(PictureButton* button) { cancel_ = button; }
   virtual void Escape();
+  /// The close button of the window was pressed. What can't close now says why.
+  virtual void CloseAsked();
 
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

@@ -15,7 +15,7 @@ frmOptions::frmOptions(OptionsScreen& model, Desk& desk) : ScreenView(model, des
   label7_ = AddText("Label7", "Show shortcut to downloaded routes folder on desktop?");
   label5_ = AddText("Label5", "Check for updates, post questions to the forum, and get news.");
   hint_ = AddText("lblHint", {});
-  goToWebPage_ = Bind("goToWebPage", m.goToWebPage);
+  AddLink();
   Bind("lblVersion", m.lblVersion);
   AddPathField();
   Bind("btnLocate", m.btnLocate, "Browse for Train simulator folder.", [this] { Locate(); });
@@ -26,8 +26,19 @@ frmOptions::frmOptions(OptionsScreen& model, Desk& desk) : ScreenView(model, des
   Bind(m.TimerFlashOn, [&m] { m.TimerFlashOnTick(); });
   Bind(m.TimerFlashOff, [&m] { m.TimerFlashOffTick(); });
   setMouseTracking(true);
-  goToWebPage_->setCursor(Qt::PointingHandCursor);
-  for (QLabel* label : {label5_, label7_, goToWebPage_}) label->installEventFilter(this);
+  label7_->installEventFilter(this);
+}
+
+/// Lies over Label5 and comes into view under the pointer, or when Tab reaches it.
+void frmOptions::AddLink() {
+  goToWebPage_ = new TextLink(LayoutOf("goToWebPage"), this);
+  goToWebPage_->setObjectName("goToWebPage");
+  goToWebPage_->setAccessibleName(label5_->text());
+  goToWebPage_->setAccessibleDescription(QString::fromStdString(model_.goToWebPage.text));
+  goToWebPage_->installEventFilter(this);
+  Dress([this] { goToWebPage_->setGeometry(LayoutOf("goToWebPage").rect); });
+  connect(goToWebPage_, &QAbstractButton::clicked, this,
+          [this] { Do([this] { model_.goToWebPageClick(); }); });
 }
 
 void frmOptions::AddPathField() {
@@ -52,6 +63,9 @@ void frmOptions::Sync() {
   const QString path = QString::fromStdString(model_.txtTSPath());
   if (txtTSPath_->text() != path) txtTSPath_->setText(path);
   ShowWhole(*hint_, model_.Hint());
+  label5_->setVisible(!model_.goToWebPage.visible);
+  goToWebPage_->ShowText(model_.goToWebPage.visible ? QString::fromStdString(model_.goToWebPage.text)
+                                                    : QString());
 }
 
 void frmOptions::Locate() {
@@ -61,15 +75,20 @@ void frmOptions::Locate() {
 }
 
 bool frmOptions::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == label5_ && event->type() == QEvent::Enter) Do([this] { model_.Label5Hover(); });
-  if (watched == goToWebPage_ && event->type() == QEvent::MouseButtonRelease)
-    Do([this] { model_.goToWebPageClick(); });
-  if (watched == label7_ && event->type() == QEvent::MouseButtonRelease) Do([this] { model_.Label7Click(); });
+  const QEvent::Type type = event->type();
+  if (watched == goToWebPage_ && (type == QEvent::Enter || type == QEvent::FocusIn))
+    Do([this] { model_.Label5Hover(); });
+  if (watched == goToWebPage_ && type == QEvent::FocusOut) HideLink();
+  if (watched == label7_ && type == QEvent::MouseButtonRelease) Do([this] { model_.Label7Click(); });
   return ScreenView::eventFilter(watched, event);
 }
 
-void frmOptions::mouseMoveEvent(QMouseEvent*) {
+void frmOptions::HideLink() {
   if (model_.goToWebPage.visible) Do([this] { model_.ScreenHover(); });
+}
+
+void frmOptions::mouseMoveEvent(QMouseEvent*) {
+  if (!goToWebPage_->hasFocus()) HideLink();
 }
 
 }  // namespace quillon

@@ -12,8 +12,9 @@ namespace {
 
 // Message boxes in the colours of the enamel signs.
 constexpr const char* kBoxStyle =
-    "QMessageBox { background: #FFF9D5; }"
-    "QMessageBox QLabel { color: #000080; font-family: 'DejaVu Sans', Verdana, sans-serif; font-size: 13px; }"
+    "QMessageBox, QProgressDialog { background: #FFF9D5; }"
+    "QMessageBox QLabel, QProgressDialog QLabel { color: #000080; font-family: 'DejaVu Sans', Verdana, "
+    "sans-serif; font-size: 13px; }"
     "QMessageBox QPushButton { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; "
     "border-radius: 4px;"
     " padding: 5px 18px; min-width: 60px; font-size: 13px; font-weight: bold; }"

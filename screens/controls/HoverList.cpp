@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
+#include <algorithm>
 
 #include "screens/Fonts.h"
 #include "screens/controls/BarStyle.h"
@@ -100,16 +101,22 @@ void HoverList::Sync(List& list) {
   }
   const QModelIndex current = texts_.index(list.current, 0);
   if (currentIndex() != current || !selectionModel()->isSelected(current)) setCurrentIndex(current);
-  if (list.top != top_) verticalScrollBar()->setValue(list.top);
-  top_ = list.top = verticalScrollBar()->value();
   setEnabled(list.enabled);
   if (isVisibleTo(parentWidget()) != list.visible) {
     if (list.visible && styleSheet().isEmpty()) Colour();
     setVisible(list.visible);
     if (list.visible) raise();
-    if (list.visible && list.enabled) setFocus();
+    if (list.visible && list.enabled && focusPolicy() != Qt::NoFocus) setFocus();
   }
+  ShowFrom(list);
   syncing_ = false;
+}
+
+/// A hidden list has no end yet.
+void HoverList::ShowFrom(List& list) {
+  if (list.visible) executeDelayedItemsLayout();
+  if (list.top != top_) verticalScrollBar()->setValue(list.top);
+  top_ = list.top = verticalScrollBar()->value();
 }
 
 void HoverList::Hover(QPoint position) {
@@ -152,16 +159,37 @@ void HoverList::keyPressEvent(QKeyEvent* event) {
   if (key == Qt::Key_Return || key == Qt::Key_Enter) {
     if (OnEnter)
       OnEnter();
-    else if (currentIndex().isValid())
+    else if (LandsOnRow())
       Call(OnLeftPress);
   } else if (key == Qt::Key_Escape) {
     Call(OnEscape);
   } else if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
-    if (currentIndex().isValid()) Call(OnRightPress);
+    if (LandsOnRow()) Call(OnMenuKey ? OnMenuKey : OnRightPress);
   } else {
     QListView::keyPressEvent(event);
     TellWhole(currentIndex());
   }
+}
+
+/// True when there is a current row, if need be the one to start from.
+bool HoverList::LandsOnRow() {
+  if (!currentIndex().isValid()) setCurrentIndex(moveCursor(MoveDown, {}));
+  return currentIndex().isValid();
+}
+
+QModelIndex HoverList::moveCursor(CursorAction action, Qt::KeyboardModifiers) {
+  const int last = texts_.rowCount() - 1, page = std::max(1, height() / layout_.rowHeight - 1);
+  const int from = currentIndex().row();
+  if (last < firstRow_) return {};
+  const auto row = [&] {
+    if (action == MoveHome) return firstRow_;
+    if (action == MoveEnd) return last;
+    if (from < 0) return start_;
+    if (action == MovePageUp || action == MovePageDown) return from + (action == MovePageUp ? -page : page);
+    const bool back = action == MoveUp || action == MoveLeft || action == MovePrevious;
+    return from + (back ? -1 : 1);
+  };
+  return texts_.index(std::clamp(row(), firstRow_, last), 0);
 }
 
 void HoverList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {

@@ -23,9 +23,16 @@ class HoverList : public QListView {
   std::function<void()> OnLeftPress, OnRightPress, OnEscape;
   /// The Enter key; without it that is a left press on the current row.
   std::function<void()> OnEnter;
+  /// The menu key on a row; without it that is a right press.
+  std::function<void()> OnMenuKey;
 
   /// When false, only presses and keys reach a row.
   void SetFollowsPointer(bool follows) { followsPointer_ = follows; }
+
+  /// Keys land on no row before this one.
+  void SetFirstRow(int row) { firstRow_ = row; }
+  /// The first key lands there while no row is the current one.
+  void SetStart(int row) { start_ = row; }
 
   /// Takes on its place and looks, after the layout has changed.
   void Dress();
@@ -40,6 +47,7 @@ class HoverList : public QListView {
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   bool viewportEvent(QEvent* event) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
 
  private:
@@ -47,6 +55,8 @@ class HoverList : public QListView {
   void TellWhole(const QModelIndex& row);
   int Drawn(int y) const { return static_cast<int>(y / layout_.scale); }
   void Hover(QPoint position);
+  bool LandsOnRow();
+  void ShowFrom(List& list);
   void Call(const std::function<void()>& handler) const {
     if (handler) handler();
   }
@@ -55,7 +65,7 @@ class HoverList : public QListView {
   std::vector<std::string> rows_;
   QStringListModel texts_;
   bool syncing_ = false, followsPointer_ = true;
-  int top_ = 0;
+  int top_ = 0, firstRow_ = 0, start_ = 0;
 };
 
 }  // namespace quillon

@@ -85,9 +85,9 @@ TEST_F(OtherScreensTest, TheCheckupOffersFirstWhatItHasFound) {
   for (const auto& move : list.causes[0].moves) Write(GamePath("TRAINS\\TRAINSET\\" + move.from), "");
   Click("frmRoutes", "btnCheckup");
   QString order;
-  for (auto* view = &View("frmReportOptions"); order.count(' ') < 6; QTest::keyClick(view, Qt::Key_Tab))
+  for (auto* view = &View("frmReportOptions"); order.count(' ') < 4; QTest::keyClick(view, Qt::Key_Tab))
     order += view->focusWidget()->objectName() + ' ';
-  EXPECT_EQ(order, "btnCauses btnFix chkTrains chkView btnOK btnCancel ");
+  EXPECT_EQ(order, "btnCauses btnFix btnOK btnCancel ") << "a grey box can't be changed";
   QTimer::singleShot(100, [] {
     EXPECT_LT(QApplication::activeModalWidget()->height(), 600) << "the buttons are on the display";
     QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Escape);
@@ -277,7 +277,8 @@ TEST_F(OtherScreensTest, DroppedZipsGoToTheDownloads) {
   Write(Home() + "/notes.txt", "");
   AnswerBoxes("OK");
   DropFiles("frmMain", {Home() + "/new route.ZIP", Home() + "/notes.txt", Home()});
-  EXPECT_NE(boxes_.find("One zip file was put"), std::string::npos) << boxes_;
+  EXPECT_EQ(boxes_, "") << "whoever dropped them is not kept waiting";
+  ASSERT_TRUE(WaitFor([&] { return !boxes_.empty(); }));
   ASSERT_TRUE(Exists(Download("new route.ZIP"))) << boxes_;
   EXPECT_EQ(ReadBytes(Download("new route.ZIP")), "a zip");
   EXPECT_NE(boxes_.find("One zip file was put"), std::string::npos) << boxes_;
@@ -285,6 +286,7 @@ TEST_F(OtherScreensTest, DroppedZipsGoToTheDownloads) {
   Write(Home() + "/new route.ZIP", "another");
   boxes_.clear();
   DropFiles("frmMain", {Home() + "/new route.ZIP"});
+  ASSERT_TRUE(WaitFor([&] { return !boxes_.empty(); }));
   EXPECT_EQ(ReadBytes(Download("new route.ZIP")), "a zip") << "nothing is replaced";
   EXPECT_NE(boxes_.find("already"), std::string::npos) << boxes_;
 }
