@@ -24,6 +24,7 @@
 #include "repair/CleanUpScreen.h"
 #include "screens/Art.h"
 #include "screens/Layout.h"
+#include "screens/Roles.h"
 #include "screens/Views.h"
 #include "screens/frmMain.h"
 #include "stage/Advice.h"
@@ -75,6 +76,7 @@ QRect RoomOf(const QScreen& display) { return display.availableGeometry().margin
 
 DesktopFrontEnd::DesktopFrontEnd() : help_(*this, [this] { HelpAskedByKey(); }) {
   QPixmapCache::setCacheLimit(kPictureCache);
+  TeachRoles();
   sinceTurn_.start();
 }
 

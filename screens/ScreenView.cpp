@@ -1,5 +1,6 @@
 #include "screens/ScreenView.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -32,6 +33,11 @@ QString BreakableAnywhere(const QString& text) {
   for (qsizetype from = 0, to = 0; (to = characters.toNextBoundary()) > 0; from = to)
     broken += text.mid(from, to - from) + kGap;
   return broken;
+}
+
+void Announce(QWidget& widget) {
+  QAccessibleEvent told(&widget, QAccessible::Alert);
+  QAccessible::updateAccessibility(&told);
 }
 
 /// Each line, or each word of it, in no more than `width`.
@@ -253,6 +259,7 @@ void ScreenView::ShowWhole(QLabel& label, const std::string& text) const {
   label.setText(shown);
   label.setToolTip(whole ? QString() : plain);
   label.setAccessibleName(plain);
+  if (label.isVisible() && !plain.isEmpty()) Announce(label);
 }
 
 ScrolledText* ScreenView::BindScrolled(const char* control, const Label& label) {

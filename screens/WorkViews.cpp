@@ -10,6 +10,7 @@ frmLoad::frmLoad(LoadScreen& model, Desk& desk)
   Bind("lblTerrainInfo", model.lblTerrainInfo);
   Bind("lblMessage", model.lblMessage);
   cardRoom_ = AddText("cardRoom", {});
+  cardRoom_->setAccessibleName("Card with a warning");
   lblRoom_ = AddText("lblRoom", {});
   PictureButton* ok = Bind("btnOK", model.btnOK, "Back to main screen.", [&model] { model.btnOKClick(); });
   SetDefault(ok);

@@ -27,6 +27,7 @@ frmMain::frmMain(MainScreen& model, Desk& desk) : ScreenView(model, desk), model
   imgRoute_->setAccessibleName("Preview of the route");
   imgRoute_->setScaledContents(true);
   lampLoaded_ = AddText("lampLoaded", {});
+  lampLoaded_->setAccessibleName("Lamp: this route is loaded");
   Bind("lblRouteName", model.lblRouteName);
   Bind("lblLoaded", model.lblLoaded);
   Bind("lblRightClick", model.lblRightClick);
@@ -143,6 +144,7 @@ void frmMain::ShowPlayable() {
     ShowWhole(*lblPlayable_, model_.lblPlayable.text);
     signPlayable_->setAccessibleName(lblPlayable_->accessibleName());
     ShowPicture(*lampPlayable_, "frmMain/signal" + aspect);
+    lampPlayable_->setAccessibleName("Signal: " + aspect);
   }
   for (QLabel* label : {lampPlayable_, lblPlayable_}) label->setVisible(playable_.visible);
 }

@@ -9,6 +9,7 @@ namespace quillon {
 
 frmOptions::frmOptions(OptionsScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   OptionsScreen& m = model_;
+  setWindowTitle("Quillon Options");
   AddText("lblWhere", "Is this where Train Simulator is located?");
   AddText("lblLocate", "If not, please click \"Locate\" to find it.");
   AddText("lblEasier", "This will make it much easier to add new routes to Quillon.");
@@ -34,7 +35,7 @@ void frmOptions::AddLink() {
   goToWebPage_ = new TextLink(LayoutOf("goToWebPage"), this);
   goToWebPage_->setObjectName("goToWebPage");
   goToWebPage_->setAccessibleName(label5_->text());
-  goToWebPage_->setAccessibleDescription(QString::fromStdString(model_.goToWebPage.text));
+  goToWebPage_->setAccessibleDescription("Opens the web page of Quillon.");
   goToWebPage_->installEventFilter(this);
   Dress([this] { goToWebPage_->setGeometry(LayoutOf("goToWebPage").rect); });
   connect(goToWebPage_, &QAbstractButton::clicked, this,

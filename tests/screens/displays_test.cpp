@@ -1,12 +1,17 @@
 // Every screen in every size: whole, readable, and made anew for the display it stands on.
+#include <QAccessible>
 #include <QDir>
-#include <QStyle>
+#include <QSet>
+#include <algorithm>
+#include <cmath>
 
 #include "catalogue/MainScreen.h"
 #include "catalogue/Notices.h"
 #include "intake/RoutesScreen.h"
 #include "loading/LoadScreen.h"
 #include "repair/PackScreens.h"
+#include "screens/Art.h"
+#include "screens/Fonts.h"
 #include "screens/Views.h"
 #include "tests/screens/ScreensTest.h"
 
@@ -83,6 +88,118 @@ TEST_F(DisplaysTest, EveryTextIsWholeInEverySize) {
         EXPECT_TRUE(label->toolTip().isEmpty()) << "left out: " << label->toolTip().toStdString();
       }
     });
+}
+
+double Light(int value) {
+  const double share = value / 255.0;
+  return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+}
+double Luminance(const QColor& colour) {
+  return 0.2126 * Light(colour.red()) + 0.7152 * Light(colour.green()) + 0.0722 * Light(colour.blue());
+}
+double Contrast(const QColor& one, const QColor& other) {
+  const auto [low, high] = std::minmax(Luminance(one), Luminance(other));
+  return (high + 0.05) / (low + 0.05);
+}
+
+/// The contrast that all but the worst twentieth of the place has at least.
+double ContrastOn(const QImage& image, const QRect& place, const QColor& colour) {
+  std::vector<double> contrasts;
+  for (int y = place.top(); y <= place.bottom(); ++y)
+    for (int x = place.left(); x <= place.right(); ++x)
+      contrasts.push_back(Contrast(image.pixelColor(x, y), colour));
+  std::sort(contrasts.begin(), contrasts.end());
+  return contrasts.empty() ? 0 : contrasts[contrasts.size() / 20];
+}
+
+QRect PlaceOfWords(const QLabel& label) {
+  const QRect words = label.fontMetrics().boundingRect(
+      label.geometry(), static_cast<int>(label.alignment()) | Qt::TextWordWrap, label.text());
+  return words.intersected(label.geometry());
+}
+
+/// Of its small letters, which is where most of the ink is.
+QRect PlaceOfCaption(const ControlLayout& layout) {
+  const QFontMetrics metrics(FontOf(layout));
+  QRect words(0, 0, metrics.horizontalAdvance(layout.caption), metrics.xHeight());
+  words.moveCenter(layout.captionRect.center());
+  return words;
+}
+
+TEST_F(DisplaysTest, EveryTextStandsOut) {
+  ForEach(1, {0, 0, 800, 800}, [&](ScreenView& view) {
+    const ScreenLayout layout(view.objectName());
+    const auto labels = view.findChildren<QLabel*>(Qt::FindDirectChildrenOnly);
+    QHash<QLabel*, QRect> words;
+    for (QLabel* label : labels)
+      if (!label->isHidden() && !label->text().isEmpty()) words[label] = PlaceOfWords(*label);
+    for (QLabel* label : words.keys()) label->hide();
+    const QImage bare = view.grab().toImage();
+    for (QLabel* label : words.keys()) {
+      const QColor colour = layout.Of(label->objectName()).colour;
+      EXPECT_GE(ContrastOn(bare, words[label], colour), 4.5) << label->objectName().toStdString();
+    }
+    for (const PictureButton* button : view.findChildren<PictureButton*>()) {
+      const ControlLayout& place = layout.Of(button->objectName());
+      if (place.caption.isEmpty()) continue;
+      for (const char* state : {"off", "over", "down"}) {
+        const QImage sign = Picture(place.picture + state, place.rect.size(), 1).toImage();
+        EXPECT_GE(ContrastOn(sign, PlaceOfCaption(place), place.colour), 4.5)
+            << button->objectName().toStdString() << " " << state;
+      }
+    }
+  });
+}
+
+TEST_F(DisplaysTest, WhatHasTheKeyboardStandsOut) {
+  ForEach(1, {0, 0, 800, 800}, [&](ScreenView& view) {
+    view.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    for (QAbstractButton* button : view.findChildren<QAbstractButton*>()) {
+      if (!button->isVisible() || !button->isEnabled()) continue;
+      view.setFocus();
+      const QImage before = button->grab().toImage();
+      button->setFocus();
+      const QImage after = button->grab().toImage();
+      int changed = 0;
+      for (int y = 0; y < before.height(); ++y)
+        for (int x = 0; x < before.width(); ++x)
+          changed += Contrast(before.pixelColor(x, y), after.pixelColor(x, y)) >= 3;
+      EXPECT_GE(changed, before.width() + before.height()) << button->objectName().toStdString();
+    }
+  });
+}
+
+/// What a screen reader finds below `node`, with a name for all of it.
+void ExpectNamed(QAccessibleInterface& node) {
+  for (int i = 0; i < node.childCount(); ++i) {
+    QAccessibleInterface* child = node.child(i);
+    if (child == nullptr || child->state().invisible) continue;
+    const auto* label = qobject_cast<QLabel*>(child->object());
+    const bool empty = label != nullptr && label->text().isEmpty() && label->pixmap().isNull();
+    const std::string what = child->object() == nullptr ? "" : child->object()->objectName().toStdString();
+    EXPECT_TRUE(empty || !child->text(QAccessible::Name).isEmpty()) << what;
+    EXPECT_NE(child->role(), QAccessible::NoRole) << what;
+    if (child->role() == QAccessible::Button || child->role() == QAccessible::Link) {
+      EXPECT_FALSE(child->text(QAccessible::Description).isEmpty()) << what;
+    }
+  }
+}
+
+TEST_F(DisplaysTest, EveryScreenCanBeRead) {
+  QSet<QString> titles;
+  ForEach(1, {0, 0, 800, 800}, [&](ScreenView& view) {
+    QAccessibleInterface* window = QAccessible::queryAccessibleInterface(&view);
+    EXPECT_EQ(window->role(), QAccessible::Window);
+    titles << window->text(QAccessible::Name);
+    ExpectNamed(*window);
+  });
+  EXPECT_GE(titles.size(), 16) << "the screens can be told apart";
+  Click("frmMain", "btnOptions");
+  auto* link = QAccessible::queryAccessibleInterface(&Control<QWidget>("frmOptions", "goToWebPage"));
+  ASSERT_EQ(link->role(), QAccessible::Link);
+  link->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_FALSE(frontEnd_.opened.empty());
 }
 
 TEST_F(DisplaysTest, AWindowOfAnotherShapeHasItsPictureInTheMiddle) {
