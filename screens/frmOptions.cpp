@@ -52,9 +52,10 @@ void frmOptions::AddPathField() {
   });
   txtTSPath_->setFrame(false);
   txtTSPath_->setAccessibleName("Train Simulator folder");
-  txtTSPath_->setStyleSheet(
-      QStringLiteral("QLineEdit { color: %1; background: %2; selection-background-color: #000080; }")
-          .arg(layout.colour.name(), layout.background.name()));
+  txtTSPath_->setStyleSheet(QStringLiteral("QLineEdit { color: %1; background: %2; "
+                                           "selection-background-color: #000080; border: 2px solid %2; }"
+                                           "QLineEdit:focus { border-color: #000080; }")
+                                .arg(layout.colour.name(), layout.background.name()));
   connect(txtTSPath_, &QLineEdit::textEdited, this,
           [this](const QString& text) { Do([&] { model_.SetTSPath(text.toStdString()); }); });
 }

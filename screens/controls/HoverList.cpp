@@ -10,6 +10,7 @@
 
 #include "screens/Fonts.h"
 #include "screens/controls/BarStyle.h"
+#include "screens/controls/FocusRing.h"
 
 namespace quillon {
 namespace {
@@ -138,6 +139,14 @@ void HoverList::TellWhole(const QModelIndex& row) {
                      whole ? QString() : row.data().toString().replace('\t', '\n'), this);
 }
 
+/// Where no row is the current one, the list itself shows that it has the keyboard.
+void HoverList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (!hasFocus() || currentIndex().isValid()) return;
+  QPainter painter(viewport());
+  PaintFocusRing(painter, viewport()->rect(), layout_.scale);
+}
+
 void HoverList::mouseMoveEvent(QMouseEvent* event) {
   if (followsPointer_) Hover(event->pos());
 }
@@ -167,7 +176,7 @@ void HoverList::keyPressEvent(QKeyEvent* event) {
     if (LandsOnRow()) Call(OnMenuKey ? OnMenuKey : OnRightPress);
   } else {
     QListView::keyPressEvent(event);
-    TellWhole(currentIndex());
+    if (followsPointer_) TellWhole(currentIndex());
   }
 }
 

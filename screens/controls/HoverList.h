@@ -26,7 +26,7 @@ class HoverList : public QListView {
   /// The menu key on a row; without it that is a right press.
   std::function<void()> OnMenuKey;
 
-  /// When false, only presses and keys reach a row.
+  /// When false, only presses and keys reach a row, and the screen tells elsewhere what a row leaves out.
   void SetFollowsPointer(bool follows) { followsPointer_ = follows; }
 
   /// Keys land on no row before this one.
@@ -40,6 +40,7 @@ class HoverList : public QListView {
   void Sync(List& list);
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent*) override {}

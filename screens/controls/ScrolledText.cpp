@@ -1,9 +1,11 @@
 #include "screens/controls/ScrolledText.h"
 
 #include <QLabel>
+#include <QPainter>
 
 #include "screens/Fonts.h"
 #include "screens/controls/BarStyle.h"
+#include "screens/controls/FocusRing.h"
 
 namespace quillon {
 
@@ -35,6 +37,23 @@ void ScrolledText::Dress() {
   viewport()->setAutoFillBackground(false);
   label_->setFont(FontOf(layout_));
   LetKeysScroll();
+}
+
+void ScrolledText::paintEvent(QPaintEvent* event) {
+  QScrollArea::paintEvent(event);
+  if (!hasFocus()) return;
+  QPainter painter(viewport());
+  PaintFocusRing(painter, viewport()->rect(), layout_.scale);
+}
+
+void ScrolledText::focusInEvent(QFocusEvent* event) {
+  QScrollArea::focusInEvent(event);
+  viewport()->update();
+}
+
+void ScrolledText::focusOutEvent(QFocusEvent* event) {
+  QScrollArea::focusOutEvent(event);
+  viewport()->update();
 }
 
 /// Tab passes by what is in view anyway.

@@ -18,6 +18,11 @@ class ScrolledText : public QScrollArea {
   /// Takes on its place and looks, after the layout has changed.
   void Dress();
 
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
  private:
   void LetKeysScroll();
 

@@ -202,6 +202,18 @@ TEST_F(DisplaysTest, EveryScreenCanBeRead) {
   EXPECT_FALSE(frontEnd_.opened.empty());
 }
 
+TEST_F(DisplaysTest, OnAnotherDisplayThePicturesAreMadeAnew) {
+  auto& main = View("frmMain");
+  const auto& preview = Control<QLabel>("frmMain", "imgRoute");
+  ASSERT_EQ(preview.pixmap().devicePixelRatio(), 1);
+  main.move(900, 100);
+  ASSERT_TRUE(WaitFor([&] { return main.devicePixelRatioF() == 2; }));
+  EXPECT_TRUE(WaitFor([&] { return preview.pixmap().devicePixelRatio() == 2; }));
+  EXPECT_EQ(preview.pixmap().width(), 2 * preview.width());
+  Click("frmMain", "btnOptions");
+  EXPECT_EQ(View("frmOptions").devicePixelRatioF(), 2) << "it comes up where the other was";
+}
+
 TEST_F(DisplaysTest, AWindowOfAnotherShapeHasItsPictureInTheMiddle) {
   auto& main = View("frmMain");
   main.resize(1000, 480);
