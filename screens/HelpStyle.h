@@ -13,6 +13,7 @@ QLabel#signText { color: #FFF9D5; font-size: 17px; font-weight: bold; letter-spa
 QPushButton { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; border-radius: 4px;
   padding: 4px 12px; font-size: 13px; font-weight: bold; }
 QPushButton:hover, QPushButton:focus { background: #2A2AB8; border-color: #FFE08A; }
+QPushButton:focus { outline: 1px dashed #FFF3A8; outline-offset: -4px; }
 QPushButton:pressed { background: #000050; }
 QPushButton:disabled { color: #7C7CB0; background: #00004A; border-color: #6E5526; }
 QTabWidget::pane { background: #FFF9D5; border: 2px solid #B8892B; top: -2px; }

@@ -81,6 +81,7 @@ bool ScreenView::WasMoved() const { return (pos() - placed_).manhattanLength() >
 
 void ScreenView::Retire() {
   retired_ = true;
+  HurryPictures(false);
   syncs_.clear();
   for (QTimer* timer : findChildren<QTimer*>()) timer->stop();
   for (QObject* child : children()) child->blockSignals(true);
@@ -293,7 +294,7 @@ void ScreenView::Bind(const Timer& timer, const Action& tick) {
   ticker->setTimerType(Qt::PreciseTimer);
   connect(ticker, &QTimer::timeout, this, [this, &timer, tick] {
     // A timer that is quicker than the eye moves as far in fewer steps.
-    const int ticks = std::max(1, kShortestTick / timer.interval);
+    const int ticks = std::max(1, kShortestTick / std::max(1, timer.interval));
     Do([&] {
       for (int i = 0; i < ticks && timer.enabled; ++i) tick();
     });

@@ -20,6 +20,7 @@ constexpr const char* kBoxStyle =
     " padding: 5px 18px; min-width: 60px; font-size: 13px; font-weight: bold; }"
     "QMessageBox QPushButton:hover, QMessageBox QPushButton:focus { background: #2A2AB8; border-color: "
     "#FFE08A; }"
+    "QMessageBox QPushButton:focus { outline: 1px dashed #FFF3A8; outline-offset: -4px; }"
     "QMessageBox QPushButton:pressed { background: #000050; }"
     "QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }";
 
