@@ -24,6 +24,7 @@
 #include "repair/CleanUpScreen.h"
 #include "screens/Art.h"
 #include "screens/Layout.h"
+#include "screens/LineBreaks.h"
 #include "screens/Roles.h"
 #include "screens/Views.h"
 #include "screens/frmMain.h"
@@ -50,6 +51,7 @@ QString Text(std::string_view text) {
 /// Line for line, whatever a name in it looks like. A long list is scrolled: the buttons stay on the display.
 void ShowAsWritten(QMessageBox& box) {
   box.setTextFormat(Qt::PlainText);
+  box.setText(BreakableInLongWords(box.text()));
   box.ensurePolished();
   auto* label = box.findChild<QLabel*>("qt_msgbox_label");
   const int tallest = std::min(kTallestText, box.screen()->availableGeometry().height() - kBesideText);

@@ -13,7 +13,8 @@
 namespace quillon {
 namespace {
 
-constexpr int kPatience = 500;  // milliseconds without a window of its own
+constexpr int kNameWidth = 400;  // pixels
+constexpr int kPatience = 500;   // milliseconds without a window of its own
 
 }  // namespace
 
@@ -51,7 +52,8 @@ void DroppedZips::Take() {
     progress.setLabelText(QStringLiteral("Copying file %1 of %2 to your downloads:\n%3")
                               .arg(done + 1)
                               .arg(total)
-                              .arg(QString::fromStdString(name)));
+                              .arg(progress.fontMetrics().elidedText(QString::fromStdString(name),
+                                                                     Qt::ElideMiddle, kNameWidth)));
     progress.setValue(static_cast<int>(done));
   };
   desk_.Handle([&] { TakeDownloads(desk_.TheProgram(), std::exchange(waiting_, {}), tell); });

@@ -4,12 +4,12 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QTextBoundaryFinder>
 #include <algorithm>
 #include <cmath>
 
 #include "screens/Art.h"
 #include "screens/Fonts.h"
+#include "screens/LineBreaks.h"
 
 namespace quillon {
 namespace {
@@ -19,21 +19,6 @@ constexpr int kSmallestText = 9, kSmallestReadable = 7;
 constexpr int kSettleTime = 150;   // milliseconds after which a window is taken to keep its size
 constexpr int kShortestTick = 16;  // milliseconds: no display shows more
 const QColor kSurroundShade(8, 8, 40, 120);
-const QChar kGap(0x200B);  // a line may break here
-
-/// May be broken behind every separator.
-QString Breakable(QString text) {
-  return text.replace('\\', QString('\\') + kGap).replace('/', QString('/') + kGap);
-}
-
-/// May be broken behind every character.
-QString BreakableAnywhere(const QString& text) {
-  QTextBoundaryFinder characters(QTextBoundaryFinder::Grapheme, text);
-  QString broken;
-  for (qsizetype from = 0, to = 0; (to = characters.toNextBoundary()) > 0; from = to)
-    broken += text.mid(from, to - from) + kGap;
-  return broken;
-}
 
 void Announce(QWidget& widget) {
   QAccessibleEvent told(&widget, QAccessible::Alert);
@@ -253,7 +238,7 @@ void ScreenView::ShowWhole(QLabel& label, const std::string& text) const {
     return fits();
   };
   shown = plain;
-  const bool whole = fits() || fit(Breakable(plain)) || fit(BreakableAnywhere(plain));
+  const bool whole = fits() || fit(BreakableAtSeparators(plain)) || fit(BreakableAnywhere(plain));
   if (!whole && !fit(Elided(plain, ' ', usual, label.width())))
     shown = Elided(plain, '\n', font, label.width());
   label.setFont(font);

@@ -22,6 +22,9 @@ constexpr const char* kBoxStyle =
     "#FFE08A; }"
     "QMessageBox QPushButton:focus { outline: 1px dashed #FFF3A8; outline-offset: -4px; }"
     "QMessageBox QPushButton:pressed { background: #000050; }"
+    "QProgressDialog QProgressBar { color: #000080; background: #FFFEF4; border: 2px solid #B8892B;"
+    " border-radius: 4px; text-align: center; }"
+    "QProgressDialog QProgressBar::chunk { background: #A9BCEB; }"
     "QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }";
 
 }  // namespace

@@ -1,4 +1,6 @@
 // The lists and lamps of the main screen.
+#include <QToolTip>
+
 #include "catalogue/MainScreen.h"
 #include "core/Text.h"
 #include "tests/screens/ScreensTest.h"
@@ -162,6 +164,18 @@ TEST_F(ListsTest, TheListOpensAtTheChoice) {
   EXPECT_EQ(Ini("routes.ini", "Current", "Zip"), "r30");
   QTest::keyClick(&Routes(), Qt::Key_Down);
   EXPECT_EQ(Ini("routes.ini", "Current", "Zip"), "r31");
+}
+
+TEST_F(ListsTest, ALongNameIsToldWhole) {
+  const std::string name(103, 'x');
+  StoreRoute("r", name, {});
+  StoreRoute("s", "Y", {});
+  Start();
+  Click("frmMain", "btnRouteList");
+  QTest::keyClick(&Routes(), Qt::Key_Home);
+  EXPECT_EQ(QToolTip::text().toStdString(), name);
+  QTest::keyClick(&Routes(), Qt::Key_End);
+  EXPECT_TRUE(WaitFor([] { return !QToolTip::isVisible(); }));
 }
 
 TEST_F(ListsTest, OnlyTheBackgroundClosesTheListAndTheCloseButtonTheWindow) {
