@@ -24,18 +24,21 @@ std::string TakeOne(Program& program, const std::string& path) {
 
 }  // namespace
 
-void TakeDownloads(Program& program, const std::vector<std::string>& paths) {
+void TakeDownloads(Program& program, const std::vector<std::string>& paths, const TakeMeter& meter) {
   program.Step("Copying files to downloaded_routes");
   program.files.MakeFolderIfMissing(program.app.DownloadedRoutes());
   int taken = 0;
+  std::size_t done = 0;
   std::string refused;
   for (const auto& path : paths) {
+    if (meter) meter(done++, paths.size(), NameOf(path));
     const std::string objection = TakeOne(program, path);
     if (objection.empty())
       ++taken;
     else
       refused += "\r\n" + NameOf(path) + " " + objection;
   }
+  if (meter) meter(done, paths.size(), "");
   std::string text;
   if (taken == 1) text = "One zip file was put into your 'downloaded_routes' folder.";
   if (taken > 1) text = std::to_string(taken) + " zip files were put into your 'downloaded_routes' folder.";

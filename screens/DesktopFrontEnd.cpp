@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
+#include <cmath>
 #include <new>
 #include <utility>
 
@@ -25,18 +26,23 @@
 #include "repair/CleanUpScreen.h"
 #include "screens/Art.h"
 #include "screens/Layout.h"
+#include "screens/LineBreaks.h"
+#include "screens/Roles.h"
 #include "screens/Views.h"
+#include "screens/frmMain.h"
 #include "stage/Advice.h"
 
 namespace quillon {
 namespace {
 
-constexpr int kPictureCache = 64 << 10;  // kilobytes
-constexpr int kTurnInterval = 33;        // milliseconds of work between two turns of the event loop
-constexpr int kIdleTime = 300;           // milliseconds after which the user is taken to be looking
-constexpr int kExposeTime = 1000;        // milliseconds that a window may take to come up
+constexpr int kPictureCache = 128 << 10;  // kilobytes
+constexpr QMargins kFrame(8, 36, 8, 8);   // pixels that a window manager may add
+constexpr int kTurnInterval = 33;         // milliseconds of work between two turns of the event loop
+constexpr int kIdleTime = 300;            // milliseconds after which the user is taken to be looking
+constexpr int kExposeTime = 1000;         // milliseconds that a window may take to come up
 
 constexpr int kTallestText = 380, kWidestText = 640;  // pixels of a question
+constexpr int kBesideText = 140;                      // pixels of its buttons, margins and frame
 
 constexpr std::string_view kErrorPage = "error";  // stands among the screens of the help's table
 
@@ -44,32 +50,38 @@ QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())).remove('\r');
 }
 
-/// A long list is scrolled: the buttons stay on the display.
-void ScrollLongText(QMessageBox& box) {
+/// Line for line, whatever a name in it looks like. A long list is scrolled: the buttons stay on the display.
+void ShowAsWritten(QMessageBox& box) {
+  box.setTextFormat(Qt::PlainText);
+  box.setText(BreakableInLongWords(box.text()));
   box.ensurePolished();
   auto* label = box.findChild<QLabel*>("qt_msgbox_label");
-  if (label == nullptr || label->sizeHint().height() <= kTallestText) return;
+  const int tallest = std::min(kTallestText, box.screen()->availableGeometry().height() - kBesideText);
+  if (label == nullptr || label->sizeHint().height() <= tallest) return;
   auto* area = new QScrollArea(&box);
   delete box.layout()->replaceWidget(label, area);
   label->setMargin(4);
   const int beside = area->verticalScrollBar()->sizeHint().width() + 2 * area->frameWidth();
-  area->setMinimumSize(std::min(label->sizeHint().width(), kWidestText) + beside, kTallestText);
+  area->setMinimumSize(std::min(label->sizeHint().width(), kWidestText) + beside, tallest);
   area->setWidget(label);
   area->setWidgetResizable(true);
   for (QWidget* paper : {static_cast<QWidget*>(label), area->viewport()}) paper->setAutoFillBackground(false);
 }
 
-void DrawBackgroundAhead(const QString& screen) {
-  const ScreenLayout layout(screen);
-  DrawAhead(layout.Background(), layout.Size(), QApplication::primaryScreen()->devicePixelRatio());
+/// The primary one where there is none.
+const QScreen& DisplayAt(QPoint position) {
+  const QScreen* display = QApplication::screenAt(position);
+  return display != nullptr ? *display : *QApplication::primaryScreen();
 }
+
+QRect RoomOf(const QScreen& display) { return display.availableGeometry().marginsRemoved(kFrame); }
 
 }  // namespace
 
 DesktopFrontEnd::DesktopFrontEnd() : help_(*this, [this] { HelpAskedByKey(); }) {
   QPixmapCache::setCacheLimit(kPictureCache);
+  TeachRoles();
   sinceTurn_.start();
-  DrawBackgroundAhead("frmMain");
 }
 
 DesktopFrontEnd::~DesktopFrontEnd() { FinishDrawing(); }
@@ -78,6 +90,7 @@ void DesktopFrontEnd::Serve(RunningProgram& program) {
   running_ = &program;
   failure_ = nullptr;
   wasRunning_ = tellingFailure_ = false;
+  DrawBackgroundAhead("frmMain");
 }
 
 void DesktopFrontEnd::Start() {
@@ -225,7 +238,9 @@ QString DesktopFrontEnd::PickFolder(const QString& title, const std::string& sta
 
 void DesktopFrontEnd::Tell(std::string_view title, std::string_view text) {
   SyncAll();
-  QMessageBox(QMessageBox::Information, Text(title), Text(text), QMessageBox::Ok, ActiveScreen()).exec();
+  QMessageBox box(QMessageBox::Information, Text(title), Text(text), QMessageBox::Ok, ActiveScreen());
+  ShowAsWritten(box);
+  box.exec();
   RethrowFailure();
 }
 
@@ -234,7 +249,7 @@ bool DesktopFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
   QMessageBox box(QMessageBox::Warning, Text(title), Text(text), QMessageBox::Yes | QMessageBox::No,
                   ActiveScreen());
   box.setDefaultButton(QMessageBox::No);
-  ScrollLongText(box);
+  ShowAsWritten(box);
   const bool yes = box.exec() == QMessageBox::Yes;
   RethrowFailure();  // of a timer that ticked below the box
   return yes;
@@ -338,9 +353,10 @@ void DesktopFrontEnd::ScreenShown(Screen& screen, bool asked) {
   if (!view) {
     DrawBackgroundAhead(QString::fromStdString(screen.Name()));
     view = MakeView(screen, *this);
-    view->setWindowFlags(
-        modal ? Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint
-              : Qt::Window | Qt::WindowTitleHint | Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
+    view->setWindowFlags(modal ? Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                     Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint
+                               : Qt::Window | Qt::WindowTitleHint | Qt::WindowMinMaxButtonsHint |
+                                     Qt::WindowCloseButtonHint);
     if (modal) view->setWindowModality(Qt::ApplicationModal);
     Place(*view);
   }
@@ -370,12 +386,17 @@ void DesktopFrontEnd::ScreenActivated(Screen& screen) {
     view->activateWindow();
   }
   // The next screen is mostly the load's: its picture is ready when it is asked for.
-  if (screen.Name() == "frmMain") QTimer::singleShot(kIdleTime, [] { DrawBackgroundAhead("frmLoad"); });
+  if (screen.Name() == "frmMain")
+    QTimer::singleShot(kIdleTime, &help_, [this] {
+      if (running_ != nullptr) DrawBackgroundAhead("frmLoad");
+    });
 }
 
 void DesktopFrontEnd::ScreenUnloaded(const std::string& name) {
   const auto at = views_.find(name);
   if (at == views_.end()) return;
+  if (auto* main = dynamic_cast<frmMain*>(View("frmMain")); main != nullptr && name == "frmLoad")
+    main->OfferExit();
   RememberPlace(*at->second);
   at->second->Retire();
   // Its handler may be the one that runs.
@@ -388,29 +409,41 @@ void DesktopFrontEnd::RunModal(Screen&, const std::function<bool()>& isOpen) {
   while (isOpen()) TurnEvents(QEventLoop::WaitForMoreEvents);
 }
 
-/// Around the same point as the screen before, and whole on the display.
+/// Around the same point as the screen before, as large as the user had it, and whole on the display.
 void DesktopFrontEnd::Place(ScreenView& view) const {
+  view.PlaceAt(StoredCentre(), RoomOf(DisplayAt(StoredCentre())), StoredScale());
+}
+
+void DesktopFrontEnd::DrawBackgroundAhead(const QString& screen) const {
+  const ScreenLayout layout(screen);
+  const QScreen& display = DisplayAt(StoredCentre());
+  DrawAhead(layout.Background(), layout.SizeIn(RoomOf(display).size(), StoredScale()),
+            display.devicePixelRatio());
+}
+
+QPoint DesktopFrontEnd::StoredCentre() const {
+  const QStringList stored = ReadWindow("Centre").split(',');
+  return stored.size() == 2 ? QPoint(stored[0].toInt(), stored[1].toInt())
+                            : QApplication::primaryScreen()->availableGeometry().center();
+}
+
+/// What a window may be larger than drawn.
+double DesktopFrontEnd::StoredScale() const { return std::max(100, ReadWindow("Scale").toInt()) / 100.0; }
+
+QString DesktopFrontEnd::ReadWindow(std::string_view key) const {
   Program& program = running_->Get();
-  const QRect room = QApplication::primaryScreen()->availableGeometry();
-  QPoint centre = room.center();
-  const QStringList stored =
-      Text(program.ini.ReadIni("Window", "Centre", "", program.app.SettingsIni())).split(',');
-  if (stored.size() == 2) centre = {stored[0].toInt(), stored[1].toInt()};
-  const QScreen* screen = QApplication::screenAt(centre);
-  const QRect whole = screen != nullptr ? screen->availableGeometry() : room;
-  const int left = std::clamp(centre.x() - view.width() / 2, whole.left(),
-                              std::max(whole.left(), whole.right() - view.width()));
-  const int top = std::clamp(centre.y() - view.height() / 2, whole.top(),
-                             std::max(whole.top(), whole.bottom() - view.height()));
-  view.PlaceAt({left, top});
+  return Text(program.ini.ReadIni("Window", key, "", program.app.SettingsIni()));
 }
 
 void DesktopFrontEnd::RememberPlace(const ScreenView& view) {
-  if (!view.WasMoved()) return;
-  const QPoint centre = view.geometry().center();
+  if (!view.WasMoved() && !view.WasResized()) return;
   Program& program = running_->Get();
-  program.ini.WriteIni("Window", "Centre", std::to_string(centre.x()) + "," + std::to_string(centre.y()),
-                       program.app.SettingsIni());
+  const auto remember = [&](std::string_view key, const std::string& value) {
+    program.ini.WriteIni("Window", key, value, program.app.SettingsIni());
+  };
+  const QPoint centre = view.geometry().center();
+  remember("Centre", std::to_string(centre.x()) + "," + std::to_string(centre.y()));
+  if (view.WasResized()) remember("Scale", std::to_string(std::lround(view.Scale() * 100)));
 }
 
 }  // namespace quillon

@@ -88,6 +88,10 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   std::string RememberedDownload(const RunTimeError& error);
   void Place(ScreenView& view) const;
   void RememberPlace(const ScreenView& view);
+  void DrawBackgroundAhead(const QString& screen) const;
+  QPoint StoredCentre() const;
+  double StoredScale() const;
+  QString ReadWindow(std::string_view key) const;
 
   RunningProgram* running_ = nullptr;
   std::map<std::string, std::unique_ptr<ScreenView>, std::less<>> views_;

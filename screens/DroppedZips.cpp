@@ -2,14 +2,23 @@
 
 #include <QDropEvent>
 #include <QMimeData>
+#include <QProgressDialog>
+#include <QTimer>
 #include <QUrl>
 #include <QWidget>
+#include <utility>
 
 #include "intake/Downloads.h"
 
 namespace quillon {
+namespace {
 
-DroppedZips::DroppedZips(QWidget& window, Desk& desk) : QObject(&window), desk_(desk) {
+constexpr int kNameWidth = 400;  // pixels
+constexpr int kPatience = 500;   // milliseconds without a window of its own
+
+}  // namespace
+
+DroppedZips::DroppedZips(QWidget& window, Desk& desk) : QObject(&window), desk_(desk), window_(window) {
   window.setAcceptDrops(true);
   window.installEventFilter(this);
 }
@@ -22,12 +31,32 @@ bool DroppedZips::eventFilter(QObject* watched, QEvent* event) {
   }
   if (event->type() != QEvent::Drop) return QObject::eventFilter(watched, event);
   auto* drop = static_cast<QDropEvent*>(event);
-  std::vector<std::string> paths;
-  for (const QUrl& url : drop->mimeData()->urls()) paths.push_back(url.toLocalFile().toStdString());
+  for (const QUrl& url : drop->mimeData()->urls()) waiting_.push_back(url.toLocalFile().toStdString());
   drop->setDropAction(Qt::CopyAction);
   drop->accept();
-  desk_.Handle([&] { TakeDownloads(desk_.TheProgram(), paths); });
+  // Whoever dropped them waits for this event's end.
+  QTimer::singleShot(0, this, &DroppedZips::Take);
   return true;
+}
+
+void DroppedZips::Take() {
+  if (waiting_.empty()) return;
+  QProgressDialog progress(&window_, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+  progress.setWindowTitle("Quillon is copying files");
+  progress.setWindowModality(Qt::ApplicationModal);
+  progress.setCancelButton(nullptr);
+  progress.setMinimumDuration(kPatience);
+  const auto tell = [&](std::size_t done, std::size_t total, const std::string& name) {
+    if (done == total) return progress.reset();
+    progress.setMaximum(static_cast<int>(total));
+    progress.setLabelText(QStringLiteral("Copying file %1 of %2 to your downloads:\n%3")
+                              .arg(done + 1)
+                              .arg(total)
+                              .arg(progress.fontMetrics().elidedText(QString::fromStdString(name),
+                                                                     Qt::ElideMiddle, kNameWidth)));
+    progress.setValue(static_cast<int>(done));
+  };
+  desk_.Handle([&] { TakeDownloads(desk_.TheProgram(), std::exchange(waiting_, {}), tell); });
 }
 
 }  // namespace quillon

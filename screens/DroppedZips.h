@@ -2,7 +2,8 @@
 #pragma once
 
 #include <QObject>
-#include <QStringList>
+#include <string>
+#include <vector>
 
 #include "screens/Desk.h"
 
@@ -19,7 +20,11 @@ class DroppedZips : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void Take();
+
   Desk& desk_;
+  QWidget& window_;
+  std::vector<std::string> waiting_;  // host paths
 };
 
 }  // namespace quillon

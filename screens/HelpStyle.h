@@ -13,6 +13,7 @@ QLabel#signText { color: #FFF9D5; font-size: 17px; font-weight: bold; letter-spa
 QPushButton { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; border-radius: 4px;
   padding: 4px 12px; font-size: 13px; font-weight: bold; }
 QPushButton:hover, QPushButton:focus { background: #2A2AB8; border-color: #FFE08A; }
+QPushButton:focus { outline: 1px dashed #FFF3A8; outline-offset: -4px; }
 QPushButton:pressed { background: #000050; }
 QPushButton:disabled { color: #7C7CB0; background: #00004A; border-color: #6E5526; }
 QTabWidget::pane { background: #FFF9D5; border: 2px solid #B8892B; top: -2px; }
@@ -22,7 +23,8 @@ QTabBar::tab { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; p
 QTabBar::tab:selected { color: #000080; background: #FFF9D5; border-bottom-color: #FFF9D5; font-weight: bold; }
 QTabBar::tab:!selected { margin-top: 3px; }
 QTabBar::tab:!selected:hover, QTabBar::tab:!selected:focus { background: #2A2AB8; }
-QTreeWidget, QListWidget { color: #141450; background: #FFF9D5; border: none; font-size: 13px; outline: none; }
+QTreeWidget, QListWidget { color: #141450; background: #FFF9D5; border: 2px solid #FFF9D5; font-size: 13px; outline: none; }
+QTreeWidget:focus, QListWidget:focus { border-color: #000080; }
 QTreeWidget::item { padding: 2px 0; }
 QListWidget::item { padding: 2px 0; }
 QTreeWidget::item:hover, QListWidget::item:hover { background: #EEE8C4; }
@@ -33,6 +35,7 @@ QLineEdit:focus { border-color: #000080; }
 QLabel#findings { color: #141450; font-size: 12px; }
 QTextBrowser { color: #141450; background: #FFFEF4; border: 2px solid #B8892B;
   selection-color: #FFF9D5; selection-background-color: #000080; }
+QTextBrowser:focus { border-color: #000080; }
 QSplitter::handle { background: transparent; }
 QScrollBar:vertical { background: #E2DAB0; width: 13px; border: none; margin: 0; }
 QScrollBar::handle:vertical { background: #B8892B; min-height: 24px; border-radius: 4px; margin: 1px 2px; }

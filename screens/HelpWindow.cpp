@@ -13,8 +13,10 @@
 #include <QSignalBlocker>
 #include <QSplitter>
 #include <QStyledItemDelegate>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTextBrowser>
+#include <QTimer>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
@@ -135,6 +137,7 @@ HelpWindow::HelpWindow(std::unique_ptr<HelpBook> book,
   tabs_->addTab(MakeContents(), "&Contents");
   tabs_->addTab(MakeIndex(), "&Index");
   tabs_->addTab(MakeFind(), "&Find");
+  tabs_->tabBar()->installEventFilter(this);
   split->addWidget(tabs_);
   split->addWidget(page);
   split->setSizes({kLeftWidth, width() - kLeftWidth});
@@ -275,6 +278,12 @@ void HelpWindow::MakeKeys() {
   for (const auto plus : {Qt::Key_Plus, Qt::Key_Equal}) key(Qt::CTRL | plus, [this] { page_->zoomIn(); });
   key(Qt::CTRL | Qt::Key_Minus, [this] { page_->zoomOut(); });
   key(Qt::Key_Escape, [this] { close(); });
+}
+
+bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Shortcut)
+    QTimer::singleShot(0, this, [this] { ShowTab(static_cast<Tab>(tabs_->currentIndex())); });
+  return QWidget::eventFilter(watched, event);
 }
 
 void HelpWindow::ShowTab(Tab tab) {

@@ -35,6 +35,10 @@ class HelpWindow : public QWidget {
   /// The page on view; null for what the book does not have.
   const HelpPage* PageOnView() const;
 
+ protected:
+  /// The letter of a tab leads into its line.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   QWidget* MakeSign();
   QWidget* MakeContents();

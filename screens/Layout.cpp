@@ -5,6 +5,8 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
+#include <cmath>
 
 namespace quillon {
 namespace {
@@ -48,6 +50,27 @@ ControlLayout ControlOf(const QString& screen, const QJsonObject& control) {
   return layout;
 }
 
+int Scaled(int length, double scale) { return static_cast<int>(std::lround(length * scale)); }
+
+/// What touches as drawn goes on touching.
+QRect Scaled(const QRect& rect, double scale) {
+  const QPoint from(Scaled(rect.x(), scale), Scaled(rect.y(), scale));
+  return {from, QSize(Scaled(rect.x() + rect.width(), scale) - from.x(),
+                      Scaled(rect.y() + rect.height(), scale) - from.y())};
+}
+
+ControlLayout Scaled(const ControlLayout& drawn, double scale, QPoint origin) {
+  ControlLayout layout = drawn;
+  layout.scale = scale;
+  layout.rect = Scaled(drawn.rect, scale).translated(origin);
+  layout.captionRect = Scaled(drawn.captionRect, scale);
+  layout.size = std::max(1, Scaled(drawn.size, scale));
+  // As many rows as were drawn stay in view.
+  layout.rowHeight = static_cast<int>(drawn.rowHeight * scale);
+  for (int& column : layout.columns) column = Scaled(column, scale);
+  return layout;
+}
+
 }  // namespace
 
 ScreenLayout::ScreenLayout(const QString& screen) : screen_(screen) {
@@ -59,7 +82,26 @@ ScreenLayout::ScreenLayout(const QString& screen) : screen_(screen) {
   background_ = PictureOf(screen, layout["background"].toString("background.svg").chopped(4));
   const QJsonObject controls = layout["controls"].toObject();
   for (auto at = controls.begin(); at != controls.end(); ++at)
-    controls_.insert(at.key(), ControlOf(screen, at->toObject()));
+    drawn_.insert(at.key(), ControlOf(screen, at->toObject()));
+  for (auto at = drawn_.begin(); at != drawn_.end(); ++at) controls_.insert(at.key(), *at);
+  place_ = QRect(QPoint(), size_);
+}
+
+QSize ScreenLayout::SizeIn(QSize room, double scale) const {
+  const double largest = std::min(static_cast<double>(room.width()) / size_.width(),
+                                  static_cast<double>(room.height()) / size_.height());
+  const QSizeF size = QSizeF(size_) * std::max(kSmallestScale, std::min(scale, largest));
+  return {static_cast<int>(size.width()), static_cast<int>(size.height())};
+}
+
+void ScreenLayout::Fit(QSize window) {
+  scale_ = std::min(static_cast<double>(window.width()) / size_.width(),
+                    static_cast<double>(window.height()) / size_.height());
+  const QSize picture(Scaled(size_.width(), scale_), Scaled(size_.height(), scale_));
+  place_ = QRect(QPoint((window.width() - picture.width()) / 2, (window.height() - picture.height()) / 2),
+                 picture);
+  for (auto at = controls_.begin(); at != controls_.end(); ++at)
+    *at = Scaled(drawn_[at.key()], scale_, place_.topLeft());
 }
 
 const ControlLayout& ScreenLayout::Of(const QString& control) const {

@@ -5,6 +5,7 @@ namespace quillon {
 void NoticeView::Message(const QString& head, const QString& text) {
   AddText("lblHead", head);
   AddText("lblText", text);
+  setWindowTitle("Quillon: " + head);
   setAccessibleDescription(head + "\n" + text);
 }
 
@@ -28,6 +29,7 @@ frmWelcome::frmWelcome(WelcomeScreen& model, Desk& desk) : NoticeView(model, des
   Buttons(
       "btnOK", "Set up the working route.", [&model] { model.btnOKClick(); }, "Do this later.",
       [&model] { model.btnCancelClick(); });
+  setWindowTitle("Welcome to Quillon");
 }
 
 frmNoAct::frmNoAct(NoActScreen& model, Desk& desk) : NoticeView(model, desk) {
@@ -57,6 +59,7 @@ frmCleanUpNotice::frmCleanUpNotice(CleanUpNoticeScreen& model, Desk& desk) : Not
 }
 
 frmPackConfirm::frmPackConfirm(PackConfirmScreen& model, Desk& desk) : NoticeView(model, desk) {
+  setWindowTitle("Quillon: Pack a route?");
   Bind("lblRouteName", model.lblRouteName);
   AddText("lblText",
           "Do you want to pack this route into a zip file? The zip will be put into the folder "
@@ -81,7 +84,8 @@ frmCustomConsist::frmCustomConsist(CustomConsistScreen& model, Desk& desk) : Not
 }
 
 frmCustomMessage::frmCustomMessage(CustomMessageScreen& model, Desk& desk) : NoticeView(model, desk) {
-  Bind("lblMessage", model.lblMessage);
+  setWindowTitle("Quillon: A word from the route's author");
+  BindScrolled("lblMessage", model.lblMessage);
   Buttons("btnOK", "Go on.", [&model] { model.btnOKClick(); });
 }
 

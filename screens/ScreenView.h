@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QPixmap>
 #include <QTimer>
 #include <QWidget>
 #include <functional>
@@ -15,6 +16,7 @@
 #include "screens/controls/CaptionedBar.h"
 #include "screens/controls/HoverList.h"
 #include "screens/controls/PictureButton.h"
+#include "screens/controls/ScrolledText.h"
 
 namespace quillon {
 
@@ -31,9 +33,13 @@ class ScreenView : public QWidget {
   virtual void Notice(const QString&) {}
   /// The same, for so long that it can be read.
   virtual void PassingNotice(const QString&) {}
-  /// Puts the window there; WasMoved tells whether the user has moved it away since.
-  void PlaceAt(QPoint position);
+  /// Puts the window around `centre`, as far as `room` lets it stand whole: `scale` times as large as drawn,
+  /// or as `room` can hold. WasMoved and WasResized tell what the user has done to it since.
+  virtual void PlaceAt(QPoint centre, const QRect& room, double scale);
   bool WasMoved() const;
+  bool WasResized() const { return size() != placedSize_; }
+  /// The size of the window against what was drawn.
+  double Scale() const { return layout_.Scale(); }
   /// The model goes: nothing touches it from now on.
   void Retire();
 
@@ -48,6 +54,8 @@ class ScreenView : public QWidget {
   // Each makes the widget of one control where the layout has it. The widgets belong to the view.
   PictureButton* Bind(const char* control, const Button& button, const QString& tip, const Action& click);
   QLabel* Bind(const char* control, const Label& label);
+  /// For a text of any length: it is scrolled where it doesn't fit.
+  ScrolledText* BindScrolled(const char* control, const Label& label);
   HoverList* Bind(const char* control, List& list, const QString& name);
   CaptionedBar* Bind(const char* control, const ProgressBar& bar);
   /// A box that shows `ticked`; a click calls `toggle`.
@@ -55,15 +63,22 @@ class ScreenView : public QWidget {
   void Bind(const Timer& timer, const Action& tick);
   QLabel* AddText(const char* control, const QString& text);
   /// Shows all of a text of the system, however long: in smaller letters where they are needed, with paths
-  /// broken at their separators. What doesn't fit even so is left out in the middle, and told by the tooltip.
+  /// and long words broken. What doesn't fit even so is left out in the middle, and told by the tooltip.
   void ShowWhole(QLabel& label, const std::string& text) const;
+  /// Shows a picture of art/ in a label of its size.
+  void ShowPicture(QLabel& label, const QString& name) const;
+  /// `dress` gives a widget its place and looks: now, and whenever the window has another size or display.
+  void Dress(const Action& dress);
 
   /// The button of the Enter key, and of closing the window and the Esc key.
   void SetDefault(PictureButton* button);
   void SetCancel(PictureButton* button) { cancel_ = button; }
   virtual void Escape();
+  /// The close button of the window was pressed. What can't close now says why.
+  virtual void CloseAsked();
 
   void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 
@@ -71,13 +86,24 @@ class ScreenView : public QWidget {
   QLabel* NewLabel(const char* control);
   PictureButton* NewButton(const char* control, const QString& tip, const Action& click);
   void ChooseMnemonic(PictureButton& button, const QString& caption);
+  void DressAll();
+  void DressLabel(QLabel& label) const;
+  void Settle();
+  void PaintSurroundings(QPainter& painter, const QPixmap& picture);
 
   Desk& desk_;
-  const ScreenLayout layout_;
-  std::vector<Action> syncs_;
+  ScreenLayout layout_;
+  std::vector<Action> syncs_, dresses_;
   PictureButton *default_ = nullptr, *cancel_ = nullptr;
   QString mnemonics_;
   QPoint placed_;
+  QSize placedSize_;
+  // What the widgets are dressed for.
+  QSize dressedSize_;
+  qreal dressedRatio_ = 1;
+  QPixmap surroundings_;
+  QTimer settling_;
+  bool retired_ = false;
 };
 
 }  // namespace quillon

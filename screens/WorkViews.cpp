@@ -1,7 +1,5 @@
 #include "screens/WorkViews.h"
 
-#include "screens/Art.h"
-
 namespace quillon {
 
 frmLoad::frmLoad(LoadScreen& model, Desk& desk)
@@ -12,6 +10,7 @@ frmLoad::frmLoad(LoadScreen& model, Desk& desk)
   Bind("lblTerrainInfo", model.lblTerrainInfo);
   Bind("lblMessage", model.lblMessage);
   cardRoom_ = AddText("cardRoom", {});
+  cardRoom_->setAccessibleName("Card with a warning");
   lblRoom_ = AddText("lblRoom", {});
   PictureButton* ok = Bind("btnOK", model.btnOK, "Back to main screen.", [&model] { model.btnOKClick(); });
   SetDefault(ok);
@@ -22,8 +21,7 @@ void frmLoad::Sync() {
   ProgressView::Sync();
   const Label& room = model_.lblRoom;
   const bool shown = room.visible && !room.text.empty();
-  if (shown && cardRoom_->pixmap().isNull())
-    cardRoom_->setPixmap(Picture(LayoutOf("cardRoom").picture, cardRoom_->size(), devicePixelRatioF()));
+  if (shown) ShowPicture(*cardRoom_, LayoutOf("cardRoom").picture);
   if (shown) ShowWhole(*lblRoom_, room.text);
   cardRoom_->setVisible(shown);
   lblRoom_->setVisible(shown);

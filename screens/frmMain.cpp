@@ -3,13 +3,15 @@
 #include <QImageReader>
 #include <QMouseEvent>
 #include <QShortcut>
+#include <algorithm>
 
-#include "screens/Art.h"
 #include "screens/DroppedZips.h"
-#include "screens/Fonts.h"
 
 namespace quillon {
 namespace {
+
+constexpr int kYes = 1, kNo = 2;  // rows of the menu
+constexpr int kRowsInView = 5;
 
 /// The light of the signal, by the numbers in the text; none while nothing is known, or without activities.
 QString AspectOf(const Label& label) {
@@ -24,7 +26,9 @@ QString AspectOf(const Label& label) {
 frmMain::frmMain(MainScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   imgRoute_ = AddText("imgRoute", {});
   imgRoute_->setAccessibleName("Preview of the route");
+  imgRoute_->setScaledContents(true);
   lampLoaded_ = AddText("lampLoaded", {});
+  lampLoaded_->setAccessibleName("Lamp: this route is loaded");
   Bind("lblRouteName", model.lblRouteName);
   Bind("lblLoaded", model.lblLoaded);
   Bind("lblRightClick", model.lblRightClick);
@@ -33,6 +37,7 @@ frmMain::frmMain(MainScreen& model, Desk& desk) : ScreenView(model, desk), model
   BindLists();
   BindTimers();
   new DroppedZips(*this, desk);
+  Dress([this] { shown_.clear(); });
 }
 
 void frmMain::BindButtons() {
@@ -50,7 +55,7 @@ void frmMain::BindButtons() {
   Bind("btnOptions", m.btnOptions, "Various Quillon settings.", [&m] { m.btnOptionsClick(); });
   Bind("btnManage", m.btnManage, "Add routes, check for problems, etc.", [&m] { m.btnManageClick(); });
   Bind("btnHelp", m.btnHelp, "Need help?", [&m] { m.btnHelpClick(); })->setShortcut(Qt::Key_F1);
-  SetCancel(Bind("btnExit", m.btnExit, "Exit Quillon.", [&m] { m.btnExitClick(); }));
+  btnExit_ = Bind("btnExit", m.btnExit, "Exit Quillon.", [&m] { m.btnExitClick(); });
 }
 
 /// Its place belongs to the hint while the list is open; its keys do not.
@@ -77,17 +82,25 @@ void frmMain::BindPlayable() {
 
 void frmMain::BindLists() {
   MainScreen& m = model_;
-  HoverList* routes = Bind("ListRoutes", m.ListRoutes, "Routes");
-  routes->OnHover = [this, &m](int row, int y) { Do([&] { m.ListRoutesHover(row, y); }); };
-  routes->OnLeftPress = [this, &m] { Do([&m] { m.ListRoutesLeftPress(); }); };
-  routes->OnRightPress = [this, &m] { Do([&m] { m.ListRoutesRightPress(); }); };
-  routes->OnEscape = [this] { Escape(); };
+  routes_ = Bind("ListRoutes", m.ListRoutes, "Routes");
+  routes_->OnHover = [this, &m](int row, int y) { Do([&] { m.ListRoutesHover(row, y); }); };
+  routes_->OnLeftPress = [this, &m] { Do([&m] { m.ListRoutesLeftPress(); }); };
+  routes_->OnRightPress = [this, &m] { Do([&m] { m.ListRoutesRightPress(); }); };
+  routes_->OnMenuKey = [this, &m] {
+    Do([&m] {
+      m.ListRoutesRightPress();
+      m.toolsListHover(kNo);
+    });
+  };
+  routes_->OnEscape = [this] { Escape(); };
 
   Bind("toolsListHeader", m.toolsListHeader, "Route")->setFocusPolicy(Qt::NoFocus);
   HoverList* tools = Bind("toolsList", m.toolsList, "What to do with the route");
   tools->OnHover = [this, &m](int row, int) { Do([&] { m.toolsListHover(row); }); };
   tools->OnLeftPress = [this, &m] { Do([&m] { m.toolsListLeftPress(); }); };
   tools->OnEscape = [this] { Escape(); };
+  tools->SetFirstRow(kYes);
+  tools->SetStart(kNo);
 
   HoverList* info = Bind("infoList", m.infoList, "Files about the route");
   info->OnHover = [this, &m](int row, int) { Do([&] { m.infoListHover(row); }); };
@@ -106,11 +119,27 @@ void frmMain::BindTimers() {
   Bind(m.Timer1, [&m] { m.Timer1Tick(); });
 }
 
+/// What was chosen before stands in the middle of the list when it opens.
+void frmMain::OpenAtChoice() {
+  List& list = model_.ListRoutes;
+  const auto chosen = std::find_if(list.rows.begin(), list.rows.end(), [&](const std::string& row) {
+    return NameOfRow(row) == model_.lblRouteName.text;
+  });
+  const int row = chosen == list.rows.end() ? 0 : static_cast<int>(chosen - list.rows.begin());
+  routes_->SetStart(row);
+  list.top = std::max(0, row - kRowsInView / 2);
+}
+
 void frmMain::Sync() {
   ShowPlayable();
   timetable_ = model_.btnTimetable;
   timetable_.visible = !model_.lblRightClick.visible;
+  if (model_.ListRoutes.visible && routes_->isHidden()) OpenAtChoice();
   ScreenView::Sync();
+  if (offersExit_ && btnExit_->isEnabled()) {
+    offersExit_ = false;
+    btnExit_->setFocus();
+  }
   ShowLamp();
   ShowHint();
   if (shown_ != model_.imgRoute) ShowPreview();
@@ -118,8 +147,7 @@ void frmMain::Sync() {
 
 void frmMain::ShowLamp() {
   const bool lit = !model_.lblLoaded.text.empty();
-  if (lit && lampLoaded_->pixmap().isNull())
-    lampLoaded_->setPixmap(Picture(LayoutOf("lampLoaded").picture, lampLoaded_->size(), devicePixelRatioF()));
+  if (lit) ShowPicture(*lampLoaded_, LayoutOf("lampLoaded").picture);
   lampLoaded_->setVisible(lit);
 }
 
@@ -129,10 +157,8 @@ void frmMain::ShowPlayable() {
   if (playable_.visible) {
     ShowWhole(*lblPlayable_, model_.lblPlayable.text);
     signPlayable_->setAccessibleName(lblPlayable_->accessibleName());
-    if (aspect != aspect_)
-      lampPlayable_->setPixmap(
-          Picture("frmMain/signal" + aspect, lampPlayable_->size(), devicePixelRatioF()));
-    aspect_ = aspect;
+    ShowPicture(*lampPlayable_, "frmMain/signal" + aspect);
+    lampPlayable_->setAccessibleName("Signal: " + aspect);
   }
   for (QLabel* label : {lampPlayable_, lblPlayable_}) label->setVisible(playable_.visible);
 }
@@ -167,9 +193,19 @@ void frmMain::Escape() {
   Do([this] { model_.CloseList(); });
 }
 
-/// A click on the background closes the list; so does one on the hint, which passes its clicks on.
-void frmMain::mousePressEvent(QMouseEvent*) {
-  Do([this] { model_.CloseList(); });
+void frmMain::CloseAsked() {
+  Do([this] {
+    if (ListIsOpen()) model_.CloseList();
+    model_.btnExitClick();
+  });
+}
+
+/// A click on the background closes the list; so does one on the hint of the list. What is disabled counts as
+/// background.
+void frmMain::mousePressEvent(QMouseEvent* event) {
+  const QWidget* pressed = childAt(event->pos());
+  if (pressed == nullptr || !pressed->isEnabled() || pressed->objectName() == "lblRightClick")
+    Do([this] { model_.CloseList(); });
 }
 
 }  // namespace quillon

@@ -11,9 +11,12 @@ class frmMain : public ScreenView {
   frmMain(MainScreen& model, Desk& desk);
 
   void Sync() override;
+  /// The screen comes back after a load: what a user does next is to leave.
+  void OfferExit() { offersExit_ = true; }
 
  protected:
   void Escape() override;
+  void CloseAsked() override;
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
@@ -27,13 +30,16 @@ class frmMain : public ScreenView {
   void ShowPlayable();
   void ShowPreview();
   void ShowHint();
+  void OpenAtChoice();
 
   MainScreen& model_;
   QLabel *imgRoute_, *lampLoaded_, *hint_, *lampPlayable_, *lblPlayable_;
   PictureButton* signPlayable_;
   Button playable_{.visible = false}, timetable_;
-  QString aspect_;
+  HoverList* routes_;
+  PictureButton* btnExit_;
   std::string shown_;
+  bool offersExit_ = false;
 };
 
 }  // namespace quillon

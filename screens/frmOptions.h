@@ -3,6 +3,7 @@
 
 #include "catalogue/OptionsScreen.h"
 #include "screens/ScreenView.h"
+#include "screens/controls/TextLink.h"
 
 class QLineEdit;
 
@@ -20,11 +21,14 @@ class frmOptions : public ScreenView {
 
  private:
   void AddPathField();
+  void AddLink();
+  void HideLink();
   void Locate();
 
   OptionsScreen& model_;
   QLineEdit* txtTSPath_;
-  QLabel *label5_, *label7_, *goToWebPage_, *hint_;
+  QLabel *label5_, *label7_, *hint_;
+  TextLink* goToWebPage_;
 };
 
 }  // namespace quillon

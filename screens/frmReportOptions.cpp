@@ -7,6 +7,7 @@ namespace quillon {
 frmReportOptions::frmReportOptions(ReportOptionsScreen& model, Desk& desk)
     : ScreenView(model, desk), model_(model) {
   ReportOptionsScreen& m = model_;
+  setWindowTitle("Quillon Checkup");
   AddText("lblHead", "Checkup");
   AddText("lblText",
           "The Checkup looks through all the trains, consists, services and activities of Train Simulator "

@@ -8,6 +8,7 @@ namespace quillon {
 
 frmRoutes::frmRoutes(RoutesScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   RoutesScreen& m = model_;
+  setWindowTitle("Quillon Route Manager");
   Bind("lblInstructHead", m.lblInstructHead);
   Bind("lblInstructMid", m.lblInstructMid);
   SetDefault(

@@ -3,6 +3,7 @@
 namespace quillon {
 
 frmShelf::frmShelf(ShelfScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
+  setWindowTitle("Quillon: Rescued files");
   AddText("lblHead", "Rescued files");
   rows_ = Bind("ListShelf", model.ListShelf, "Rescued files");
   // On its way to the buttons the pointer passes over other rows.

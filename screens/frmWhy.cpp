@@ -4,6 +4,7 @@ namespace quillon {
 
 frmWhy::frmWhy(WhyScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   WhyScreen& m = model_;
+  setWindowTitle("Quillon: Why?");
   AddHeads();
   Bind("lblWhen", m.lblWhen);
   rows_ = Bind("ListWhy", m.ListWhy, "What became of each download");

@@ -12,14 +12,19 @@ namespace {
 
 // Message boxes in the colours of the enamel signs.
 constexpr const char* kBoxStyle =
-    "QMessageBox { background: #FFF9D5; }"
-    "QMessageBox QLabel { color: #000080; font-family: 'DejaVu Sans', Verdana, sans-serif; font-size: 13px; }"
+    "QMessageBox, QProgressDialog { background: #FFF9D5; }"
+    "QMessageBox QLabel, QProgressDialog QLabel { color: #000080; font-family: 'DejaVu Sans', Verdana, "
+    "sans-serif; font-size: 13px; }"
     "QMessageBox QPushButton { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; "
     "border-radius: 4px;"
     " padding: 5px 18px; min-width: 60px; font-size: 13px; font-weight: bold; }"
     "QMessageBox QPushButton:hover, QMessageBox QPushButton:focus { background: #2A2AB8; border-color: "
     "#FFE08A; }"
+    "QMessageBox QPushButton:focus { outline: 1px dashed #FFF3A8; outline-offset: -4px; }"
     "QMessageBox QPushButton:pressed { background: #000050; }"
+    "QProgressDialog QProgressBar { color: #000080; background: #FFFEF4; border: 2px solid #B8892B;"
+    " border-radius: 4px; text-align: center; }"
+    "QProgressDialog QProgressBar::chunk { background: #A9BCEB; }"
     "QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }";
 
 }  // namespace

@@ -11,6 +11,7 @@ namespace quillon {
 namespace {
 
 constexpr double kRounding = 4;
+constexpr int kMargins = 12;
 const QColor kUnderWay(0x2F, 0x5F, 0xB3);
 
 /// Model colours have red in the low byte.
@@ -34,6 +35,8 @@ void CaptionedBar::Sync(const ProgressBar& bar) {
   if (caption == caption_ && filled == filled_) return;
   if (caption != caption_) {
     setAccessibleName(caption);
+    const bool whole = QFontMetrics(FontOf(layout_)).horizontalAdvance(caption) <= width() - kMargins;
+    setToolTip(whole ? QString() : caption);
     QAccessibleEvent told(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&told);
   }
@@ -60,7 +63,7 @@ void CaptionedBar::paintEvent(QPaintEvent*) {
   QPainterPath words;
   const QFont font = FontOf(layout_);
   const QFontMetricsF metrics(font);
-  const QString text = metrics.elidedText(caption_, Qt::ElideMiddle, width() - 12);
+  const QString text = metrics.elidedText(caption_, Qt::ElideMiddle, width() - kMargins);
   words.addText((width() - metrics.horizontalAdvance(text)) / 2,
                 (height() + metrics.ascent() - metrics.descent()) / 2, font, text);
   painter.setPen(QPen(QColor(0, 0, 30, 170), 2.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));

@@ -1,11 +1,16 @@
 #include "screens/controls/HoverList.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <QToolTip>
+#include <algorithm>
 
 #include "screens/Fonts.h"
+#include "screens/controls/BarStyle.h"
+#include "screens/controls/FocusRing.h"
 
 namespace quillon {
 namespace {
@@ -21,13 +26,19 @@ class RowPainter : public QStyledItemDelegate {
     if (current) painter->fillRect(option.rect, layout_.current);
     painter->setFont(option.font);
     painter->setPen(current ? layout_.currentColour : layout_.colour);
-    const QString row = index.data().toString();
-    const QStringList parts = layout_.columns.isEmpty() ? QStringList{row} : row.split('\t');
+    const QStringList parts = Parts(index);
     for (qsizetype i = 0; i < parts.size(); ++i) {
-      const QRect room = Column(i, option.rect).adjusted(kMargin, 0, -kMargin, 0);
+      const QRect room = Column(i, option.rect);
       painter->drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
                         option.fontMetrics.elidedText(parts[i], Qt::ElideRight, room.width()));
     }
+  }
+  /// Whether nothing of a row in `room` is left out.
+  bool IsWhole(const QModelIndex& index, const QRect& room, const QFontMetrics& metrics) const {
+    const QStringList parts = Parts(index);
+    for (qsizetype i = 0; i < parts.size(); ++i)
+      if (metrics.horizontalAdvance(parts[i]) > Column(i, room).width()) return false;
+    return true;
   }
   QSize sizeHint(const QStyleOptionViewItem&, const QModelIndex&) const override {
     return {0, layout_.rowHeight};
@@ -36,7 +47,11 @@ class RowPainter : public QStyledItemDelegate {
  private:
   QRect Column(qsizetype i, const QRect& row) const {
     const int left = layout_.columns.value(i), right = layout_.columns.value(i + 1, row.width());
-    return {row.left() + left, row.top(), right - left, row.height()};
+    return QRect(row.left() + left, row.top(), right - left, row.height()).adjusted(kMargin, 0, -kMargin, 0);
+  }
+  QStringList Parts(const QModelIndex& index) const {
+    const QString row = index.data().toString();
+    return layout_.columns.isEmpty() ? QStringList{row} : row.split('\t');
   }
 
   const ControlLayout& layout_;
@@ -46,9 +61,7 @@ class RowPainter : public QStyledItemDelegate {
 
 HoverList::HoverList(const ControlLayout& layout, const QString& name, QWidget* parent)
     : QListView(parent), layout_(layout) {
-  setGeometry(layout.rect);
   setAccessibleName(name);
-  setFont(FontOf(layout));
   setModel(&texts_);
   setItemDelegate(new RowPainter(layout, this));
   setUniformItemSizes(true);
@@ -59,16 +72,22 @@ HoverList::HoverList(const ControlLayout& layout, const QString& name, QWidget* 
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollMode(ScrollPerItem);
   setAutoScroll(true);
+  Dress();
+}
+
+void HoverList::Dress() {
+  setGeometry(layout_.rect);
+  setFont(FontOf(layout_));
+  if (!styleSheet().isEmpty()) Colour();
+  const int top = top_;
+  doItemsLayout();
+  if (top >= 0) verticalScrollBar()->setValue(top);
 }
 
 /// Costs time, and most lists of a session are never seen.
-void HoverList::Dress() {
-  setStyleSheet(QStringLiteral("QListView { background: %1; }"
-                               "QScrollBar:vertical { background: #1A1A1A; width: 12px; border: none; }"
-                               "QScrollBar::handle:vertical { background: #B8892B; min-height: 14px;"
-                               " border-radius: 4px; margin: 1px 2px; }"
-                               "QScrollBar::add-line, QScrollBar::sub-line { height: 0; }")
-                    .arg(layout_.background.name()));
+void HoverList::Colour() {
+  setStyleSheet(QStringLiteral("QListView { background: %1; }").arg(layout_.background.name()) +
+                BarStyle("#1A1A1A", layout_.scale));
 }
 
 void HoverList::Sync(List& list) {
@@ -83,20 +102,49 @@ void HoverList::Sync(List& list) {
   }
   const QModelIndex current = texts_.index(list.current, 0);
   if (currentIndex() != current || !selectionModel()->isSelected(current)) setCurrentIndex(current);
-  if (list.top != top_) verticalScrollBar()->setValue(list.top);
-  top_ = list.top = verticalScrollBar()->value();
   setEnabled(list.enabled);
   if (isVisibleTo(parentWidget()) != list.visible) {
-    if (list.visible && styleSheet().isEmpty()) Dress();
+    if (list.visible && styleSheet().isEmpty()) Colour();
     setVisible(list.visible);
     if (list.visible) raise();
-    if (list.visible && list.enabled) setFocus();
+    if (list.visible && list.enabled && focusPolicy() != Qt::NoFocus) setFocus();
   }
+  ShowFrom(list);
   syncing_ = false;
 }
 
+/// A hidden list has no end yet.
+void HoverList::ShowFrom(List& list) {
+  if (list.visible) executeDelayedItemsLayout();
+  if (list.top != top_) verticalScrollBar()->setValue(list.top);
+  top_ = list.top = verticalScrollBar()->value();
+}
+
 void HoverList::Hover(QPoint position) {
-  if (OnHover) OnHover(indexAt(position).row(), position.y());
+  if (OnHover) OnHover(indexAt(position).row(), Drawn(position.y()));
+}
+
+bool HoverList::viewportEvent(QEvent* event) {
+  if (event->type() != QEvent::ToolTip) return QListView::viewportEvent(event);
+  TellWhole(indexAt(static_cast<QHelpEvent*>(event)->pos()));
+  return true;
+}
+
+/// Says all of a row of which something is left out.
+void HoverList::TellWhole(const QModelIndex& row) {
+  const QRect place = visualRect(row);
+  const auto* rows = static_cast<const RowPainter*>(itemDelegate());
+  const bool whole = !row.isValid() || rows->IsWhole(row, place, fontMetrics());
+  QToolTip::showText(viewport()->mapToGlobal(place.bottomLeft()),
+                     whole ? QString() : row.data().toString().replace('\t', '\n'), this);
+}
+
+/// Where no row is the current one, the list itself shows that it has the keyboard.
+void HoverList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (!hasFocus() || currentIndex().isValid()) return;
+  QPainter painter(viewport());
+  PaintFocusRing(painter, viewport()->rect(), layout_.scale);
 }
 
 void HoverList::mouseMoveEvent(QMouseEvent* event) {
@@ -112,7 +160,7 @@ void HoverList::mousePressEvent(QMouseEvent* event) {
 
 void HoverList::wheelEvent(QWheelEvent* event) {
   QListView::wheelEvent(event);
-  if (OnHover && followsPointer_) OnHover(indexAt(event->position().toPoint()).row(), height() / 2);
+  if (OnHover && followsPointer_) OnHover(indexAt(event->position().toPoint()).row(), Drawn(height() / 2));
 }
 
 void HoverList::keyPressEvent(QKeyEvent* event) {
@@ -120,20 +168,42 @@ void HoverList::keyPressEvent(QKeyEvent* event) {
   if (key == Qt::Key_Return || key == Qt::Key_Enter) {
     if (OnEnter)
       OnEnter();
-    else if (currentIndex().isValid())
+    else if (LandsOnRow())
       Call(OnLeftPress);
   } else if (key == Qt::Key_Escape) {
     Call(OnEscape);
   } else if (key == Qt::Key_Menu || (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)) {
-    if (currentIndex().isValid()) Call(OnRightPress);
+    if (LandsOnRow()) Call(OnMenuKey ? OnMenuKey : OnRightPress);
   } else {
     QListView::keyPressEvent(event);
+    if (followsPointer_) TellWhole(currentIndex());
   }
+}
+
+/// True when there is a current row, if need be the one to start from.
+bool HoverList::LandsOnRow() {
+  if (!currentIndex().isValid()) setCurrentIndex(moveCursor(MoveDown, {}));
+  return currentIndex().isValid();
+}
+
+QModelIndex HoverList::moveCursor(CursorAction action, Qt::KeyboardModifiers) {
+  const int last = texts_.rowCount() - 1, page = std::max(1, height() / layout_.rowHeight - 1);
+  const int from = currentIndex().row();
+  if (last < firstRow_) return {};
+  const auto row = [&] {
+    if (action == MoveHome) return firstRow_;
+    if (action == MoveEnd) return last;
+    if (from < 0) return start_;
+    if (action == MovePageUp || action == MovePageDown) return from + (action == MovePageUp ? -page : page);
+    const bool back = action == MoveUp || action == MoveLeft || action == MovePrevious;
+    return from + (back ? -1 : 1);
+  };
+  return texts_.index(std::clamp(row(), firstRow_, last), 0);
 }
 
 void HoverList::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
   QListView::currentChanged(current, previous);
-  if (!syncing_ && OnHover) OnHover(current.row(), height() / 2);
+  if (!syncing_ && OnHover) OnHover(current.row(), Drawn(height() / 2));
 }
 
 }  // namespace quillon

@@ -6,13 +6,15 @@
 
 #include "screens/Art.h"
 #include "screens/Fonts.h"
+#include "screens/controls/FocusRing.h"
 
 namespace quillon {
 namespace {
 
 const QColor kDisabledShade(24, 20, 52, 165);
+constexpr int kSmallestText = 7;
 constexpr double kDisabledCaption = 0.45;  // opacity
-const QColor kFocusColour(0xFF, 0xF3, 0xA8);
+constexpr double kRim = 2.5;
 
 /// The lamp is out and the sign lies in the shade.
 QPixmap Shaded(QPixmap picture) {
@@ -42,6 +44,7 @@ void PictureButton::SetFlashing(bool flashing) {
 
 void PictureButton::SetGrey(bool grey) {
   grey_ = grey;
+  setEnabled(!grey);
   update();
 }
 
@@ -67,16 +70,22 @@ void PictureButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const QPixmap picture = Picture(layout_.picture + State(), size(), devicePixelRatioF());
-  painter.drawPixmap(rect(), isEnabled() ? picture : Shaded(picture));
+  // What lies in the grey already needs no shade.
+  painter.drawPixmap(rect(), isEnabled() || (grey_ && isChecked()) ? picture : Shaded(picture));
   if (!isEnabled()) painter.setOpacity(kDisabledCaption);
   if (!layout_.caption.isEmpty()) PaintCaption(painter);
   if (!hasFocus()) return;
-  painter.setPen(QPen(kFocusColour, 1.2, Qt::DotLine));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(3.5, 3.5, -3.5, -3.5), 5, 5);
+  // Inside the rim, where a button has one.
+  const double inset = isCheckable() ? 0 : kRim * layout_.scale;
+  PaintFocusRing(painter, QRectF(rect()).adjusted(inset, inset, -inset, -inset), layout_.scale);
 }
 
 void PictureButton::PaintCaption(QPainter& painter) const {
-  painter.setFont(FontOf(layout_));
+  QFont font = FontOf(layout_);
+  const int room = layout_.captionRect.width();
+  while (QFontMetrics(font).horizontalAdvance(layout_.caption) > room && font.pixelSize() > kSmallestText)
+    font.setPixelSize(font.pixelSize() - 1);
+  painter.setFont(font);
   painter.setPen(layout_.colour);
   QString caption = layout_.caption;
   if (mnemonicAt_ >= 0) caption.insert(mnemonicAt_, '&');

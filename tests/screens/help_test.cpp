@@ -50,6 +50,16 @@ TEST_F(HelpTest, TheButtonOpensTheContentsOnce) {
   EXPECT_EQ(FrontTab(), 0);
 }
 
+TEST_F(HelpTest, TheLettersOfTheTabsLeadIntoTheirLines) {
+  Start();
+  Click("frmMain", "btnHelp");
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&Help()));
+  QTest::keyClick(&Help(), Qt::Key_F, Qt::AltModifier);
+  EXPECT_TRUE(WaitFor([&] { return In<QLineEdit>("words").hasFocus(); }));
+  QTest::keyClick(&Help(), Qt::Key_I, Qt::AltModifier);
+  EXPECT_TRUE(WaitFor([&] { return In<QLineEdit>("filter").hasFocus(); }));
+}
+
 TEST_F(HelpTest, F1ExplainsTheScreenOnTop) {
   Start();
   PressF1("frmMain");

@@ -1,5 +1,8 @@
 // The lists and lamps of the main screen.
+#include <QToolTip>
+
 #include "catalogue/MainScreen.h"
+#include "core/Text.h"
 #include "tests/screens/ScreensTest.h"
 
 namespace quillon {
@@ -120,6 +123,73 @@ TEST_F(ListsTest, InfoFilesAreShownOverTheBoard) {
   EXPECT_EQ(Main().infoList.rows, Strings{"readme.txt"});
   QTest::keyClick(&info, Qt::Key_Escape);
   EXPECT_FALSE(info.isVisible());
+  QTest::keyClick(&ButtonOf("frmMain", "btnInfo"), Qt::Key_Return);
+  QTest::keyClick(&info, Qt::Key_Down);
+  QTest::keyClick(&info, Qt::Key_Return);
+  EXPECT_TRUE(frontEnd_.opened.ends_with("\\readme.txt")) << frontEnd_.opened;
+}
+
+TEST_F(ListsTest, ByKeysTheMenuOffersNoFirstAndNeverTheQuestion) {
+  StoreMany(2);
+  Start();
+  Click("frmMain", "btnRouteList");
+  QTest::keyClick(&Routes(), Qt::Key_Down);
+  QTest::keyClick(&Routes(), Qt::Key_F10, Qt::ShiftModifier);
+  auto& tools = Control<HoverList>("frmMain", "toolsList");
+  ASSERT_TRUE(tools.hasFocus());
+  const auto current = [&](Qt::Key key) {
+    QTest::keyClick(&tools, key);
+    return Main().toolsList.current;
+  };
+  EXPECT_EQ(Main().toolsList.current, 2);
+  EXPECT_EQ(current(Qt::Key_Up), 1);
+  EXPECT_EQ(current(Qt::Key_Up), 1);
+  EXPECT_EQ(current(Qt::Key_End), 2);
+  EXPECT_EQ(current(Qt::Key_Home), 1);
+  AnswerBoxes("No");
+  QTest::keyClick(&tools, Qt::Key_Return);
+  EXPECT_TRUE(Contains(boxes_, "completely remove Route 10")) << boxes_;
+  EXPECT_FALSE(tools.isVisible());
+}
+
+TEST_F(ListsTest, TheListOpensAtTheChoice) {
+  StoreMany(40);
+  SetIni("routes.ini", "Current", "Loaded", "r30");
+  Start();
+  ASSERT_EQ(TextOf("frmMain", "lblRouteName"), "Route 30");
+  Click("frmMain", "btnRouteList");
+  EXPECT_EQ(Main().ListRoutes.top, 18);
+  EXPECT_EQ(Main().ListRoutes.current, -1);
+  QTest::keyClick(&Routes(), Qt::Key_Down);
+  EXPECT_EQ(Ini("routes.ini", "Current", "Zip"), "r30");
+  QTest::keyClick(&Routes(), Qt::Key_Down);
+  EXPECT_EQ(Ini("routes.ini", "Current", "Zip"), "r31");
+}
+
+TEST_F(ListsTest, ALongNameIsToldWhole) {
+  const std::string name(103, 'x');
+  StoreRoute("r", name, {});
+  StoreRoute("s", "Y", {});
+  Start();
+  Click("frmMain", "btnRouteList");
+  QTest::keyClick(&Routes(), Qt::Key_Home);
+  EXPECT_EQ(QToolTip::text().toStdString(), name);
+  QTest::keyClick(&Routes(), Qt::Key_End);
+  EXPECT_TRUE(WaitFor([] { return !QToolTip::isVisible(); }));
+}
+
+TEST_F(ListsTest, OnlyTheBackgroundClosesTheListAndTheCloseButtonTheWindow) {
+  StoreMany(2);
+  Start();
+  Click("frmMain", "btnRouteList");
+  for (const char* label : {"imgRoute", "lblRouteName"})
+    QTest::mouseClick(&Control<QLabel>("frmMain", label), Qt::LeftButton);
+  EXPECT_TRUE(Routes().isVisible());
+  QTest::mouseClick(&Control<QLabel>("frmMain", "lblRightClick"), Qt::LeftButton);
+  EXPECT_FALSE(Routes().isVisible());
+  Click("frmMain", "btnRouteList");
+  View("frmMain").close();
+  EXPECT_TRUE(program_->Screens().Ended());
 }
 
 TEST_F(ListsTest, AButtonBlinksToSayWhatToDoNext) {

@@ -105,6 +105,7 @@ TEST_F(MainCycleTest, ByKeys) {
   QTest::keyClick(&main, Qt::Key_L, Qt::AltModifier);
   EXPECT_TRUE(WaitFor([&] { return Ini("routes.ini", "Current", "Loaded") == "alpha"; }));
   EXPECT_TRUE(WaitFor([&] { return !IsOpen("frmLoad") && !IsOpen("frmCustomConsist"); }));
+  EXPECT_TRUE(ButtonOf("frmMain", "btnExit").hasFocus()) << "another Return must not load again";
 
   ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
   QTest::keyClick(&main, Qt::Key_R, Qt::AltModifier);
