@@ -69,6 +69,7 @@ void ShelfScreen::btnExploreClick() {
 void ShelfScreen::PutBack(int number) {
   const ShelfEntry entry = entries_.at(static_cast<std::size_t>(number) - 1);
   program_.Step("Putting the rescued files of " + entry.zip + " back");
+  const Wait wait(program_.watcher, program_.step + "...");
   Shelf(program_).PutBack(entry);
   const std::string names = entry.path + kShelfRoute;
   if (program_.files.FileExists(names) && program_.files.FileExists(program_.app.RouteFile(entry.zip)))
@@ -79,6 +80,7 @@ void ShelfScreen::PutBack(int number) {
 void ShelfScreen::Drop(int number) {
   const ShelfEntry entry = entries_.at(static_cast<std::size_t>(number) - 1);
   program_.Step("Deleting the rescued files of " + entry.zip);
+  const Wait wait(program_.watcher, program_.step + "...");
   Shelf(program_).Drop(entry);
   Refresh();
 }

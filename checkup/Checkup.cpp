@@ -26,6 +26,7 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
     : program_(program),
       progress_(progress),
       stopTimer_(std::move(stopTimer)),
+      before_(program),
       cache_(program),
       reader_(program, cache_),
       trains_(program),
@@ -35,19 +36,21 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
       services_(program, progress, consists_, report_),
       activities_(program, progress, scan_, services_, report_) {}
 
-void Checkup::Run() {
-  ClearRecords();
-  if (!InitCheckupPaths()) return;
-  if (program_.shared.CheckTrains) CheckEverything();
+bool Checkup::Run() {
+  if (program_.shared.CheckTrains) before_.SetRecordsAside();
+  if (!InitCheckupPaths()) {
+    before_.Drop();
+    return true;
+  }
+  try {
+    if (program_.shared.CheckTrains) CheckEverything();
+  } catch (const GivenUp&) {
+    stopTimer_();
+    before_.TakeBack();
+    return false;
+  }
   Finish();
-}
-
-void Checkup::ClearRecords() {
-  if (!program_.shared.CheckTrains) return;
-  program_.Step("Removing the records of the last Checkup");
-  const std::string trains = program_.app.TrainRecords();
-  if (program_.files.IsPathAFolder(trains)) program_.files.DelTree(trains);
-  program_.files.MakeFolderIfMissing(trains);
+  return true;
 }
 
 bool Checkup::InitCheckupPaths() {
@@ -64,9 +67,10 @@ void Checkup::CheckEverything() {
     RunPasses();
   } catch (const RunTimeError& error) {
     const std::string step = program_.step;
+    before_.Drop();
     try {
       if (consists_.AreRead())
-        RecordCauses(error.text() + ": " + error.path() +
+        RecordCauses(error.text() + ": " + program_.files.Host().HostPath(error.path()) +
                      (error.reason().empty() ? "" : ", " + error.reason()));
       program_.shared.ShowReportWhenDone = false;
       WriteCheckupReport(program_);
@@ -81,15 +85,11 @@ void Checkup::CheckEverything() {
 void Checkup::RunPasses() {
   const auto records = program_.ini.Batch();
   report_.Create();
-  progress_.Caption("Creating train database...");
-  program_.Step("Creating the train database");
-  trains_.BuildTrainDatabase([this] { progress_.Yield(); });
-  stopTimer_();
-  progress_.Value(0);
-  progress_.Caption("Analyzing consists...");
-  consists_.LoadConsistList();
+  ReadTrainsAndConsists();
+  before_.Drop();
   progress_.Caption("Verifying consists...");
   consists_.VerifyConsists();
+  progress_.Detail(0, 0, {});
   progress_.Maximum(100);
   progress_.Caption("Verifying services...");
   ReadServices();
@@ -97,7 +97,20 @@ void Checkup::RunPasses() {
   progress_.Caption("Verifying activities...");
   ReadActivities();
   activities_.VerifyActivities(lists_->lstAllActivities, *activityFacts_);
+  progress_.Detail(0, 0, {});
   barMaximum_ = static_cast<int>(lists_->lstAllActivities.size());
+}
+
+void Checkup::ReadTrainsAndConsists() {
+  const MayBeGivenUp scope(progress_);
+  before_.NoteConsists();
+  progress_.Caption("Creating train database...");
+  program_.Step("Creating the train database");
+  trains_.BuildTrainDatabase([this] { progress_.Yield(); });
+  stopTimer_();
+  progress_.Value(0);
+  progress_.Caption("Analyzing consists...");
+  consists_.LoadConsistList();
 }
 
 void Checkup::ReadServices() {
@@ -111,10 +124,12 @@ void Checkup::ReadActivities() {
 }
 
 std::vector<FileFacts> Checkup::Read(FileKind kind, const std::vector<GameFile>& files, const char* unit) {
-  return reader_.Read(kind, files, [&](std::size_t done) {
+  auto facts = reader_.Read(kind, files, [&](std::size_t done) {
     progress_.Detail(done, files.size(), unit);
     progress_.Yield();
   });
+  progress_.Detail(0, 0, {});
+  return facts;
 }
 
 void Checkup::RecordCauses(const std::string& upTo) {

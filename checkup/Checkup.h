@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "checkup/ActivityVerification.h"
+#include "checkup/CheckupBefore.h"
 #include "checkup/ConsistAnalysis.h"
 #include "checkup/FinalReport.h"
 #include "checkup/ItemScan.h"
@@ -26,14 +27,15 @@ class Checkup {
   Checkup(Program& program, Progress& progress, std::function<void()> stopTimer);
 
   /// `CheckTrains` of the shared state says whether there is anything to do. Consists are moved in the game;
-  /// services and activities are only read.
-  void Run();
+  /// services and activities are only read. False when the user has given it up, which they may until the
+  /// first consist is moved: all is as before then.
+  bool Run();
 
  private:
-  void ClearRecords();
   bool InitCheckupPaths();
   void CheckEverything();
   void RunPasses();
+  void ReadTrainsAndConsists();
   void ReadServices();
   void ReadActivities();
   std::vector<FileFacts> Read(FileKind kind, const std::vector<GameFile>& files, const char* unit);
@@ -45,6 +47,7 @@ class Checkup {
   int barMaximum_ = 100;
   Progress& progress_;
   const std::function<void()> stopTimer_;
+  CheckupBefore before_;
   FactsCache cache_;
   FactsReader reader_;
   TrainDatabase trains_;

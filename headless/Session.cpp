@@ -141,7 +141,8 @@ void Session::Report(const RunTimeError& error) {
                  {"step", program_.Get().step}};
   if (!error.reason().empty()) event["reason"] = error.reason();
   output_.Put(event);
-  std::fprintf(stderr, "quillon: %s\n%s\n", ErrorLine(program_.Get(), error).c_str(), Advice(error).c_str());
+  std::fprintf(stderr, "quillon: %s\n%s\n", ErrorLine(program_.Get(), error).c_str(),
+               Advice(error, program_.Get().step).c_str());
 }
 
 bool Session::StartUp() {

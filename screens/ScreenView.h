@@ -31,6 +31,8 @@ class ScreenView : public QWidget {
   virtual void Notice(const QString&) {}
   /// The same, for so long that it can be read.
   virtual void PassingNotice(const QString&) {}
+  /// What is being done and takes a while; empty when it is done.
+  virtual void ShowWait(const QString&) {}
   /// Puts the window there; WasMoved tells whether the user has moved it away since.
   void PlaceAt(QPoint position);
   bool WasMoved() const;
@@ -41,6 +43,7 @@ class ScreenView : public QWidget {
   using Action = std::function<void()>;
 
   const ControlLayout& LayoutOf(const char* control) const { return layout_.Of(control); }
+  bool HasLayoutOf(const char* control) const { return layout_.Has(control); }
   /// Runs a handler of the model.
   void Do(const Action& action) { desk_.Handle(action); }
   Desk& TheDesk() { return desk_; }

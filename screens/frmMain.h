@@ -11,6 +11,7 @@ class frmMain : public ScreenView {
   frmMain(MainScreen& model, Desk& desk);
 
   void Sync() override;
+  void ShowWait(const QString& what) override { wait_ = what.toStdString(); }
 
  protected:
   void Escape() override;
@@ -33,6 +34,7 @@ class frmMain : public ScreenView {
   Button playable_{.visible = false};
   QString aspect_;
   std::string shown_;
+  std::string wait_;
 };
 
 }  // namespace quillon

@@ -47,12 +47,16 @@ int main(int argc, char** argv) {
   DesktopFrontEnd frontEnd;
   int status = 0;
   // A program that goes on after an error is a new one: nothing of the failed one stays, its lock neither.
-  for (bool again = false; !again || status == DesktopFrontEnd::kGoOn; again = true) {
+  do {
+    const bool addAgain = status == DesktopFrontEnd::kAddAgain;
     RunningProgram program(folder, frontEnd);
     frontEnd.Serve(program);
     program.TakeLock();
+    // A second window would only say that there is one.
+    if (program.Get().otherInstanceRuns && program.CallOther()) return 0;
     frontEnd.Handle([&] { SetUpIfNeeded(program.Get()); });
-    status = again ? frontEnd.GoOn() : frontEnd.Run();
-  }
+    status = addAgain ? frontEnd.GoOn() : frontEnd.Run();
+  } while (status == DesktopFrontEnd::kAddAgain || status == DesktopFrontEnd::kStartAgain);
+  frontEnd.StartGameIfAsked();
   return status;
 }

@@ -86,6 +86,7 @@ void HoverList::Sync(List& list) {
   if (list.top != top_) verticalScrollBar()->setValue(list.top);
   top_ = list.top = verticalScrollBar()->value();
   setEnabled(list.enabled);
+  setAccessibleDescription(rows_.empty() ? emptyText_ : QString());
   if (isVisibleTo(parentWidget()) != list.visible) {
     if (list.visible && styleSheet().isEmpty()) Dress();
     setVisible(list.visible);
@@ -93,6 +94,15 @@ void HoverList::Sync(List& list) {
     if (list.visible && list.enabled) setFocus();
   }
   syncing_ = false;
+}
+
+void HoverList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (!rows_.empty() || emptyText_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(layout_.colour);
+  painter.drawText(viewport()->rect().adjusted(2 * kMargin, kMargin, -2 * kMargin, -kMargin),
+                   Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
 void HoverList::Hover(QPoint position) {

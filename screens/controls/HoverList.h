@@ -26,10 +26,14 @@ class HoverList : public QListView {
   /// When false, only presses and keys reach a row.
   void SetFollowsPointer(bool follows) { followsPointer_ = follows; }
 
+  /// Stands in the list while it has no rows: what would be there.
+  void SetEmptyText(const QString& text) { emptyText_ = text; }
+
   /// Makes it equal to the model's. The list's own end limits `top`.
   void Sync(List& list);
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent*) override {}
@@ -48,6 +52,7 @@ class HoverList : public QListView {
   const ControlLayout& layout_;
   std::vector<std::string> rows_;
   QStringListModel texts_;
+  QString emptyText_;
   bool syncing_ = false, followsPointer_ = true;
   int top_ = 0;
 };
