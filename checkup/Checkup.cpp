@@ -111,6 +111,7 @@ void Checkup::ReadTrainsAndConsists() {
   progress_.Value(0);
   progress_.Caption("Analyzing consists...");
   consists_.LoadConsistList();
+  progress_.Yield();  // the last moment to give it up
 }
 
 void Checkup::ReadServices() {

@@ -75,6 +75,7 @@ void PackRoute::Pack() {
   SkipScan();
   AddScan();
   Zip();
+  progress_.Yield();  // the last moment to give it up
 }
 
 /// The half-written zip has gone with its writer.
