@@ -476,7 +476,7 @@ bool MainScreen::GoesOnBesideStrangers() {
       program_.boxes.AskYesNo(
           "Another route stands there",
           "The working route holds files of a route that this Quillon has not put there, such as\r\n" +
-              stranger +
+              program_.files.Host().HostPath(stranger) +
               "\r\n\r\nAnother Quillon folder may work with the same game, or the game's folder "
               "was changed. Loaded beside them, a route will not work properly.\r\n"
               "Click No, and then Clean in the route manager ('quillon clean').\r\n\r\n"

@@ -42,6 +42,7 @@ void RouteChecks::Require(const std::string& zip, const ArchiveReader& archive, 
       progress.Detail(done, all, "bytes");
       progress.Yield();
     });
+    progress.Detail(0, 0, {});
     damage = NeededDamage(damaged, archive, map);
     Note(zip, damage);
   }

@@ -33,6 +33,7 @@ void RouteRemoval::RemoveRoute(bool tell) {
   name = catalogue_.NameOf(zip_, kNoData);
   // A catalogue that someone edited may name what leads elsewhere, or all routes at once.
   if (IsUsableStem(zip_)) {
+    const Wait wait(program_.watcher, "Removing " + Trim(RightClickName) + "...");
     Rescue rescue(program_, zip_, Trim(RightClickName) + " was removed from Quillon.");
     rescue.NoteRoute(name);
     Unfinished(program_).Begin(kRemove,
@@ -107,14 +108,22 @@ void RouteRemoval::MakeRoutePermanent() {
   program_.shared.MakingPermanent = true;
   const std::string route = program_.BelowGame(kWorkingRoute);
   const std::string selected = catalogue_.ReadCurrent("Zip", "Route"), folder = FreeRouteFolder();
+  {
+    const Wait wait(program_.watcher, "Installing " + Trim(RightClickName) + " permanently...");
+    TurnIntoRoute(route, selected, folder);
+  }
+  program_.shared.CleanUpDone = false;
+  RemoveRoute();
+}
+
+void RouteRemoval::TurnIntoRoute(const std::string& route, const std::string& selected,
+                                 const std::string& folder) {
   RescueBackups(route);
   Unfinished(program_).Begin(
       kPermanent, {{"Zip", zip_}, {"Name", RightClickName}, {"Preview", selected}, {"Folder", folder}});
   // First of all: until then nothing has changed, and from then on it can be finished.
   if (files_.FileExists(route)) files_.Rename(route, folder);
   FurnishFolder(folder, selected);
-  program_.shared.CleanUpDone = false;
-  RemoveRoute();
 }
 
 /// Covered files that are the user's own; the others come from the game.

@@ -41,6 +41,7 @@ class RouteRemoval {
   void MoveBelongings(Rescue& rescue);
   void ForgetSelection();
   void DeleteEntry();
+  void TurnIntoRoute(const std::string& route, const std::string& selected, const std::string& folder);
   void RescueBackups(const std::string& route);
   void FurnishFolder(const std::string& folder, const std::string& selected);
   std::string FreeRouteFolder();

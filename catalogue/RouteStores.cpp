@@ -17,7 +17,8 @@ void CopyForSure(Files& files, const std::string& from, const std::string& to) {
   if (files.AreEqual(from, to)) return;
   files.FileCopy(from, to);
   if (!files.AreEqual(from, to))
-    throw RunTimeError(ErrorNumber::DeviceIoError, to, "the copy is not what " + from + " is");
+    throw RunTimeError(ErrorNumber::DeviceIoError, to,
+                       "the copy is not what " + files.Host().HostPath(from) + " is");
 }
 
 }  // namespace

@@ -43,13 +43,17 @@ void ShelfScreen::btnExploreClick() {
 }
 
 void ShelfScreen::PutBack(int number) {
-  PutBackRescue(program_, entries_.at(static_cast<std::size_t>(number) - 1));
+  const ShelfEntry entry = entries_.at(static_cast<std::size_t>(number) - 1);
+  program_.Step("Putting the rescued files of " + entry.zip + " back");
+  const Wait wait(program_.watcher, program_.step + "...");
+  PutBackRescue(program_, entry);
   Refresh();
 }
 
 void ShelfScreen::Drop(int number) {
   const ShelfEntry entry = entries_.at(static_cast<std::size_t>(number) - 1);
   program_.Step("Deleting the rescued files of " + entry.zip);
+  const Wait wait(program_.watcher, program_.step + "...");
   Shelf(program_).Drop(entry);
   Refresh();
 }

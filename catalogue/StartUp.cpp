@@ -56,7 +56,7 @@ void StartUp::FinishWhatWasCut() {
   } catch (const RunTimeError& error) {
     // The program must come up all the same; the next start tries again.
     program_.TellHealed("What was cut short could not be finished yet: " + error.text() + ": " +
-                        error.path());
+                        program_.files.Host().HostPath(error.path()));
   }
 }
 

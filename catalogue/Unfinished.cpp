@@ -42,7 +42,7 @@ void Unfinished::DropIfEmpty() const {
     program_.files.KillIfThere(file);
 }
 
-bool DeleteWhole(Program& program, const std::string& folder) {
+bool DeleteWhole(Program& program, const std::string& folder, const Files::Each& each) {
   Files& files = program.files;
   if (!files.IsPathAFolder(folder)) return true;
   const Unfinished unfinished(program);
@@ -53,7 +53,7 @@ bool DeleteWhole(Program& program, const std::string& folder) {
     for (int i = 2; files.FileExists(away); ++i) away = wanted + "~" + std::to_string(i);
     unfinished.Begin(kDelete, {{"Folder", away}});
     if (files.Host().Move(folder, away) != FileCode::Ok) continue;
-    if (files.DelTree(away) != 0) return false;
+    if (files.DelTree(away, each) != 0) return false;
     unfinished.End(kDelete);
     return true;
   }

@@ -34,7 +34,7 @@ inline constexpr std::string_view kPackAct = "Pack";
 
 /// Deletes a folder so that no half of it is ever taken for a whole: it gets another name first. False when
 /// it, or a part of it, could not be deleted; a part goes at the next start.
-bool DeleteWhole(Program& program, const std::string& folder);
+bool DeleteWhole(Program& program, const std::string& folder, const Files::Each& each = {});
 
 /// What an earlier process has begun. The game's folder is known and there.
 /// True when a clean-up has to follow, which finishes a Make permanent.

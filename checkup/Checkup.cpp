@@ -32,6 +32,7 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
       progress_(progress),
       stopTimer_(std::move(stopTimer)),
       last_(program),
+      before_(program),
       cache_(program),
       reader_(program, cache_),
       trains_(program),
@@ -41,16 +42,26 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
       services_(program, progress, consists_, report_),
       activities_(program, progress, scan_, services_, report_) {}
 
-void Checkup::Run() {
+bool Checkup::Run() {
   pass_.emplace(program_.files.Host());
   const bool again = WouldBeTheSame();
-  if (!again) ClearRecords();
-  if (!InitCheckupPaths()) return;
-  if (again)
-    RunPasses(true);
-  else if (program_.shared.CheckTrains)
-    CheckEverything();
+  if (!again && program_.shared.CheckTrains) before_.SetRecordsAside();
+  if (!InitCheckupPaths()) {
+    before_.Drop();
+    return true;
+  }
+  try {
+    if (again)
+      RunPasses(true);
+    else if (program_.shared.CheckTrains)
+      CheckEverything();
+  } catch (const GivenUp&) {
+    stopTimer_();
+    before_.TakeBack();
+    return false;
+  }
   Finish();
+  return true;
 }
 
 /// A look at the files' names and times is enough to know.
@@ -70,14 +81,6 @@ bool Checkup::WouldBeTheSame() {
   return true;
 }
 
-void Checkup::ClearRecords() {
-  if (!program_.shared.CheckTrains) return;
-  program_.Step("Removing the records of the last Checkup");
-  const std::string trains = program_.app.TrainRecords();
-  if (program_.files.IsPathAFolder(trains)) program_.files.DelTree(trains);
-  program_.files.MakeFolderIfMissing(trains);
-}
-
 bool Checkup::InitCheckupPaths() {
   if (!GameIsKnown(program_, progress_, stopTimer_)) return false;
   progress_.Caption("Initializing paths...");
@@ -87,13 +90,13 @@ bool Checkup::InitCheckupPaths() {
 }
 
 void Checkup::CheckEverything() {
-  last_.Forget();
   try {
     RunPasses(false);
   } catch (const RunTimeError& error) {
     const std::string step = program_.step;
+    before_.Drop();
     try {
-      RecordCauses(error.text() + ": " + error.path() +
+      RecordCauses(error.text() + ": " + program_.files.Host().HostPath(error.path()) +
                    (error.reason().empty() ? "" : ", " + error.reason()));
       program_.shared.ShowReportWhenDone = false;
       WriteCheckupReport(program_);
@@ -108,7 +111,26 @@ void Checkup::CheckEverything() {
 
 void Checkup::RunPasses(bool again) {
   const auto records = program_.ini.Batch();
-  if (!again) report_.Create();
+  ReadTrainsAndConsists(again);
+  progress_.Caption("Verifying consists...");
+  consists_.VerifyConsists(again);
+  progress_.Maximum(100);
+  progress_.Caption("Verifying services...");
+  services_.VerifyServices(lists_->lstServices, serviceFacts_, again);
+  progress_.Caption("Verifying activities...");
+  activities_.VerifyActivities(lists_->lstAllActivities, activityFacts_, again);
+  progress_.Detail(0, 0, {});
+  barMaximum_ = static_cast<int>(lists_->lstAllActivities.size());
+}
+
+/// Until the end of this, a Checkup may be given up.
+void Checkup::ReadTrainsAndConsists(bool again) {
+  std::optional<MayBeGivenUp> scope;
+  if (!again) {
+    scope.emplace(progress_);
+    before_.NoteConsists();
+    report_.Create();
+  }
   progress_.Caption("Creating train database...");
   program_.Step("Creating the train database");
   if (!again) trains_.BuildTrainDatabase([this] { progress_.Yield(); });
@@ -117,14 +139,10 @@ void Checkup::RunPasses(bool again) {
   progress_.Caption("Analyzing consists...");
   if (!again) ReadGame();
   consists_.LoadConsistList(again);
-  progress_.Caption("Verifying consists...");
-  consists_.VerifyConsists(again);
-  progress_.Maximum(100);
-  progress_.Caption("Verifying services...");
-  services_.VerifyServices(lists_->lstServices, serviceFacts_, again);
-  progress_.Caption("Verifying activities...");
-  activities_.VerifyActivities(lists_->lstAllActivities, activityFacts_, again);
-  barMaximum_ = static_cast<int>(lists_->lstAllActivities.size());
+  if (again) return;
+  progress_.Yield();  // the last moment to give it up
+  last_.Forget();
+  before_.Drop();
 }
 
 /// Much is read while the rest is looked for.
@@ -141,6 +159,7 @@ void Checkup::ReadGame() {
     progress_.Detail(done, all, "files");
     progress_.Yield();
   });
+  progress_.Detail(0, 0, {});
   cache_.LetGo();
   gameIsRead_ = true;
   // The passes leave the facts as they are, and the causes can be found meanwhile; those of a very big game

@@ -10,6 +10,7 @@
 #include "checkup/ActivityVerification.h"
 #include "checkup/CauseFile.h"
 #include "checkup/Causes.h"
+#include "checkup/CheckupBefore.h"
 #include "checkup/ConsistAnalysis.h"
 #include "checkup/FinalReport.h"
 #include "checkup/ItemScan.h"
@@ -30,17 +31,18 @@ class Checkup {
   Checkup(Program& program, Progress& progress, std::function<void()> stopTimer);
 
   /// `CheckTrains` of the shared state says whether there is anything to do. Consists are moved in the game;
-  /// services and activities are only read.
-  void Run();
+  /// services and activities are only read. False when the user has given it up, which they may until the
+  /// first consist is moved: all is as before then.
+  bool Run();
 
  private:
   /// The last whole Checkup has seen the same.
   bool WouldBeTheSame();
-  void ClearRecords();
   bool InitCheckupPaths();
   void CheckEverything();
   /// `again`: they only show what they showed the last time.
   void RunPasses(bool again);
+  void ReadTrainsAndConsists(bool again);
   void ReadGame();
   void BeginJudging(std::launch when);
   CheckupSight Sight();
@@ -54,6 +56,7 @@ class Checkup {
   const std::function<void()> stopTimer_;
   std::optional<FileSystem::Pass> pass_;
   const LastCheckup last_;
+  CheckupBefore before_;
   FactsCache cache_;
   FactsReader reader_;
   TrainDatabase trains_;

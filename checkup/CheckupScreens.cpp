@@ -104,31 +104,54 @@ void ActivityCheckScreen::Activate() {
   if (ran_) return;
   ran_ = true;
   ofRoutes_ = !program_.shared.RoutesToJudge.empty();
+  bool done = false;
   {
     const Work work(*this);
-    if (ofRoutes_)
-      JudgeRoutes();
-    else
-      Checkup(program_, *this, [this] { Timer1.enabled = false; }).Run();
+    done = ofRoutes_ ? JudgeRoutes() : Checkup(program_, *this, [this] { Timer1.enabled = false; }).Run();
   }
+  if (!done) return LeaveGivenUp();
   btnOK.enabled = true;
   btnCauses.enabled = !ofRoutes_ && program_.files.FileExists(program_.app.CausesHtml());
 }
 
-void ActivityCheckScreen::JudgeRoutes() {
+/// As by OK, without a report.
+void ActivityCheckScreen::LeaveGivenUp() {
+  SharedState& shared = program_.shared;
+  shared.ShowReportWhenDone = shared.BuildReportOnReturn = shared.CheckTrains = false;
+  program_.Refuse();
+  program_.stage.Unload(Name());
+}
+
+std::string ActivityCheckScreen::Message() const {
+  if (!btnOK.enabled)
+    return "All consists, services and activities are being checked.\nThis may take a few minutes...";
+  if (bar.colour == kRed) return "Train Simulator was not found, so nothing was checked.";
+  if (ofRoutes_) return "Your routes have been judged.\nClick OK to see what each of them lacks.";
+  return "The Checkup has finished. Click OK to read its report,\nor What to do first to see what is "
+         "missing.";
+}
+
+bool ActivityCheckScreen::JudgeRoutes() {
   const auto zips = std::exchange(program_.shared.RoutesToJudge, {});
   const auto stopTimer = [this] { Timer1.enabled = false; };
   program_.shared.CheckTrains = false;
   if (!GameIsKnown(program_, *this, stopTimer)) {
     program_.shared.ShowReportWhenDone = false;
-    return;
+    return true;
   }
   Caption("Judging routes...");
-  WriteRouteCauses(program_, RouteCheckup(program_, *this).Judge(zips));
+  try {
+    const MayBeGivenUp scope(*this);  // nothing is written before all are judged
+    WriteRouteCauses(program_, RouteCheckup(program_, *this).Judge(zips));
+  } catch (const GivenUp&) {
+    return false;
+  }
+  Detail(0, 0, {});
   stopTimer();
   Colour(kGreen);
   Value(100);
   Caption("Finished!");
+  return true;
 }
 
 void ActivityCheckScreen::Timer1Tick() {

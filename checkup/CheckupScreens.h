@@ -55,6 +55,8 @@ class ActivityCheckScreen : public ProgressScreen {
   Button btnOK{.enabled = false};
   /// Opens the page of causes in place of the report. Off until the run has ended.
   Button btnCauses{.enabled = false};
+  /// What goes on, or what came of it.
+  std::string Message() const;
   /// Decorative: moves the bar while the train database is built.
   Timer Timer1{20, true};
 
@@ -65,7 +67,9 @@ class ActivityCheckScreen : public ProgressScreen {
   void btnCausesClick();
 
  private:
-  void JudgeRoutes();
+  /// False when it was given up.
+  bool JudgeRoutes();
+  void LeaveGivenUp();
 
   int CheckupCounter_ = 0;
   bool ran_ = false;

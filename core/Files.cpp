@@ -196,15 +196,15 @@ bool Files::AreEqual(std::string_view a, std::string_view b) {
 
 void Files::TryCopy(std::string_view from, std::string_view to) { host_.Copy(from, to); }
 
-int Files::DelTree(std::string_view folder) {
+int Files::DelTree(std::string_view folder, const Each& each) {
   const std::string path = CutBackslash(Trim(folder));
   // A bare name or a drive's root is refused.
   if (path.find('\\') == path.npos || LeadsElsewhere(path)) return -1;
   const FileSystem::Pass pass(host_);
-  return DelTreeOf(path);
+  return DelTreeOf(path, each);
 }
 
-int Files::DelTreeOf(const std::string& folder) {
+int Files::DelTreeOf(const std::string& folder, const Each& each) {
   if (!IsPathAFolder(folder)) return -1;
   const auto numberOf = [](FileCode code) { return static_cast<int>(NumberOf(code)); };
   // A link goes as itself: what it points to is not ours to empty.
@@ -225,14 +225,16 @@ int Files::DelTreeOf(const std::string& folder) {
     }
     if ((entry.attributes & kReadOnly) != 0) host_.SetAttributes(path, 0);
     if (const FileCode code = host_.Delete(path); code != FileCode::Ok) return numberOf(code);
+    if (each) each();
   }
   for (const auto& path : folders)
-    if (const int result = DelTreeOf(path); result != 0) return result;
+    if (const int result = DelTreeOf(path, each); result != 0) return result;
   const FileCode code = host_.RemoveFolder(folder);
   return code == FileCode::Ok ? 0 : numberOf(code);
 }
 
-int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern) {
+int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern,
+                        const Each& each) {
   // Where the folder above is missing, too, there is no such place and nothing to be told.
   const bool isPlace = host_.CreateFolder(CutBackslash(destination)) != FileCode::PathNotFound;
   if (!HasWildcard(pattern)) return CopyOneFile(source, destination, pattern);
@@ -246,6 +248,7 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
       const std::string path = std::string(source) + entry.name;
       const FileCode code = CopyTwice(path, std::string(destination) + entry.name);
       if (code != FileCode::Ok && isPlace) meter_.CopyFailed(path, code);
+      if (each) each();
     }
     MoveCopyBar();
   }

@@ -87,14 +87,18 @@ class Files {
   /// Whether both are files of the same size and time, or of the same bytes.
   bool AreEqual(std::string_view a, std::string_view b);
 
+  /// Called after each file of a work on many; may be empty.
+  using Each = std::function<void()>;
+
   /// Deletes a folder with all it holds; links in it are unlinked, not followed. 0, -1 when `folder` is no
   /// folder or no path to be trusted, or the number of the error that ended it.
-  int DelTree(std::string_view folder);
+  int DelTree(std::string_view folder, const Each& each = {});
 
   /// Copies what matches `pattern` from `source` to `destination`, both with a closing backslash, replacing
   /// what is there; copies that fail are passed over. Returns how many entries were handled, "." and ".." and
   /// folders included.
-  int CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern);
+  int CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern,
+                   const Each& each = {});
 
   /// Calls `action` with folder (closing backslash) and name of each file below `searchPath`, which ends in
   /// "*.*". Links to folders are passed over.
@@ -113,7 +117,7 @@ class Files {
   FileCode CopyTwice(const std::string& from, const std::string& to);
   int CopyOneFile(std::string_view source, std::string_view destination, std::string_view name);
   void MoveCopyBar();
-  int DelTreeOf(const std::string& folder);
+  int DelTreeOf(const std::string& folder, const Each& each);
   void RaiseAboutFile(FileCode code, std::string_view path, const char* denied = kNoPermission);
 
   FileSystem& host_;

@@ -13,6 +13,7 @@ class NoProgress : public Progress {
   void Colour(int) override {}
   void Detail(std::uint64_t, std::uint64_t, std::string_view) override {}
   void Yield() override {}
+  void AllowGivingUp(bool) override {}
 };
 
 }  // namespace quillon

@@ -26,6 +26,9 @@ class Shell {
   virtual ~Shell() = default;
   virtual void OpenInShell(std::string_view path) = 0;
   virtual void Explore(std::string_view folder) = 0;
+  /// Starts the game by `command`, or without one by its program at `trainExe`; when this program has ended,
+  /// as the two never run together.
+  virtual void StartGame(std::string_view trainExe, std::string_view command) = 0;
   virtual void ShowHelp(std::string_view file, std::string_view command) = 0;
 };
 
@@ -78,8 +81,22 @@ class Watcher {
   /// Files went to the shelf; or, for room, an old rescue left it and is `dropped`.
   virtual void ShelfChanged(const ShelfEntry& entry, bool dropped) = 0;
   virtual void VerdictGiven(const Verdict& verdict) = 0;
+  /// What is being done takes a while and has no screen of its own; empty when it is done.
+  virtual void WaitChanged(std::string_view what) = 0;
   /// A turn for the event loop: told between file calls, too.
   virtual void Yield() = 0;
+};
+
+/// The user waits for it as long as it lives.
+class Wait {
+ public:
+  Wait(Watcher& watcher, std::string_view what) : watcher_(watcher) { watcher_.WaitChanged(what); }
+  ~Wait() { watcher_.WaitChanged({}); }
+  Wait(const Wait&) = delete;
+  Wait& operator=(const Wait&) = delete;
+
+ private:
+  Watcher& watcher_;
 };
 
 }  // namespace quillon

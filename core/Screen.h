@@ -44,6 +44,14 @@ class ProgressScreen : public Screen, public Progress {
   ProgressBar bar;
   /// A pipeline runs behind the screen: it can't be left.
   bool working = false;
+  /// Gives the work up. On view while that can be done.
+  Button btnCancel{.enabled = false, .visible = false};
+
+  /// The work ends at its next turn, and nothing is left of it.
+  void btnCancelClick() {
+    givenUp_ = givenUp_ || btnCancel.enabled;
+    btnCancel.enabled = false;
+  }
 
   void Caption(std::string_view text) override {
     if (bar.caption == text) return;
@@ -65,7 +73,14 @@ class ProgressScreen : public Screen, public Progress {
   void Detail(std::uint64_t done, std::uint64_t total, std::string_view unit) override {
     program_.watcher.DetailChanged(Name(), done, total, unit);
   }
-  void Yield() override { program_.watcher.Yield(); }
+  void Yield() override {
+    program_.watcher.Yield();
+    if (givenUp_ && btnCancel.visible) throw GivenUp{};
+  }
+  void AllowGivingUp(bool allowed) override {
+    btnCancel.enabled = btnCancel.visible = allowed;
+    givenUp_ = false;
+  }
 
  protected:
   /// For the time in which the pipeline runs.
@@ -79,6 +94,9 @@ class ProgressScreen : public Screen, public Progress {
    private:
     ProgressScreen& screen_;
   };
+
+ private:
+  bool givenUp_ = false;
 };
 
 }  // namespace quillon

@@ -15,6 +15,7 @@ namespace quillon {
 namespace {
 
 constexpr auto kBarInterval = std::chrono::milliseconds(100);
+constexpr auto kLongestAnswer = std::chrono::seconds(2);  // of a desktop that has a program
 
 }  // namespace
 
@@ -33,18 +34,27 @@ bool HeadlessFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
 
 void HeadlessFrontEnd::OpenInShell(std::string_view path) {
   output_.Put({{"event", "open"}, {"path", path}, {"host", hostPath_(path)}});
-  if (options_.open) OpenWithDesktop(hostPath_(path));
+  if (options_.open) TellUnopened(OpenWithDesktop(hostPath_(path)), hostPath_(path));
 }
+
+/// No command asks for it: who types commands starts the game alike.
+void HeadlessFrontEnd::StartGame(std::string_view trainExe, std::string_view) { OpenInShell(trainExe); }
 
 void HeadlessFrontEnd::Explore(std::string_view folder) {
   output_.Put({{"event", "explore"}, {"path", folder}});
-  if (options_.open) ExploreWithDesktop(hostPath_(folder));
+  if (options_.open) TellUnopened(ExploreWithDesktop(hostPath_(folder)), hostPath_(folder));
 }
 
 void HeadlessFrontEnd::ShowHelp(std::string_view file, std::string_view command) {
   output_.Put({{"event", "help"}, {"file", file}, {"command", command}});
   // No desktop knows the table; a browser knows the pages.
-  if (options_.open) OpenWithDesktop(hostPath_(std::string(FolderOf(file)) + "help\\index.html"));
+  const std::string index = hostPath_(std::string(FolderOf(file)) + "help\\index.html");
+  if (options_.open) TellUnopened(OpenWithDesktop(index), index);
+}
+
+void HeadlessFrontEnd::TellUnopened(DesktopAnswer answer, const std::string& hostPath) {
+  if (answer.wait_for(kLongestAnswer) == std::future_status::ready && !answer.get())
+    std::fprintf(stderr, "quillon: no program was found that opens %s\n", hostPath.c_str());
 }
 
 void HeadlessFrontEnd::PutBar(const std::string& screen, HeldBar& bar) {
@@ -160,7 +170,7 @@ void HeadlessFrontEnd::CopyFoundNothing(std::string_view caption) {
 
 void HeadlessFrontEnd::CopyFailed(std::string_view path, FileCode code) {
   const std::string text =
-      std::string(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
+      hostPath_(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
   output_.Put({{"event", "text"},
                {"screen", lastScreen_},
                {"control", "lblDetail"},

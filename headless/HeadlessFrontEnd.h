@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "core/host/Desktop.h"
 #include "headless/CommandLine.h"
 #include "headless/Output.h"
 #include "stage/RunningProgram.h"
@@ -28,6 +29,7 @@ class HeadlessFrontEnd : public FrontEnd {
   bool AskYesNo(std::string_view title, std::string_view text) override;
   void OpenInShell(std::string_view path) override;
   void Explore(std::string_view folder) override;
+  void StartGame(std::string_view trainExe, std::string_view command) override;
   void ShowHelp(std::string_view file, std::string_view command) override;
   void BarChanged(std::string_view screen, const ProgressBar& bar, BarChange change) override;
   void LabelChanged(std::string_view screen, std::string_view control, const Label& label) override;
@@ -35,6 +37,7 @@ class HeadlessFrontEnd : public FrontEnd {
                      std::string_view unit) override {
     output_.Detail(done, total, std::string(unit));
   }
+  void WaitChanged(std::string_view) override {}
   void Yield() override {}
   void ScreenShown(Screen& screen, bool modal) override;
   void ScreenActivated(Screen& screen) override;
@@ -47,6 +50,8 @@ class HeadlessFrontEnd : public FrontEnd {
   void ShelfChanged(const ShelfEntry& entry, bool dropped) override;
 
  private:
+  void TellUnopened(DesktopAnswer answer, const std::string& hostPath);
+
   struct HeldBar {
     int value = 0, maximum = 0;
     bool held = false;

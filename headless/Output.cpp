@@ -116,8 +116,8 @@ class TextOutput : public Output {
 
   void Text(const Event& event) {
     const std::string control = event["control"], text = event["text"];
-    constexpr std::array<std::string_view, 5> kNews = {"lblMessage", "lblFirstMessage", "lblTerrainInfo",
-                                                       "lblHint", "lblRoom"};
+    constexpr std::array<std::string_view, 6> kNews = {"lblMessage", "lblFirstMessage", "lblTerrainInfo",
+                                                       "lblHint",    "lblRoom",         "lblWhere"};
     const bool news = std::find(kNews.begin(), kNews.end(), control) != kNews.end();
     if (!news || !event["visible"] || text.empty() || text == said_) return;
     Line(ReplaceAll(text, "\r\n", "\n"));

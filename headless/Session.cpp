@@ -164,7 +164,8 @@ void Session::Report(const RunTimeError& error) {
                  {"step", program_.Get().step}};
   if (!error.reason().empty()) event["reason"] = error.reason();
   output_.Put(event);
-  std::fprintf(stderr, "quillon: %s\n%s\n", ErrorLine(program_.Get(), error).c_str(), Advice(error).c_str());
+  std::fprintf(stderr, "quillon: %s\n%s\n", ErrorLine(program_.Get(), error).c_str(),
+               Advice(error, program_.Get().step).c_str());
 }
 
 bool Session::StartUp() {
@@ -181,7 +182,7 @@ bool Session::StartUpToVerify() {
   try {
     return StartUp();
   } catch (const RunTimeError& error) {
-    if (!IsMissingPreview(error)) throw;
+    if (RemedyOf(error) != Remedy::RepairCatalogue) throw;
     cutStart_ = true;
     return true;
   }

@@ -59,8 +59,7 @@ void AddRoutes::PrepareDownloads() {
 
 bool AddRoutes::NothingToAdd() {
   if (!state_.DownloadedZips().empty()) return false;
-  state_.progress.Caption(state_.program.shared.ZipsSetAside ? "No new routes added."
-                                                             : "No new routes found.");
+  state_.progress.Caption(state_.program.shared.ZipsSetAside ? "No new routes added." : kNothingFound);
   state_.progress.Colour(kRed);
   state_.progress.Value(100);
   return true;

@@ -7,6 +7,9 @@
 
 namespace quillon {
 
+/// What the bar says when there is nothing to add.
+inline constexpr const char* kNothingFound = "No new routes found.";
+
 class AddRoutes {
  public:
   /// `cancelCheckpoint` is asked twice on the way; whatever it does, the intake runs to its end.

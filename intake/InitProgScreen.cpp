@@ -14,6 +14,7 @@ void InitProgScreen::Activate() {
     AddRoutes(program_, *this, [this] { CancelCheckpoint(); }).Run();
   }
   Timer2.enabled = false;
+  if (bar.caption == kNothingFound) SayWhereZipsBelong();
   SharedState& shared = program_.shared;
   if (shared.RebuildAfterCleanUp) {
     shared.RebuildAfterCleanUp = false;
@@ -22,6 +23,20 @@ void InitProgScreen::Activate() {
     program_.stage.ShowModal("frmCleanUp");
   }
   btnOK.enabled = true;
+}
+
+/// What lies there all the same is of no kind that can be added.
+void InitProgScreen::SayWhereZipsBelong() {
+  const std::string folder = program_.app.DownloadedRoutes();
+  const auto others = program_.files.ListFiles(folder + "\\*.*");
+  std::string waiting = "None waits there now.";
+  if (others.size() == 1)
+    waiting = "What waits there can't be added: " + others.front();
+  else if (!others.empty())
+    waiting =
+        std::to_string(others.size()) + " files wait there that can't be added, such as " + others.front();
+  SetLabel("lblWhere", lblWhere,
+           "Route zips belong in\r\n" + program_.files.Host().HostPath(folder) + "\r\n" + waiting, true);
 }
 
 void InitProgScreen::CancelCheckpoint() {

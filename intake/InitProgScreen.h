@@ -18,6 +18,8 @@ class InitProgScreen : public ProgressScreen {
   explicit InitProgScreen(Program& program) : ProgressScreen(program, "frmInitProg") {}
 
   Label lblMessage;
+  /// Where zips belong, when none were found; stands in the place of lblMessage.
+  Label lblWhere{"", false};
   Button btnOK{.enabled = false};
   /// "Show full report when finished?"
   bool chkReport = true;
@@ -31,6 +33,7 @@ class InitProgScreen : public ProgressScreen {
 
  private:
   void CancelCheckpoint();
+  void SayWhereZipsBelong();
 
   std::string txtCancel_ = "txtCancel";
   int decoration_ = 0;

@@ -92,7 +92,7 @@ void RememberOddDownload(Program& program, const RunTimeError& error) {
   if (download.empty() || !IsItsFault(error)) return;
   std::string text = error.text();
   if (!error.reason().empty()) text += " (" + error.reason() + ")";
-  if (!error.path().empty()) text += ": " + error.path();
+  if (!error.path().empty()) text += ": " + program.files.Host().HostPath(error.path());
   const auto batch = program.ini.Batch();
   Note(program, "Name", "\"" + download + "\"");
   Note(program, "Error", text);

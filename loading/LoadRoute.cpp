@@ -76,7 +76,7 @@ void LoadRoute::SetSizeMessage() { texts_.SetFirstMessage(SizeMessage(unzip1_.En
 
 void LoadRoute::RefuseWhatWouldFail() {
   program_.Step("Making sure that the route can be loaded");
-  previous_.emplace(program_, WorkingRoute, LoadZip);
+  previous_.emplace(program_, progress_, WorkingRoute, LoadZip);
   LoadPreflight preflight(program_, WorkingRoute, unzip1_, map_, previous_->Lists());
   preflight.Run();
   texts_.SetRoom(preflight.TightRoom());

@@ -18,6 +18,9 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
   /// What the load needs of the disks, when it is tight.
   Label lblRoom{"", false};
   Button btnOK{.enabled = false};
+  /// OK, and then the game in place of this program. Off until the route is loaded, and where nothing is
+  /// known that starts the game.
+  Button btnStart{.enabled = false};
 
   /// Runs the load to its end.
   void Activate() override {
@@ -30,6 +33,7 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
       LoadRoute(program_, *this, *this).Run();
     }
     btnOK.enabled = true;
+    btnStart.enabled = !GameCommand().empty() || program_.files.FileExists(program_.BelowGame(kTrainExe));
   }
 
   void btnOKClick() {
@@ -41,7 +45,18 @@ class LoadScreen : public ProgressScreen, private LoadTexts {
       program_.stage.ShowModal("frmCustomMessage");
   }
 
+  void btnStartClick() {
+    btnOKClick();
+    if (program_.stage.Ended()) return;
+    program_.stage.ShutDown(false);
+    program_.shell.StartGame(program_.BelowGame(kTrainExe), GameCommand());
+  }
+
  private:
+  /// The user's own, in place of the game's program.
+  std::string GameCommand() const {
+    return program_.ini.ReadIni("TrainSim", "Command", "", program_.app.SettingsIni());
+  }
   void AllowMainScreen(bool allow) {
     if (auto* main = dynamic_cast<MainScreen*>(program_.stage.Find("frmMain"))) main->EnableButtons(allow);
   }

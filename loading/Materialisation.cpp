@@ -1,5 +1,6 @@
 #include "loading/Materialisation.h"
 
+#include <functional>
 #include <unordered_set>
 
 #include "catalogue/LoadLists.h"
@@ -57,6 +58,7 @@ void Materialisation::PlaceRouteFiles(ArchiveReader& archive, const RouteMap& ma
     if (LoadProgress > 100) LoadProgress = 5;
     progress_.Value(LoadProgress);
   });
+  progress_.Detail(0, 0, {});
 }
 
 void Materialisation::CopyActivities() {
@@ -109,13 +111,25 @@ void Materialisation::CopyTrackTextures() {
 }
 
 void Materialisation::CopyExtras() {
+  std::vector<Copy> copies;
   for (const auto& [source, destination] : kExtrasRows)
-    files_.CopyAllFiles(program_.BelowGame(kExtras) + std::string(source), InRoute(destination), "*.*");
+    copies.push_back({program_.BelowGame(kExtras) + std::string(source), InRoute(destination), "*.*"});
+  CopyAll(copies);
 }
 
 void Materialisation::CopyCustomFiles() {
+  std::vector<Copy> copies;
   for (const auto& [source, destination] : kCustomRows)
-    files_.CopyAllFiles(program_.app.Custom(LoadZip) + std::string(source), InRoute(destination), "*.*");
+    copies.push_back({program_.app.Custom(LoadZip) + std::string(source), InRoute(destination), "*.*"});
+  CopyAll(copies);
+}
+
+void Materialisation::CopyAll(const std::vector<Copy>& copies) {
+  std::uint64_t all = 0;
+  for (const auto& copy : copies) all += files_.ListFiles(copy.source + std::string(copy.pattern)).size();
+  FileCount count(progress_, all);
+  for (const auto& [source, destination, pattern] : copies)
+    files_.CopyAllFiles(source, destination, pattern, std::ref(count));
 }
 
 void Materialisation::SpreadCustomAndStuffed() {
@@ -125,11 +139,13 @@ void Materialisation::SpreadCustomAndStuffed() {
 
 void Materialisation::Spread(const std::string& folder) {
   const std::string source = InRoute(folder);
+  std::vector<Copy> copies;
   for (const auto& [destination, pattern] : kTopRows)
-    files_.CopyAllFiles(source + "\\", InRoute(destination), pattern);
-  if (folder == "\\Stuffed") files_.CopyAllFiles(source + "\\Root\\", InRoute("\\"), "*.*");
+    copies.push_back({source + "\\", InRoute(destination), pattern});
+  if (folder == "\\Stuffed") copies.push_back({source + "\\Root\\", InRoute("\\"), "*.*"});
   for (const auto& [below, pattern] : kFolderRows)
-    files_.CopyAllFiles(source + std::string(below), InRoute(below), pattern);
+    copies.push_back({source + std::string(below), InRoute(below), pattern});
+  CopyAll(copies);
 }
 
 }  // namespace quillon

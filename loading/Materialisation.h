@@ -40,6 +40,11 @@ class Materialisation {
 
  private:
   void CopyOwnActivities(const std::string& source, const std::string& destination, bool fileByFile);
+  struct Copy {
+    std::string source, destination;  // with closing backslashes
+    std::string_view pattern;
+  };
+  void CopyAll(const std::vector<Copy>& copies);
   void Spread(const std::string& folder);
   std::string InRoute(std::string_view path) const { return WorkingRoute + std::string(path); }
 

@@ -15,9 +15,11 @@ constexpr const char* kWhy = "Loading a route would have replaced or deleted wha
 
 }  // namespace
 
-PreviousRoute::PreviousRoute(Program& program, std::string workingRoute, std::string loadZip)
+PreviousRoute::PreviousRoute(Program& program, Progress& progress, std::string workingRoute,
+                             std::string loadZip)
     : program_(program),
       files_(program.files),
+      progress_(progress),
       WorkingRoute(std::move(workingRoute)),
       LoadZip(std::move(loadZip)),
       PreviousZip(Catalogue(program).Loaded()),
@@ -71,7 +73,9 @@ void PreviousRoute::RescueOwnWork() {
   if (IsInCatalogue()) own.KeepSaves(rescue_);
   for (const auto* folder : {"\\activities", "\\paths", "\\services", "\\traffic"})
     own.KeepBelow(rescue_, WorkingRoute + folder);
+  FileCount count(progress_, lists_.Current().size());
   for (const auto& line : lists_.Current()) {
+    count();
     // A script's line may name all that matches.
     if (line.find_first_of("*?") == line.npos) {
       own.KeepIfOwn(rescue_, line);
@@ -111,14 +115,19 @@ void PreviousRoute::EmptyActivityFolders() {
 
 void PreviousRoute::RemoveLoadedFiles() {
   const auto spared = wasPutAway_ ? lists_.NeverPlaced() : std::unordered_set<std::string>();
-  for (const auto& line : lists_.Current())
+  FileCount count(progress_, lists_.Current().size());
+  for (const auto& line : lists_.Current()) {
     if ((spared.empty() || !spared.contains(UpperCase(line))) && files_.Host().Delete(line) != FileCode::Ok &&
         !files_.IsPathAFolder(line))
       files_.KillIfThere(line);
+    count();
+  }
 }
 
 void PreviousRoute::GiveBackDefaultFiles() {
+  FileCount count(progress_, lists_.Backups().size());
   for (const auto& line : lists_.Backups()) {
+    count();
     if (!files_.FileExists(line)) continue;
     const std::string target = LoadLists::TargetOf(line);
     if (files_.FileExists(target)) {

@@ -8,13 +8,14 @@
 #include "catalogue/Catalogue.h"
 #include "catalogue/LoadLists.h"
 #include "core/Program.h"
+#include "core/Progress.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {
 
 class PreviousRoute {
  public:
-  PreviousRoute(Program& program, std::string workingRoute, std::string loadZip);
+  PreviousRoute(Program& program, Progress& progress, std::string workingRoute, std::string loadZip);
 
   /// A load or a clean-up was cut short: the previous route is in its stores already.
   bool WasPutAway() const { return wasPutAway_; }
@@ -43,6 +44,7 @@ class PreviousRoute {
 
   Program& program_;
   Files& files_;
+  Progress& progress_;
   const std::string WorkingRoute, LoadZip, PreviousZip;
   const bool wasPutAway_;
   const std::string cutZip_;  // the route that a load cut short was bringing in

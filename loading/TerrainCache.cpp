@@ -1,5 +1,7 @@
 #include "loading/TerrainCache.h"
 
+#include <array>
+
 #include "core/archive/ArchiveWriter.h"
 
 namespace quillon {
@@ -53,7 +55,11 @@ void TerrainCache::Gather(const std::string& PreviousZip) {
   program_.files.Rename(temporary, cache);
   program_.files.Flush(cache);
   // Nothing goes before the cache stands: a run that is cut short here is not started again.
-  for (const auto& file : files) program_.files.KillIfThere(file);
+  FileCount count(progress_, files.size());
+  for (const auto& file : files) {
+    program_.files.KillIfThere(file);
+    count();
+  }
   SizeTest(cache);
 }
 
@@ -68,14 +74,21 @@ void TerrainCache::Pack(const std::string& archive, const std::vector<std::strin
     progress_.Yield();
   };
   writer.Zip();
+  progress_.Detail(0, 0, {});
 }
 
 void TerrainCache::Clear() {
-  for (const auto* pattern : {"\\Tiles\\*.raw", "\\LO_Tiles\\*.raw", "\\LO_Tiles\\*.t", "\\Tiles\\*.t"}) {
+  constexpr std::array<const char*, 4> kPatterns = {"\\Tiles\\*.raw", "\\LO_Tiles\\*.raw", "\\LO_Tiles\\*.t",
+                                                    "\\Tiles\\*.t"};
+  std::uint64_t all = 0;
+  for (const auto* pattern : kPatterns) all += program_.files.ListFiles(WorkingRoute + pattern).size();
+  FileCount count(progress_, all);
+  for (const auto* pattern : kPatterns) {
     const std::string path = WorkingRoute + pattern;
-    for (const auto& name : program_.files.ListFiles(path))
+    for (const auto& name : program_.files.ListFiles(path)) {
       program_.files.KillReadOnly(FolderIn(path) + name);
-    progress_.Yield();
+      count();
+    }
   }
 }
 
@@ -93,6 +106,7 @@ void TerrainCache::Restore(const std::string& LoadZip) {
   };
   progress_.Caption("Optimizing terrain generation speed...");
   reader.Extract();
+  progress_.Detail(0, 0, {});
 }
 
 }  // namespace quillon

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "catalogue/DefaultFileScan.h"
 #include "catalogue/GameFolders.h"
@@ -96,10 +97,12 @@ void CleanUp::RequireRemovable(const std::string& folder) {
   for (const auto& entry : found) {
     if (entry.dots() || entry.link) continue;
     const std::string path = folder + "\\" + entry.name;
-    if (entry.folder())
+    if (entry.folder()) {
       RequireRemovable(path);
-    else if (roomIsTight_)
-      roomFreed_ += RoomOf(path);
+      continue;
+    }
+    ++filesThere_;
+    if (roomIsTight_) roomFreed_ += RoomOf(path);
   }
 }
 
@@ -154,7 +157,10 @@ void CleanUp::RescueOwnWork(Rescue& rescue, const std::string& loaded, const std
   if (cut != loaded) zips.push_back(cut);
   OwnFiles own(program_, zips);
   if (loaded != kNoData) own.KeepSaves(rescue);
-  own.KeepBelow(rescue, program_.BelowGame(kWorkingRoute));
+  {
+    FileCount count(progress_, filesThere_);
+    own.KeepBelow(rescue, program_.BelowGame(kWorkingRoute), std::ref(count));
+  }
   rescue.Close();
   PlacedRecord(program_).Forget();
 }
@@ -164,8 +170,8 @@ void CleanUp::RemoveWorkingRoute() {
   // What can't be deleted stays in silence, and would be the next route's: it is tried once more.
   const std::string saves = program_.BelowGame(kWorkingSaves);
   if (catalogue_.Loaded() != kNoData && files_.DelTree(saves) > 0) files_.DelTree(saves);
-  files_.DelTree(program_.BelowGame(kWorkingRoute));
-  progress_.Yield();
+  FileCount count(progress_, filesThere_);
+  files_.DelTree(program_.BelowGame(kWorkingRoute), std::ref(count));
 }
 
 void CleanUp::MakeFolders() {
@@ -178,12 +184,17 @@ void CleanUp::MakeFolders() {
 void CleanUp::CopyGameFolders() {
   program_.Step("Copying the game's common files");
   const std::string route = program_.BelowGame(kWorkingRoute);
-  files_.CopyAllFiles(program_.BelowGame("\\TEMPLATE\\"), route + "\\", "*.*");
   MakeExtras(program_);  // the first of all clean-ups comes before the start-up that makes them
-  files_.CopyAllFiles(program_.app.EnvDefaults() + "\\", program_.BelowGame("\\Quillon_Extras\\EnvFiles\\"),
-                      "*.*");
-  files_.CopyAllFiles(program_.BelowGame("\\Global\\Shapes\\"), route + "\\Shapes\\", "*.*");
-  files_.CopyAllFiles(program_.BelowGame("\\Global\\Textures\\"), route + "\\Textures\\", "*.*");
+  const std::array<std::pair<std::string, std::string>, 4> rows = {{
+      {program_.BelowGame("\\TEMPLATE\\"), route + "\\"},
+      {program_.app.EnvDefaults() + "\\", program_.BelowGame("\\Quillon_Extras\\EnvFiles\\")},
+      {program_.BelowGame("\\Global\\Shapes\\"), route + "\\Shapes\\"},
+      {program_.BelowGame("\\Global\\Textures\\"), route + "\\Textures\\"},
+  }};
+  std::uint64_t all = 0;
+  for (const auto& row : rows) all += files_.ListFiles(row.first + "*.*").size();
+  FileCount count(progress_, all);
+  for (const auto& [source, target] : rows) files_.CopyAllFiles(source, target, "*.*", std::ref(count));
   for (const auto* folder : {"\\", "\\Shapes\\", "\\Textures\\"}) MakeWritable(route + folder);
 }
 
@@ -208,7 +219,7 @@ void CleanUp::CopyDefaultFiles() {
   program_.Step("Copying the default files");
   const auto lines = Lines(files_.ReadAll(program_.app.CopyFilesList()));
   int value = 0;
-  std::uint64_t done = 0;
+  FileCount count(progress_, lines.size());
   for (const auto& line : lines) {
     const std::string source = program_.shared.TrainSimPath + "\\" + line;
     if (!line.empty() && IsThere(source)) {
@@ -217,10 +228,7 @@ void CleanUp::CopyDefaultFiles() {
       files_.FileCopy(source, target);
       files_.SetAttributes(target, kArchive);
     }
-    if (++done % 32 == 0 || done == lines.size()) {
-      progress_.Detail(done, lines.size(), "files");
-      progress_.Yield();
-    }
+    count();
   }
 }
 

@@ -40,7 +40,8 @@ class CleanUp {
   Catalogue catalogue_;
   std::string healed_;  // what became of a run that was cut short
   bool roomIsTight_ = false;
-  std::uint64_t roomFreed_ = 0;  // bytes that the working route gives back; only counted when room is tight
+  std::uint64_t filesThere_ = 0;  // in the working route
+  std::uint64_t roomFreed_ = 0;   // bytes that the working route gives back; only counted when room is tight
 };
 
 }  // namespace quillon

@@ -38,34 +38,74 @@ std::string PackRoute::ArchivePath(const char* extension) const {
   return program_.app.DownloadedRoutes() + "\\QNPacked-" + PackName + extension;
 }
 
-void PackRoute::Run() {
+bool PackRoute::Run() {
   const FileSystem::Pass pass(files_.Host());
   program_.Step("Packing the route " + PackName);
   Unfinished(program_).Begin(kPackAct, {});
   SetOldArchiveAside();
-  progress_.Yield();
-  progress_.Value(100);
-  ReadDefaultFiles();
-  SkipScan();
-  AddScan();
-  Zip();
+  if (files_.FileExists(Log())) logSize_ = files_.Size(Log());
+  try {
+    Pack();
+    FinishZip();
+  } catch (const GivenUp&) {
+    TakeBack();
+    return false;
+  } catch (const RunTimeError&) {
+    try {
+      if (aside_) aside_->Close();
+    } catch (const RunTimeError&) {  // the first error is the one to tell
+    }
+    throw;
+  }
+  if (aside_) aside_->Close();
   DropOldArchiveIfContained();
   MakeSavesFolder();
   Unfinished(program_).End(kPackAct);
   progress_.Colour(kGreen);
   progress_.Value(100);
   progress_.Caption("Finished Packing!");
+  return true;
+}
+
+void PackRoute::Pack() {
+  const MayBeGivenUp scope(progress_);
+  progress_.Yield();
+  progress_.Value(100);
+  ReadDefaultFiles();
+  SkipScan();
+  AddScan();
+  Zip();
+  progress_.Yield();  // the last moment to give it up
+}
+
+/// The half-written zip has gone with its writer.
+void PackRoute::TakeBack() {
+  const std::string zip = ArchivePath(".zip");
+  files_.KillIfThere(ArchivePath(".tmp"));
+  if (!oldArchive_.empty()) {
+    const Shelf shelf(program_);
+    const std::string aside = oldArchive_ + shelf.PlaceOf(zip);
+    if (files_.Host().Move(aside, zip) != FileCode::Ok) files_.FileCopy(aside, zip);
+    files_.Flush(zip);
+    shelf.Drop({.path = oldArchive_});
+    files_.Host().RemoveFolder(program_.app.Rescued());  // if it was made for this
+  }
+  if (logSize_)
+    files_.WriteAll(Log(), files_.ReadAll(Log(), *logSize_));
+  else
+    files_.KillIfThere(Log());
+  Unfinished(program_).End(kPackAct);
 }
 
 /// An older zip of the route may hold what the folder no longer has.
 void PackRoute::SetOldArchiveAside() {
   files_.KillIfThere(ArchivePath(".tmp"));
   if (!files_.FileExists(ArchivePath(".zip"))) return;
-  Rescue rescue(program_, "QNPacked-" + PackName,
-                "An older zip of this route, from before it was packed again.");
-  rescue.Keep(ArchivePath(".zip"));
-  oldArchive_ = rescue.Folder();
-  rescue.Close();
+  aside_.emplace(program_, "QNPacked-" + PackName,
+                 "An older zip of this route, from before it was packed again.");
+  aside_->Keep(ArchivePath(".zip"));
+  oldArchive_ = aside_->Folder();
+  aside_->Flush();
   files_.KillIfThere(ArchivePath(".zip"));
 }
 
@@ -101,6 +141,7 @@ void PackRoute::ReadDefaultFiles() {
 void PackRoute::SkipScan() {
   WalkRoute([this](const std::string& folder, const std::string& name) {
     if (IsLeftOut(LowerCase(name))) PackSkipList.insert(LowerCase(folder + name));
+    ++filesSeen_;
     progress_.Yield();
   });
 }
@@ -129,14 +170,15 @@ void PackRoute::WalkFolder(const std::string& folder, bool link, FolderWay& way,
 }
 
 void PackRoute::AddScan() {
-  ListFile log(files_, program_.app.TrainRecord("packedup.log"), true);
+  ListFile log(files_, Log(), true);
+  FileCount count(progress_, filesSeen_);
   // The route's own folder stays in front of each name.
   WalkRoute([&](const std::string& folder, const std::string& name) {
     progress_.Caption("Checking " + LowerCase(name));
+    count();
     if (PackSkipList.contains(LowerCase(folder + name))) return;
     Add(folder, name);
     log.Add("Added to Zip: " + folder + name + "\r\n");
-    progress_.Yield();
   });
 }
 
@@ -163,6 +205,10 @@ void PackRoute::Zip() {
   xzipper1_.ArchiveFile = ArchivePath(".tmp");
   xzipper1_.OnProgress = [this](const ArchiveWriter&) { TellProgress(); };
   xzipper1_.Zip();
+  progress_.Detail(0, 0, {});
+}
+
+void PackRoute::FinishZip() {
   RequireComplete();
   files_.KillIfThere(ArchivePath(".zip"));
   files_.Rename(ArchivePath(".tmp"), ArchivePath(".zip"));
@@ -232,14 +278,19 @@ bool PackRoute::RemoveFolder() {
   program_.Step("Removing the folder of the route " + PackName);
   Rescue rescue(program_, "QNPacked-" + PackName,
                 "The route's folder was removed after packing; its zip does not hold this.");
-  files_.Walk(folder_ + "\\*.*", [&](const std::string& folder, const std::string& name) {
-    if (!IsHeld(folder, name)) rescue.Keep(folder + name);
-  });
+  {
+    FileCount count(progress_, filesSeen_);
+    files_.Walk(folder_ + "\\*.*", [&](const std::string& folder, const std::string& name) {
+      if (!IsHeld(folder, name)) rescue.Keep(folder + name);
+      count();
+    });
+  }
   files_.Walk(saves + "\\*.*",
               [&](const std::string& folder, const std::string& name) { rescue.Keep(folder + name); });
   rescue.Close();
   files_.DelTree(saves);
-  return DeleteWhole(program_, folder_);
+  FileCount count(progress_, filesSeen_);
+  return DeleteWhole(program_, folder_, std::ref(count));
 }
 
 }  // namespace quillon

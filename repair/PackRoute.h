@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -11,6 +12,7 @@
 #include "core/Program.h"
 #include "core/Progress.h"
 #include "core/archive/ArchiveWriter.h"
+#include "shelf/Rescue.h"
 
 namespace quillon {
 
@@ -22,8 +24,9 @@ class PackRoute {
             std::string folder);
 
   /// Leaves "QNPacked-" and the name as a zip in downloaded_routes, and makes sure that it holds all that was
-  /// to be packed. The route itself is not touched. Raises RunTimeErrors for what can't be packed.
-  void Run();
+  /// to be packed. The route itself is not touched. Raises RunTimeErrors for what can't be packed. False when
+  /// the user has given it up: all is as before then.
+  bool Run();
   /// After Run: takes the folder and its saved activities out of the game. What the zip has not, and nothing
   /// else holds, goes to the shelf. False when the folder, or a part of it, could not go.
   bool RemoveFolder();
@@ -31,6 +34,8 @@ class PackRoute {
  private:
   using FileAction = std::function<void(const std::string& folder, const std::string& name)>;
 
+  void Pack();
+  void TakeBack();
   void SetOldArchiveAside();
   void WalkRoute(const FileAction& action);
   void WalkFolder(const std::string& folder, bool link, FolderWay& way, const FileAction& action);
@@ -43,10 +48,12 @@ class PackRoute {
   void SkipScan();
   void AddScan();
   void Zip();
+  void FinishZip();
   void MakeSavesFolder();
   void TellProgress();
 
   std::string ArchivePath(const char* extension) const;
+  std::string Log() const { return program_.app.TrainRecord("packedup.log"); }
 
   Program& program_;
   Files& files_;
@@ -55,7 +62,10 @@ class PackRoute {
   ArchiveWriter xzipper1_;
   std::unordered_set<std::string> PackSkipList;                // full paths, lower case
   std::unordered_map<std::string, FileSystem::Stamp> packed_;  // by stored name, lower case
-  std::string oldArchive_;                                     // on the shelf
+  std::optional<Rescue> aside_;                                // holds an older zip
+  std::string oldArchive_;                                     // the rescue's folder
+  std::optional<std::uint64_t> logSize_;
+  std::uint64_t filesSeen_ = 0;
 };
 
 }  // namespace quillon

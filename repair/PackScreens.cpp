@@ -32,11 +32,15 @@ void PackScreen::Activate() {
   if (ran_) return;
   ran_ = true;
   SetLabel("lblRouteName", lblRouteName, ProperCase(txtZipRoute_), true);
+  bool packed = false;
   {
     const Work work(*this);
-    pack_.Run();
+    packed = pack_.Run();
   }
-  btnOK.enabled = true;
+  btnOK.enabled = packed;
+  if (packed) return;
+  program_.Refuse();
+  program_.stage.Unload(Name());
 }
 
 void PackScreen::btnOKClick() {
@@ -57,13 +61,14 @@ void PackScreen::RemoveRouteFolder() {
   Caption("Deleting " + folder);
   const Work work(*this);
   if (pack_.RemoveFolder()) return;
+  const std::string hostFolder = program_.files.Host().HostPath(folder);
   program_.boxes.Tell(
       "Remove route folder?",
       program_.files.FileExists(folder)
-          ? folder +
+          ? hostFolder +
                 " could not be removed.\r\nClose what uses its files and remove the folder by "
                 "hand; its zip is complete."
-          : "Not all of " + folder +
+          : "Not all of " + hostFolder +
                 " could be removed.\r\nThe rest goes at the next start; its zip is complete.");
 }
 

@@ -10,7 +10,6 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
-#include <QTimer>
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
@@ -20,7 +19,6 @@
 #include "catalogue/CatalogueCheck.h"
 #include "catalogue/MainScreen.h"
 #include "core/NoProgress.h"
-#include "core/host/Desktop.h"
 #include "intake/OddDownload.h"
 #include "intake/RoutesScreen.h"
 #include "repair/CleanUpScreen.h"
@@ -31,6 +29,7 @@
 #include "screens/Views.h"
 #include "screens/frmMain.h"
 #include "stage/Advice.h"
+#include "stage/Setup.h"
 
 namespace quillon {
 namespace {
@@ -39,6 +38,7 @@ constexpr int kPictureCache = 128 << 10;  // kilobytes
 constexpr QMargins kFrame(8, 36, 8, 8);   // pixels that a window manager may add
 constexpr int kTurnInterval = 33;         // milliseconds of work between two turns of the event loop
 constexpr int kIdleTime = 300;            // milliseconds after which the user is taken to be looking
+constexpr int kWatchInterval = 250;       // milliseconds
 constexpr int kExposeTime = 1000;         // milliseconds that a window may take to come up
 
 constexpr int kTallestText = 380, kWidestText = 640;  // pixels of a question
@@ -78,7 +78,16 @@ QRect RoomOf(const QScreen& display) { return display.availableGeometry().margin
 
 }  // namespace
 
+/// What a user may choose in the box that tells of an error, in place of closing.
+struct DesktopFrontEnd::WayOn {
+  std::string hint;
+  QString button;  // empty where there is none
+  std::function<void()> act;
+  int status = 0;
+};
+
 DesktopFrontEnd::DesktopFrontEnd() : help_(*this, [this] { HelpAskedByKey(); }) {
+  QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { LookAround(); });
   QPixmapCache::setCacheLimit(kPictureCache);
   TeachRoles();
   sinceTurn_.start();
@@ -89,11 +98,14 @@ DesktopFrontEnd::~DesktopFrontEnd() { FinishDrawing(); }
 void DesktopFrontEnd::Serve(RunningProgram& program) {
   running_ = &program;
   failure_ = nullptr;
-  wasRunning_ = tellingFailure_ = false;
+  wasRunning_ = false;
+  toldNumber_ = 0;
   DrawBackgroundAhead("frmMain");
 }
 
 void DesktopFrontEnd::Start() {
+  if (!TheProgram().otherInstanceRuns) otherStarts_ = running_->HearOthers();
+  watch_.start(kWatchInterval);
   Handle([this] { running_->Screens().Show("frmMain"); });
 }
 
@@ -129,7 +141,28 @@ void DesktopFrontEnd::AddRoutesAgain() {
   });
 }
 
+void DesktopFrontEnd::LookAround() {
+  errands_.Look(ActiveScreen());
+  if (otherStarts_ && otherStarts_->Any()) ShowOnTop();
+}
+
+/// With what stands over it.
+void DesktopFrontEnd::ShowOnTop() {
+  const Screen* top = running_->Screens().Top();
+  QWidget* view = top == nullptr ? nullptr : View(top->Name());
+  for (QWidget* window : {view, QApplication::activeModalWidget()}) {
+    if (window == nullptr) continue;
+    window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->show();
+    window->raise();
+    window->activateWindow();
+    QApplication::alert(window);  // where no program may raise its own windows
+  }
+}
+
 void DesktopFrontEnd::Leave() {
+  watch_.stop();
+  otherStarts_.reset();
   running_ = nullptr;
   for (const auto& [name, view] : views_) view->Retire();
   views_.clear();
@@ -143,6 +176,7 @@ ScreenView* DesktopFrontEnd::View(std::string_view screen) const {
 
 void DesktopFrontEnd::Handle(const std::function<void()>& action) {
   if (failure_ || running_ == nullptr || running_->Screens().Ended()) return;
+  if (waiting_) return;  // a timer's tick in the middle of an act
   ++depth_;
   try {
     running_->Screens().Do(action);
@@ -180,33 +214,42 @@ int DesktopFrontEnd::TellFailure() {
 }
 
 int DesktopFrontEnd::TellOf(const RunTimeError& error) {
-  const std::string odd = RememberedDownload(error);
-  std::string report = ErrorReport(TheProgram(), error);
+  const WayOn way = WayOnAfter(error);
+  const std::string report = ErrorReport(TheProgram(), error);
   std::fprintf(stderr, "Larkmoor: %s\n", report.c_str());
-  if (!odd.empty()) report += "\n\nOr let Quillon set " + odd + " aside and add the others now.";
-  QMessageBox box(QMessageBox::Critical, "Quillon has to close", Text(report), QMessageBox::Close);
+  QMessageBox box(QMessageBox::Critical, "Quillon has to close", Text(report + way.hint), QMessageBox::Close);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-  const QAbstractButton* aside =
-      odd.empty() ? nullptr : box.addButton("Set it aside and go on", QMessageBox::AcceptRole);
-  const QAbstractButton* repair =
-      IsMissingPreview(error) ? box.addButton("Repair and go on", QMessageBox::AcceptRole) : nullptr;
+  const QAbstractButton* onward =
+      way.button.isEmpty() ? nullptr : box.addButton(way.button, QMessageBox::AcceptRole);
   box.setDefaultButton(QMessageBox::Close);
   box.setEscapeButton(QMessageBox::Close);
-  tellingFailure_ = true;
+  toldNumber_ = error.number();
   box.exec();
-  const QAbstractButton* clicked = box.clickedButton();
-  if (clicked == nullptr || (clicked != aside && clicked != repair)) return 1;
+  if (onward == nullptr || box.clickedButton() != onward) return 1;
   try {
-    return clicked == repair ? RepairCatalogue() : (SetOddDownloadAsideNext(TheProgram()), kGoOn);
+    way.act();
   } catch (const RunTimeError& another) {
     return TellOf(another);
   }
+  return way.status;
 }
 
-int DesktopFrontEnd::RepairCatalogue() {
-  NoProgress unseen;
-  CatalogueCheck(TheProgram(), unseen).Run(false, true);
-  return kStartAnew;
+DesktopFrontEnd::WayOn DesktopFrontEnd::WayOnAfter(const RunTimeError& error) {
+  if (const std::string odd = RememberedDownload(error); !odd.empty())
+    return {"\n\nOr let Quillon set " + odd + " aside and add the others now.", "Set it aside and go on",
+            [this] { SetOddDownloadAsideNext(TheProgram()); }, kAddAgain};
+  const Remedy remedy = RemedyOf(error);
+  if (remedy == Remedy::LayDeliveredFiles && !DeliveredTree().empty())
+    return {"\n\nOr let Quillon lay the delivered files again now.", "Lay them again and go on",
+            [this] { SetUp(TheProgram(), DeliveredTree(), {}); }, kStartAgain};
+  if (remedy == Remedy::RepairCatalogue)
+    return {"", "Repair and go on",
+            [this] {
+              NoProgress unseen;
+              CatalogueCheck(TheProgram(), unseen).Run(false, true);
+            },
+            kStartAgain};
+  return {};
 }
 
 /// The download at which an intake has just ended; empty for all other errors.
@@ -257,11 +300,14 @@ bool DesktopFrontEnd::AskYesNo(std::string_view title, std::string_view text) {
 
 void DesktopFrontEnd::OpenInShell(std::string_view path) {
   const bool address = path.find("://") != path.npos;
-  OpenWithDesktop(address ? std::string(path) : HostPath(std::string(path)).toStdString());
+  errands_.Open(address ? Text(path) : HostPath(std::string(path)));
 }
 
-void DesktopFrontEnd::Explore(std::string_view folder) {
-  ExploreWithDesktop(HostPath(std::string(folder)).toStdString());
+void DesktopFrontEnd::Explore(std::string_view folder) { errands_.Explore(HostPath(std::string(folder))); }
+
+void DesktopFrontEnd::StartGame(std::string_view trainExe, std::string_view command) {
+  errands_.AskForGame(HostPath(std::string(trainExe)), Text(command),
+                      HostPath(TheProgram().app.SettingsIni()));
 }
 
 void DesktopFrontEnd::ShowHelp(std::string_view file, std::string_view command) {
@@ -272,7 +318,7 @@ void DesktopFrontEnd::ShowHelp(std::string_view file, std::string_view command) 
 void DesktopFrontEnd::HelpAskedByKey() {
   if (running_ == nullptr) return;
   const std::string file = TheProgram().app.HelpFile();
-  if (tellingFailure_) return help_.ShowPageOf(file, kErrorPage);
+  if (toldNumber_ != 0) return help_.ShowPageOf(file, kErrorPage, "e" + QString::number(toldNumber_));
   Handle([&] {
     const Screen* top = running_->Screens().Top();
     help_.ShowPageOf(file, top == nullptr ? "" : top->Name());
@@ -305,8 +351,8 @@ void DesktopFrontEnd::CopyMoved(int position) {
 }
 
 void DesktopFrontEnd::CopyFailed(std::string_view path, FileCode code) {
-  const std::string text =
-      std::string(path) + " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
+  const std::string text = HostPath(std::string(path)).toStdString() +
+                           " could not be copied: " + RunTimeError(NumberOf(code)).text() + ".";
   std::fprintf(stderr, "Larkmoor: %s\n", text.c_str());
   for (const auto& [name, view] : views_) view->Notice(Text(text));
 }
@@ -327,14 +373,26 @@ bool DesktopFrontEnd::PipelineRuns() const {
   return top != nullptr && top->working;
 }
 
+/// The pointer says so, and whichever screen has room for it.
+void DesktopFrontEnd::WaitChanged(std::string_view what) {
+  waiting_ = !what.empty();
+  if (waiting_)
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  else
+    QApplication::restoreOverrideCursor();
+  for (const auto& [name, view] : views_) view->ShowWait(Text(what));
+  SyncAll();
+  if (waiting_) TurnEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void DesktopFrontEnd::Yield() {
   const bool runs = PipelineRuns();
   if (runs && !wasRunning_) sinceTurn_.start();
   wasRunning_ = runs;
-  if (!runs || sinceTurn_.elapsed() < kTurnInterval) return;
+  if ((!runs && !waiting_) || sinceTurn_.elapsed() < kTurnInterval) return;
   longestGap_ = std::max(longestGap_, sinceTurn_.elapsed());
   SyncAll();
-  TurnEvents(QEventLoop::AllEvents);
+  TurnEvents(runs ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
   sinceTurn_.start();
 }
 

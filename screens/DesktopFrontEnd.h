@@ -5,12 +5,14 @@
 #include <QEventLoop>
 #include <QPoint>
 #include <QPointer>
+#include <QTimer>
 #include <exception>
 #include <map>
 #include <memory>
 #include <string>
 
 #include "screens/Desk.h"
+#include "screens/Errands.h"
 #include "screens/HelpDesk.h"
 #include "screens/ScreenView.h"
 #include "stage/RunningProgram.h"
@@ -27,13 +29,14 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   /// Shows the first screen.
   void Start();
   /// Start, and serves the user until the last screen has gone. 0, or 1 after a run-time error, which the
-  /// user has been told of; kGoOn when they want to go on after it: with a new program, by GoOn.
+  /// user has been told of. When they want to go on after it, with a new program: kAddAgain by GoOn,
+  /// kStartAgain by Run.
   int Run();
   /// Run, with a click on Add routes to begin with.
   int GoOn();
-  static constexpr int kGoOn = -1;
-  /// The same, but by Run.
-  static constexpr int kStartAnew = -2;
+  static constexpr int kAddAgain = -1, kStartAgain = -2;
+  /// Starts the game if the user has asked for it. After the program has gone.
+  void StartGameIfAsked() { errands_.StartGame(); }
 
   /// Takes the views away: no event reaches the program from then on.
   void Leave();
@@ -54,11 +57,13 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   bool AskYesNo(std::string_view title, std::string_view text) override;
   void OpenInShell(std::string_view path) override;
   void Explore(std::string_view folder) override;
+  void StartGame(std::string_view trainExe, std::string_view command) override;
   void ShowHelp(std::string_view file, std::string_view command) override;
   void BarChanged(std::string_view, const ProgressBar&, BarChange) override {}
   void LabelChanged(std::string_view, std::string_view, const Label&) override {}
   void DetailChanged(std::string_view screen, unsigned long long done, unsigned long long total,
                      std::string_view unit) override;
+  void WaitChanged(std::string_view what) override;
   void Yield() override;
   void ScreenShown(Screen& screen, bool modal) override;
   void ScreenActivated(Screen& screen) override;
@@ -80,11 +85,14 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   void WaitUntilSeen(QPointer<ScreenView> view);
   void Fail(std::exception_ptr failure);
   void RethrowFailure();
+  void LookAround();
+  void ShowOnTop();
   int ServeUser();
   void AddRoutesAgain();
   int TellFailure();
+  struct WayOn;
   int TellOf(const RunTimeError& error);
-  int RepairCatalogue();
+  WayOn WayOnAfter(const RunTimeError& error);
   std::string RememberedDownload(const RunTimeError& error);
   void Place(ScreenView& view) const;
   void RememberPlace(const ScreenView& view);
@@ -100,8 +108,12 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   int depth_ = 0;
   QElapsedTimer sinceTurn_;
   qint64 longestGap_ = 0;
-  bool inLoop_ = false, wasRunning_ = false, tellingFailure_ = false;
+  bool inLoop_ = false, wasRunning_ = false, waiting_ = false;
+  int toldNumber_ = 0;  // of the error on view
   HelpDesk help_;
+  Errands errands_;
+  std::unique_ptr<StartCalls> otherStarts_;
+  QTimer watch_;  // for what nobody tells by an event
 };
 
 }  // namespace quillon

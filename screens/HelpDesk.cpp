@@ -33,11 +33,14 @@ void HelpDesk::Show(const std::string& file, std::string_view command) {
   window_->ShowTab(at->second);
 }
 
-void HelpDesk::ShowPageOf(const std::string& file, std::string_view screen) {
+void HelpDesk::ShowPageOf(const std::string& file, std::string_view screen, const QString& anchor) {
   if (!Open(file)) return;
   const HelpPage* page = window_->Book().PageOf(screen);
-  window_->ShowPage(page != nullptr ? *page : window_->Book().Home());
-  Present();
+  Present();  // a page that nobody sees can't be turned to an anchor
+  if (page == nullptr)
+    window_->ShowPage(window_->Book().Home());
+  else
+    window_->ShowPage(*page, anchor);
 }
 
 /// False, and said so, when there is no help.
@@ -58,10 +61,11 @@ bool HelpDesk::Open(const std::string& file) {
 void HelpDesk::TellOf(const RunTimeError& error) {
   const std::string reason = error.reason().empty() ? "" : " (" + error.reason() + ")";
   telling_ = true;
-  desk_.TheProgram().boxes.Tell(
-      "Quillon Help", "The help can't be shown.\r\n\r\n" + error.text() + reason + ":\r\n" + error.path() +
-                          "\r\n\r\nTake this file away if it is there, and lay the delivered files "
-                          "again with 'quillon setup'.");
+  desk_.TheProgram().boxes.Tell("Quillon Help",
+                                "The help can't be shown.\r\n\r\n" + error.text() + reason + ":\r\n" +
+                                    desk_.HostPath(error.path()).toStdString() +
+                                    "\r\n\r\nTake this file away if it is there, and lay the delivered files "
+                                    "again with 'quillon setup'.");
   telling_ = false;
 }
 

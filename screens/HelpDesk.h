@@ -21,8 +21,8 @@ class HelpDesk : public QObject {
   /// the command word "TOC", "INDEX" or "FIND" means. Any other word does nothing. A book that can't be read
   /// is told of.
   void Show(const std::string& file, std::string_view command);
-  /// The same, with the page that explains `screen`, or the first one.
-  void ShowPageOf(const std::string& file, std::string_view screen);
+  /// The same, with the page that explains `screen`, at `anchor`, or the first one.
+  void ShowPageOf(const std::string& file, std::string_view screen, const QString& anchor = {});
   /// Takes the window away.
   void Close() { window_.reset(); }
   /// The window; null before the first call.

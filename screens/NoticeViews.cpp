@@ -45,14 +45,13 @@ frmNoAct::frmNoAct(NoActScreen& model, Desk& desk) : NoticeView(model, desk) {
 }
 
 frmCleanUpNotice::frmCleanUpNotice(CleanUpNoticeScreen& model, Desk& desk) : NoticeView(model, desk) {
-  Message("Clean up?",
-          "A clean-up removes the working route from Train Simulator and builds it again from the game's own "
-          "files. Do "
-          "this when routes no longer load as they should, or now and then to win back space.\n\nAfterwards "
-          "no route is "
-          "loaded; load the one you want to drive. Your routes and saved activities stay.\n\nDo you want to "
-          "clean up "
-          "now?");
+  Message(
+      "Clean up?",
+      "A clean-up builds the working route anew from the game's own files. Do this when routes no longer "
+      "load "
+      "as they should. Afterwards no route is loaded.\n\n"
+      "Your routes and saved activities stay. Activities and files that you added to the loaded route, or "
+      "changed, go to the rescued files.\n\nDo you want to clean up now?");
   Buttons(
       "btnOK", "Clean up now.", [&model] { model.btnOKClick(); }, "Leave everything as it is.",
       [&model] { model.btnCancelClick(); });

@@ -52,7 +52,7 @@ ScreenView::ScreenView(Screen& model, Desk& desk)
 }
 
 void ScreenView::PlaceAt(QPoint centre, const QRect& room, double scale) {
-  resize(layout_.SizeIn(room.size(), scale));
+  resize(SizeIn(room.size(), scale));
   placedSize_ = size();
   placed_ = {
       std::clamp(centre.x() - width() / 2, room.left(), std::max(room.left(), room.right() - width() + 1)),

@@ -33,11 +33,13 @@ class ScreenView : public QWidget {
   virtual void Notice(const QString&) {}
   /// The same, for so long that it can be read.
   virtual void PassingNotice(const QString&) {}
+  /// What is being done and takes a while; empty when it is done.
+  virtual void ShowWait(const QString&) {}
   /// Puts the window around `centre`, as far as `room` lets it stand whole: `scale` times as large as drawn,
   /// or as `room` can hold. WasMoved and WasResized tell what the user has done to it since.
-  virtual void PlaceAt(QPoint centre, const QRect& room, double scale);
+  void PlaceAt(QPoint centre, const QRect& room, double scale);
   bool WasMoved() const;
-  bool WasResized() const { return size() != placedSize_; }
+  virtual bool WasResized() const { return size() != placedSize_; }
   /// The size of the window against what was drawn.
   double Scale() const { return layout_.Scale(); }
   /// The model goes: nothing touches it from now on.
@@ -46,7 +48,10 @@ class ScreenView : public QWidget {
  protected:
   using Action = std::function<void()>;
 
+  /// How large PlaceAt makes the window.
+  virtual QSize SizeIn(const QSize& room, double scale) { return layout_.SizeIn(room, scale); }
   const ControlLayout& LayoutOf(const char* control) const { return layout_.Of(control); }
+  bool HasLayoutOf(const char* control) const { return layout_.Has(control); }
   /// Runs a handler of the model.
   void Do(const Action& action) { desk_.Handle(action); }
   Desk& TheDesk() { return desk_; }

@@ -12,9 +12,9 @@ frmLoad::frmLoad(LoadScreen& model, Desk& desk)
   cardRoom_ = AddText("cardRoom", {});
   cardRoom_->setAccessibleName("Card with a warning");
   lblRoom_ = AddText("lblRoom", {});
-  PictureButton* ok = Bind("btnOK", model.btnOK, "Back to main screen.", [&model] { model.btnOKClick(); });
-  SetDefault(ok);
-  SetCancel(ok);
+  Bind("btnStart", model.btnStart, "Close Quillon and start Train Simulator.",
+       [&model] { model.btnStartClick(); });
+  BindOK(model.btnOK, "Back to main screen.", [&model] { model.btnOKClick(); });
 }
 
 void frmLoad::Sync() {
@@ -33,48 +33,52 @@ frmZipCheck::frmZipCheck(ZipCheckScreen& model, Desk& desk) : ProgressView(model
   Bind(model.Timer2, [&model] { model.Timer2Tick(); });
 }
 
-frmInitProg::frmInitProg(InitProgScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarUnzip") {
+frmInitProg::frmInitProg(InitProgScreen& model, Desk& desk)
+    : ProgressView(model, desk, "ProgressBarUnzip"), model_(model) {
   setWindowTitle("Quillon is adding routes");
-  Bind("lblMessage", model.lblMessage);
+  lblMessage_ = Bind("lblMessage", model.lblMessage);
+  lblWhere_ = AddText("lblWhere", {});
   const QString report = "Show full report when finished?";
   AddText("lblReport", report);
   BindTick("chkReport", model.chkReport, report, [&model] { model.chkReport = !model.chkReport; });
-  PictureButton* ok =
-      Bind("btnOK", model.btnOK, "Back to the route manager.", [&model] { model.btnOKClick(); });
-  SetDefault(ok);
-  SetCancel(ok);
+  BindOK(model.btnOK, "Back to the route manager.", [&model] { model.btnOKClick(); });
   Bind(model.Timer2, [&model] { model.Timer2Tick(); });
+}
+
+void frmInitProg::Sync() {
+  ProgressView::Sync();
+  const Label& where = model_.lblWhere;
+  if (where.visible) ShowWhole(*lblWhere_, where.text);
+  lblWhere_->setVisible(where.visible);
+  lblMessage_->setVisible(model_.lblMessage.visible && !where.visible);
 }
 
 frmCleanUp::frmCleanUp(CleanUpScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBar") {
   setWindowTitle("Quillon is cleaning up");
   Bind("lblMessage", model.lblMessage);
-  PictureButton* ok = Bind("btnOK", model.btnOK, "Done.", [&model] { model.btnOKClick(); });
-  SetDefault(ok);
-  SetCancel(ok);
+  BindOK(model.btnOK, "Done.", [&model] { model.btnOKClick(); });
   Bind(model.TimerWait, [&model] { model.TimerWaitTick(); });
 }
 
 frmPack::frmPack(PackScreen& model, Desk& desk) : ProgressView(model, desk, "ProgressBarZip") {
   setWindowTitle("Quillon is Working...");
   Bind("lblRouteName", model.lblRouteName);
-  PictureButton* ok = Bind("btnOK", model.btnOK, "Done.", [&model] { model.btnOKClick(); });
-  SetDefault(ok);
-  SetCancel(ok);
+  BindOK(model.btnOK, "Done.", [&model] { model.btnOKClick(); });
 }
 
 frmActivityCheck::frmActivityCheck(ActivityCheckScreen& model, Desk& desk)
-    : ProgressView(model, desk, "ProgressBar") {
+    : ProgressView(model, desk, "ProgressBar"), model_(model) {
   setWindowTitle("Quillon is checking");
-  AddText("lblMessage",
-          "All consists, services and activities are being checked.\nThis may take a few minutes...");
+  lblMessage_ = AddText("lblMessage", {});
   Bind("btnCauses", model.btnCauses, "Open the page of causes, in place of the report.",
        [&model] { model.btnCausesClick(); });
-  PictureButton* ok =
-      Bind("btnOK", model.btnOK, "Back to the route manager.", [&model] { model.btnOKClick(); });
-  SetDefault(ok);
-  SetCancel(ok);
+  BindOK(model.btnOK, "Back to the route manager.", [&model] { model.btnOKClick(); });
   Bind(model.Timer1, [&model] { model.Timer1Tick(); });
+}
+
+void frmActivityCheck::Sync() {
+  ProgressView::Sync();
+  ShowWhole(*lblMessage_, model_.Message());
 }
 
 }  // namespace quillon

@@ -30,6 +30,12 @@ class frmZipCheck : public ProgressView {
 class frmInitProg : public ProgressView {
  public:
   frmInitProg(InitProgScreen& model, Desk& desk);
+
+  void Sync() override;
+
+ private:
+  InitProgScreen& model_;
+  QLabel *lblMessage_, *lblWhere_;
 };
 
 class frmCleanUp : public ProgressView {
@@ -45,6 +51,12 @@ class frmPack : public ProgressView {
 class frmActivityCheck : public ProgressView {
  public:
   frmActivityCheck(ActivityCheckScreen& model, Desk& desk);
+
+  void Sync() override;
+
+ private:
+  ActivityCheckScreen& model_;
+  QLabel* lblMessage_;
 };
 
 }  // namespace quillon

@@ -103,6 +103,7 @@ void frmMain::BindLists() {
   tools->SetStart(kNo);
 
   HoverList* info = Bind("infoList", m.infoList, "Files about the route");
+  info->SetEmptyText("This route came without documents. Read-me files and pictures of a route stand here.");
   info->OnHover = [this, &m](int row, int) { Do([&] { m.infoListHover(row); }); };
   info->OnLeftPress = [this, &m] { Do([&m] { m.infoListLeftPress(m.infoList.current); }); };
   info->OnEscape = [this] { Escape(); };
@@ -182,7 +183,7 @@ void frmMain::ShowPreview() {
 }
 
 void frmMain::ShowHint() {
-  ShowWhole(*hint_, model_.Hint());
+  ShowWhole(*hint_, wait_.empty() ? model_.Hint() : wait_);
   hint_->setVisible(!ListIsOpen());
 }
 

@@ -13,6 +13,7 @@ class frmMain : public ScreenView {
   void Sync() override;
   /// The screen comes back after a load: what a user does next is to leave.
   void OfferExit() { offersExit_ = true; }
+  void ShowWait(const QString& what) override { wait_ = what.toStdString(); }
 
  protected:
   void Escape() override;
@@ -40,6 +41,7 @@ class frmMain : public ScreenView {
   PictureButton* btnExit_;
   std::string shown_;
   bool offersExit_ = false;
+  std::string wait_;
 };
 
 }  // namespace quillon

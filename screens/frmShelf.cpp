@@ -6,6 +6,8 @@ frmShelf::frmShelf(ShelfScreen& model, Desk& desk) : ScreenView(model, desk), mo
   setWindowTitle("Quillon: Rescued files");
   AddText("lblHead", "Rescued files");
   rows_ = Bind("ListShelf", model.ListShelf, "Rescued files");
+  rows_->SetEmptyText(
+      "Here stands what a load, a clean-up, a removal or the Checkup would have deleted for good.");
   // On its way to the buttons the pointer passes over other rows.
   rows_->SetFollowsPointer(false);
   rows_->OnHover = [this](int row, int) { Do([&] { model_.ListShelfHover(row); }); };

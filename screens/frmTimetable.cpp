@@ -6,7 +6,6 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QPainter>
-#include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QSplitter>
@@ -21,7 +20,7 @@ namespace quillon {
 namespace {
 
 constexpr QSize kSmallest(760, 480);
-constexpr int kWindowFrame = 48, kSizeDelay = 300, kSideWidth = 270;  // pixels, milliseconds, pixels
+constexpr int kSizeDelay = 300, kSideWidth = 270;   // milliseconds, pixels
 constexpr int kPictureHeight = 176, kMostRows = 4;  // of the details: pixels, rows of a list
 constexpr int kOneRow = 1000;                       // pixels that all buttons beside each other need
 constexpr const char* kSection = "Timetable";
@@ -106,7 +105,9 @@ frmTimetable::frmTimetable(TimetableScreen& model, Desk& desk) : ScreenView(mode
   rows->addWidget(middle, 1);
   rows->addWidget(MakeButtons());
   BindKeys();
-  OpenAtSize();
+  sizeTimer_ = new QTimer(this);
+  sizeTimer_->setSingleShot(true);
+  connect(sizeTimer_, &QTimer::timeout, this, [this] { RememberSize(); });
   clock_.start();
   board_->setFocus();
 }
@@ -400,16 +401,11 @@ void frmTimetable::paintEvent(QPaintEvent*) {
   QPainter(this).drawPixmap(rect(), Picture("frmTimetable/background", size(), devicePixelRatioF()));
 }
 
-void frmTimetable::OpenAtSize() {
+QSize frmTimetable::SizeIn(const QSize& room, double) {
   Program& program = TheDesk().TheProgram();
   const QStringList stored =
       Text(program.ini.ReadIni(kSection, "Size", "1310,740", program.app.SettingsIni())).split(',');
-  QSize wanted(stored.value(0).toInt(), stored.value(1).toInt());
-  const QSize room = screen()->availableGeometry().size() - QSize(kWindowFrame / 2, kWindowFrame);
-  resize(wanted.boundedTo(room).expandedTo(kSmallest));
-  sizeTimer_ = new QTimer(this);
-  sizeTimer_->setSingleShot(true);
-  connect(sizeTimer_, &QTimer::timeout, this, [this] { RememberSize(); });
+  return QSize(stored.value(0).toInt(), stored.value(1).toInt()).boundedTo(room).expandedTo(kSmallest);
 }
 
 void frmTimetable::resizeEvent(QResizeEvent* event) {

@@ -21,9 +21,12 @@ class frmTimetable : public ScreenView {
   frmTimetable(TimetableScreen& model, Desk& desk);
 
   void Sync() override;
+  /// It keeps a size of its own.
+  bool WasResized() const override { return false; }
   void Measure(unsigned long long done, unsigned long long total, const std::string& unit) override;
 
  protected:
+  QSize SizeIn(const QSize& room, double scale) override;
   void Escape() override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -48,7 +51,6 @@ class frmTimetable : public ScreenView {
   void ShowSide();
   void ShowPicture();
   void Fill(QListWidget& list, const List& rows);
-  void OpenAtSize();
   void RememberSize();
 
   TimetableScreen& model_;

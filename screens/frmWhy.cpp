@@ -8,6 +8,7 @@ frmWhy::frmWhy(WhyScreen& model, Desk& desk) : ScreenView(model, desk), model_(m
   AddHeads();
   Bind("lblWhen", m.lblWhen);
   rows_ = Bind("ListWhy", m.ListWhy, "What became of each download");
+  rows_->SetEmptyText("Here stands each download of the last time that routes were added.");
   // On its way to the button the pointer passes over other rows.
   rows_->SetFollowsPointer(false);
   rows_->OnHover = [this](int row, int) { Do([&] { model_.ListWhyHover(row); }); };

@@ -50,14 +50,18 @@ int main(int argc, char** argv) {
   const std::string folder = app.empty() ? ExecutableFolder() : AbsoluteHostPath(app);
 
   DesktopFrontEnd frontEnd;
-  int status = DesktopFrontEnd::kStartAnew;
+  int status = 0;
   // A program that goes on after an error is a new one: nothing of the failed one stays, its lock neither.
-  while (status == DesktopFrontEnd::kStartAnew || status == DesktopFrontEnd::kGoOn) {
+  do {
+    const bool addAgain = status == DesktopFrontEnd::kAddAgain;
     RunningProgram program(folder, frontEnd);
     frontEnd.Serve(program);
     program.TakeLock();
+    // A second window would only say that there is one.
+    if (program.Get().otherInstanceRuns && program.CallOther()) return 0;
     frontEnd.Handle([&] { SetUpIfNeeded(program.Get()); });
-    status = status == DesktopFrontEnd::kGoOn ? frontEnd.GoOn() : frontEnd.Run();
-  }
+    status = addAgain ? frontEnd.GoOn() : frontEnd.Run();
+  } while (status == DesktopFrontEnd::kAddAgain || status == DesktopFrontEnd::kStartAgain);
+  frontEnd.StartGameIfAsked();
   return status;
 }

@@ -37,10 +37,11 @@ bool OwnFiles::IsOwn(const std::string& path) {
   return !IsGenerated(path) && !IsHeldElsewhere(path, stamp);
 }
 
-void OwnFiles::KeepBelow(Rescue& rescue, const std::string& folder) {
+void OwnFiles::KeepBelow(Rescue& rescue, const std::string& folder, const Files::Each& each) {
   files_.Walk(folder + "\\*.*", [&](const std::string& place, const std::string& name) {
     KeepIfOwn(rescue, place + name);
     program_.watcher.Yield();
+    if (each) each();
   });
 }
 

@@ -26,8 +26,8 @@ class OwnFiles {
   }
   /// What lies among the saved activities of the working route and in no store.
   void KeepSaves(Rescue& rescue);
-  /// All own files below a folder.
-  void KeepBelow(Rescue& rescue, const std::string& folder);
+  /// All own files below a folder; `each` is called after every file there, own or not.
+  void KeepBelow(Rescue& rescue, const std::string& folder, const Files::Each& each = {});
 
  private:
   bool IsHeldElsewhere(const std::string& path, const FileSystem::Stamp& stamp);

@@ -129,9 +129,9 @@ std::string Shelf::ObstacleOf(const ShelfEntry& entry) const {
 void Shelf::PutBack(const ShelfEntry& entry) const {
   const FileSystem::Pass pass(files_.Host());
   if (const std::string obstacle = ObstacleOf(entry); !obstacle.empty())
-    throw RunTimeError(
-        ErrorNumber::FileAlreadyExists, obstacle,
-        "another file stands there: move it away first, or take the rescued one from " + entry.path);
+    throw RunTimeError(ErrorNumber::FileAlreadyExists, obstacle,
+                       "another file stands there: move it away first, or take the rescued one from " +
+                           files_.Host().HostPath(entry.path));
   const auto moves = WayBack(entry);
   std::uint64_t bytes = 0;
   for (const auto& [from, to] : moves)

@@ -55,9 +55,15 @@ RunningProgram::RunningProgram(std::string appFolder, FrontEnd& frontEnd, std::o
   host_->SetIdle([&frontEnd] { frontEnd.Yield(); });
 }
 
+std::string RunningProgram::LockFile() { return host_->HostPath(app_.Below("\\quillon.lock")); }
+
 void RunningProgram::TakeLock() {
-  lock_ = TakeInstanceLock(host_->HostPath(app_.Below("\\quillon.lock")));
+  lock_ = TakeInstanceLock(LockFile());
   program_.otherInstanceRuns = lock_ == nullptr;
 }
+
+bool RunningProgram::CallOther() { return CallRunningInstance(LockFile()); }
+
+std::unique_ptr<StartCalls> RunningProgram::HearOthers() { return HearStartCalls(LockFile()); }
 
 }  // namespace quillon

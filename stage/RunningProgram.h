@@ -29,11 +29,17 @@ class RunningProgram {
 
   /// Tells the program whether it is the only one on its installation; holds the lock from then on.
   void TakeLock();
+  /// After TakeLock has found another: asks it to show its window; false when it has none.
+  bool CallOther();
+  /// Where other starts on the installation are heard of; null where they can't be.
+  std::unique_ptr<StartCalls> HearOthers();
 
   Program& Get() { return program_; }
   OpenScreens& Screens() { return screens_; }
 
  private:
+  std::string LockFile();
+
   const Installation app_;
   std::unique_ptr<FileSystem> host_;
   std::unique_ptr<ProfileFunctions> profiles_;

@@ -176,12 +176,24 @@ void ZipBuilder::Write(const std::function<void(double)>& progress) {
     RaiseFileError(file.Keep(), path_);
     return;
   }
-  using Callback = std::function<void(double)>;
+  progress_ = progress;
   zip_register_progress_callback_with_state(
-      zip_, 0.002, [](zip_t*, double share, void* state) { (*static_cast<const Callback*>(state))(share); },
-      nullptr, const_cast<Callback*>(&progress));
+      zip_, 0.002, [](zip_t*, double share, void* state) { static_cast<ZipBuilder*>(state)->Tell(share); },
+      nullptr, this);
+  zip_register_cancel_callback_with_state(
+      zip_, [](zip_t*, void* state) { return static_cast<ZipBuilder*>(state)->failure_ ? 1 : 0; }, nullptr,
+      this);
   if (zip_close(zip_) != 0) Fail();
   zip_ = nullptr;
+}
+
+/// The format library knows nothing of what may be thrown: it is asked to stop.
+void ZipBuilder::Tell(double share) {
+  try {
+    if (!failure_) progress_(share);
+  } catch (...) {
+    failure_ = std::current_exception();
+  }
 }
 
 zip_int64_t ZipBuilder::ReadPacked(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command) {

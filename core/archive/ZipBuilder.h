@@ -37,7 +37,8 @@ class ZipBuilder {
   /// An entry of `source` as it is packed there; `source` outlives Write.
   void AddFrom(const std::string& storedName, zip_t* source, std::uint64_t index, std::uint16_t method);
 
-  /// Writes all; `progress` gets the share done, 0 to 1. The file is complete or absent.
+  /// Writes all; `progress` gets the share done, 0 to 1, and what it throws ends the writing. The file is
+  /// complete or absent.
   void Write(const std::function<void(double)>& progress);
 
  private:
@@ -47,6 +48,7 @@ class ZipBuilder {
 
   void Add(const std::string& storedName, zip_source_t* source);
   [[noreturn]] void Fail();
+  void Tell(double share);
   static zip_int64_t ReadPacked(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command);
   static zip_int64_t ReadPieces(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command);
   static zip_int64_t WriteOutput(void* state, void* data, zip_uint64_t length, zip_source_cmd_t command);
@@ -55,6 +57,7 @@ class ZipBuilder {
   std::unique_ptr<Output> output_;
   std::vector<std::unique_ptr<PackedSource>> sources_;
   std::vector<std::unique_ptr<PieceSource>> pieceSources_;
+  std::function<void(double)> progress_;
   std::exception_ptr failure_;  // of a callback: the format library knows no exceptions
   zip_t* zip_ = nullptr;
   std::uint64_t count_ = 0;

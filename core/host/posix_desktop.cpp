@@ -1,6 +1,7 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -10,6 +11,9 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <system_error>
+#include <thread>
+#include <vector>
 
 #include "core/host/Desktop.h"
 
@@ -47,19 +51,75 @@ std::optional<fs::path> ConfiguredDesktop() {
   return std::nullopt;
 }
 
-/// Starts a program and forgets it: a child in between lets the program be adopted by the system.
-void StartDetached(const char* program, const std::string& argument) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    std::string name = program, text = argument;
-    std::array<char*, 3> arguments = {name.data(), text.data(), nullptr};
-    pid_t ignored = 0;
-    ::setsid();
-    ::posix_spawnp(&ignored, program, nullptr, nullptr, arguments.data(), environ);
-    ::_exit(0);
-  }
-  if (child > 0) ::waitpid(child, nullptr, 0);
+DesktopAnswer Known(bool answer) {
+  std::promise<bool> known;
+  known.set_value(answer);
+  return known.get_future();
 }
+
+/// Its status is the answer. Whoever ends first, the program or the child, nobody is left behind.
+DesktopAnswer AnswerOf(pid_t child) {
+  std::promise<bool> promise;
+  DesktopAnswer answer = promise.get_future();
+  try {
+    std::thread([child, promise = std::move(promise)]() mutable {
+      int status = 0;
+      while (::waitpid(child, &status, 0) < 0 && errno == EINTR) continue;
+      promise.set_value(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+    }).detach();
+  } catch (const std::system_error&) {  // it is not waited for
+    return Known(true);
+  }
+  return answer;
+}
+
+/// In a session of its own, so that it outlives the program's terminal. It has nothing to read.
+DesktopAnswer StartDetached(std::vector<std::string> words) {
+  std::vector<char*> arguments;
+  for (auto& word : words) arguments.push_back(word.data());
+  arguments.push_back(nullptr);
+  posix_spawnattr_t attributes;
+  ::posix_spawnattr_init(&attributes);
+  ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+  pid_t child = 0;
+  const int failed = ::posix_spawnp(&child, arguments[0], nullptr, &attributes, arguments.data(), environ);
+  ::posix_spawnattr_destroy(&attributes);
+  return failed != 0 ? Known(false) : AnswerOf(child);
+}
+
+bool IsPipe(int handle) {
+  struct stat facts = {};
+  return ::fstat(handle, &facts) == 0 && S_ISFIFO(facts.st_mode);
+}
+
+int OpenPipe(const std::string& path, int mode) {
+  const int handle = ::open(path.c_str(), mode | O_NONBLOCK | O_NOFOLLOW | O_CLOEXEC);
+  if (handle < 0 || IsPipe(handle)) return handle;
+  ::close(handle);
+  return -1;
+}
+
+std::string PipeOfCalls(const std::string& lockPath) { return lockPath + ".calls"; }
+
+/// A named pipe: without a reader nobody can write to it, so one that is left behind does no harm.
+class CallPipe : public StartCalls {
+ public:
+  CallPipe(std::string path, int handle) : path_(std::move(path)), handle_(handle) {}
+  ~CallPipe() override {
+    ::unlink(path_.c_str());
+    ::close(handle_);
+  }
+
+  bool Any() override {
+    bool any = false;
+    for (std::array<char, 64> calls{}; ::read(handle_, calls.data(), calls.size()) > 0;) any = true;
+    return any;
+  }
+
+ private:
+  const std::string path_;
+  const int handle_;
+};
 
 class FileLock : public InstanceLock {
  public:
@@ -81,9 +141,13 @@ std::string GetSpecialFolder(SpecialFolder folder) {
   return fs::is_directory(path, failed) ? path.string() : std::string();
 }
 
-void OpenWithDesktop(const std::string& hostPath) { StartDetached("xdg-open", hostPath); }
+DesktopAnswer OpenWithDesktop(const std::string& hostPath) { return StartDetached({"xdg-open", hostPath}); }
 
-void ExploreWithDesktop(const std::string& hostPath) { StartDetached("xdg-open", hostPath); }
+DesktopAnswer ExploreWithDesktop(const std::string& hostPath) { return OpenWithDesktop(hostPath); }
+
+DesktopAnswer RunCommand(const std::string& command, const std::string& hostFolder) {
+  return StartDetached({"/bin/sh", "-c", "cd \"$1\" && " + command, "sh", hostFolder});
+}
 
 std::string ShortcutContent(const std::string& hostFolder) {
   return "[Desktop Entry]\nType=Link\nName=Downloaded MSTS routes\nIcon=folder-download\nURL=file://" +
@@ -113,6 +177,21 @@ std::unique_ptr<InstanceLock> TakeInstanceLock(const std::string& hostPath) {
     return std::make_unique<FileLock>(handle);
   ::close(handle);
   return nullptr;
+}
+
+std::unique_ptr<StartCalls> HearStartCalls(const std::string& hostPath) {
+  const std::string pipe = PipeOfCalls(hostPath);
+  ::mkfifo(pipe.c_str(), 0600);
+  const int handle = OpenPipe(pipe, O_RDONLY);
+  return handle < 0 ? nullptr : std::make_unique<CallPipe>(pipe, handle);
+}
+
+bool CallRunningInstance(const std::string& hostPath) {
+  const int handle = OpenPipe(PipeOfCalls(hostPath), O_WRONLY);
+  if (handle < 0) return false;
+  const bool called = ::write(handle, "!", 1) == 1;
+  ::close(handle);
+  return called;
 }
 
 }  // namespace quillon

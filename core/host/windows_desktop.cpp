@@ -1,6 +1,8 @@
 #include <shlobj.h>
 #include <windows.h>
 
+#include <algorithm>
+
 #include "core/host/Desktop.h"
 #include "core/host/windows_file_facts.h"
 #include "core/host/windows_paths.h"
@@ -8,6 +10,8 @@
 
 namespace quillon {
 namespace {
+
+constexpr std::size_t kLongestEvent = 200;  // characters
 
 /// The platform's objects, for as long as one lives. A thread that has them in another way keeps it.
 class Objects {
@@ -43,10 +47,50 @@ class Reference {
   Interface* object_ = nullptr;
 };
 
-void Execute(const wchar_t* verb, const std::string& what) {
-  const Objects objects;
-  ::ShellExecuteW(nullptr, verb, Widen(what).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+DesktopAnswer Known(bool answer) {
+  std::promise<bool> known;
+  known.set_value(answer);
+  return known.get_future();
 }
+
+/// Without a box of the platform's own: whoever asks tells of a failure.
+DesktopAnswer Execute(const wchar_t* verb, const std::wstring& what, const std::wstring& folder) {
+  const Objects objects;
+  SHELLEXECUTEINFOW info = {};
+  info.cbSize = sizeof info;
+  info.fMask = SEE_MASK_FLAG_NO_UI | SEE_MASK_NOASYNC;
+  info.lpVerb = verb;
+  info.lpFile = what.c_str();
+  info.lpDirectory = folder.c_str();
+  info.nShow = SW_SHOWNORMAL;
+  return Known(::ShellExecuteExW(&info) != FALSE);
+}
+
+/// Empty for an address.
+std::wstring FolderOfFile(const std::wstring& path) {
+  if (path.find(L"://") != path.npos) return {};
+  const auto last = path.find_last_of(L"\\/");
+  return last == path.npos ? std::wstring() : path.substr(0, last);
+}
+
+/// One name for each installation, whatever the spelling of its path.
+std::wstring EventOfCalls(const std::string& lockPath) {
+  std::wstring name = Widen(AbsoluteHostPath(lockPath));
+  ::CharLowerBuffW(name.data(), static_cast<DWORD>(name.size()));
+  std::replace(name.begin(), name.end(), L'\\', L'/');  // a backslash would name a space of its own
+  // The platform takes no longer ones.
+  if (name.size() > kLongestEvent) name.erase(0, name.size() - kLongestEvent);
+  return L"Local\\Quillon " + name;
+}
+
+class CallEvent : public StartCalls {
+ public:
+  explicit CallEvent(HANDLE event) : event_(event) {}
+  bool Any() override { return ::WaitForSingleObject(event_.Get(), 0) == WAIT_OBJECT_0; }
+
+ private:
+  Handle event_;
+};
 
 std::string BytesOf(IStream* stream) {
   HGLOBAL memory = nullptr;
@@ -76,9 +120,27 @@ std::string GetSpecialFolder(SpecialFolder folder) {
   return Narrow(path.c_str());
 }
 
-void OpenWithDesktop(const std::string& hostPath) { Execute(nullptr, hostPath); }
+DesktopAnswer OpenWithDesktop(const std::string& hostPath) {
+  const std::wstring what = Widen(hostPath);
+  return Execute(nullptr, what, FolderOfFile(what));
+}
 
-void ExploreWithDesktop(const std::string& hostPath) { Execute(L"explore", hostPath); }
+DesktopAnswer ExploreWithDesktop(const std::string& hostPath) {
+  return Execute(L"explore", Widen(hostPath), {});
+}
+
+DesktopAnswer RunCommand(const std::string& command, const std::string& hostFolder) {
+  std::wstring line = Widen(command);
+  STARTUPINFOW start = {};
+  start.cb = sizeof start;
+  PROCESS_INFORMATION process = {};
+  if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, Widen(hostFolder).c_str(),
+                       &start, &process) == FALSE)
+    return Known(false);
+  ::CloseHandle(process.hThread);
+  ::CloseHandle(process.hProcess);
+  return Known(true);
+}
 
 std::string ShortcutContent(const std::string& hostFolder) {
   const Objects objects;
@@ -117,6 +179,20 @@ std::unique_ptr<InstanceLock> TakeInstanceLock(const std::string& hostPath) {
   if (file == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_SHARING_VIOLATION) return nullptr;
   // Where no lock can be held, as in a read-only folder, there is no second instance to fear either.
   return std::make_unique<OpenLock>(file);
+}
+
+std::unique_ptr<StartCalls> HearStartCalls(const std::string& hostPath) {
+  const HANDLE event = ::CreateEventW(nullptr, FALSE, FALSE, EventOfCalls(hostPath).c_str());
+  return event == nullptr ? nullptr : std::make_unique<CallEvent>(event);
+}
+
+bool CallRunningInstance(const std::string& hostPath) {
+  const HANDLE event = ::OpenEventW(EVENT_MODIFY_STATE, FALSE, EventOfCalls(hostPath).c_str());
+  if (event == nullptr) return false;
+  ::AllowSetForegroundWindow(ASFW_ANY);  // a window in the background may not raise itself
+  const bool called = ::SetEvent(event) != FALSE;
+  ::CloseHandle(event);
+  return called;
 }
 
 }  // namespace quillon

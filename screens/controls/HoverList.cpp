@@ -103,6 +103,7 @@ void HoverList::Sync(List& list) {
   const QModelIndex current = texts_.index(list.current, 0);
   if (currentIndex() != current || !selectionModel()->isSelected(current)) setCurrentIndex(current);
   setEnabled(list.enabled);
+  setAccessibleDescription(rows_.empty() ? emptyText_ : QString());
   if (isVisibleTo(parentWidget()) != list.visible) {
     if (list.visible && styleSheet().isEmpty()) Colour();
     setVisible(list.visible);
@@ -118,6 +119,15 @@ void HoverList::ShowFrom(List& list) {
   if (list.visible) executeDelayedItemsLayout();
   if (list.top != top_) verticalScrollBar()->setValue(list.top);
   top_ = list.top = verticalScrollBar()->value();
+}
+
+void HoverList::paintEvent(QPaintEvent* event) {
+  QListView::paintEvent(event);
+  if (!rows_.empty() || emptyText_.isEmpty()) return;
+  QPainter painter(viewport());
+  painter.setPen(layout_.colour);
+  painter.drawText(viewport()->rect().adjusted(2 * kMargin, kMargin, -2 * kMargin, -kMargin),
+                   Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
 void HoverList::Hover(QPoint position) {

@@ -36,6 +36,9 @@ class HoverList : public QListView {
 
   /// Takes on its place and looks, after the layout has changed.
   void Dress();
+  /// Stands in the list while it has no rows: what would be there.
+  void SetEmptyText(const QString& text) { emptyText_ = text; }
+
   /// Makes it equal to the model's. The list's own end limits `top`.
   void Sync(List& list);
 
@@ -65,6 +68,7 @@ class HoverList : public QListView {
   const ControlLayout& layout_;
   std::vector<std::string> rows_;
   QStringListModel texts_;
+  QString emptyText_;
   bool syncing_ = false, followsPointer_ = true;
   int top_ = 0, firstRow_ = 0, start_ = 0;
 };

@@ -85,6 +85,15 @@ TEST_F(DeliveredHelp, EveryScreenHasAPage) {
   EXPECT_EQ(book_.PageOf("frmNowhere"), nullptr);
 }
 
+/// F1 on the box of an error turns to it by its number.
+TEST_F(DeliveredHelp, EveryErrorIsExplained) {
+  const auto anchors = AnchorsOf(folder_ / "help/errors.html");
+  const Strings numbers =
+      AllOf(BytesOf(fs::path(QUILLON_SOURCE_DIR) / "core/RunTimeError.h"), " = ([0-9]+),");
+  EXPECT_GT(numbers.size(), 10u);
+  for (const auto& number : numbers) EXPECT_TRUE(anchors.contains("e" + number)) << number;
+}
+
 TEST_F(DeliveredHelp, TheIndexIsInOrderAndLeadsToItsAnchors) {
   std::string before;
   for (const auto& keyword : book_.Index()) {

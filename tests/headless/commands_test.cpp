@@ -127,6 +127,19 @@ TEST_F(CommandsTest, AdviceFitsTheError) {
           "Nothing was put back");
   advises(RunTimeError(FileAlreadyExists, "/game\\ROUTES\\Quillon-route\\a.s"), "quillon clean') rebuilds");
   advises(RunTimeError(DiskFull, zip), "Make room");
+  // The cause, not the place.
+  const std::string working = "/game\\ROUTES\\Quillon-route\\";
+  advises(
+      RunTimeError(FileAlreadyExists, working + "ts-bak-readme.txt", "the route file holds readme.txt twice"),
+      "zip it again");
+  advises(RunTimeError(PathFileAccessError, working + "PATHS", "a file stands where a folder is wanted"),
+          "elsewhere");
+  advises(RunTimeError(PermissionDenied, working + "a.s"), "Close it");
+  EXPECT_TRUE(
+      Contains(Advice(RunTimeError(FileAlreadyExists, "/game\\ROUTES\\x 7"), "Installing X permanently"),
+               "another number"));
+  EXPECT_EQ(RemedyOf(RunTimeError(FileNotFound, list)), Remedy::LayDeliveredFiles);
+  EXPECT_EQ(RemedyOf(RunTimeError(PathFileAccessError, list, kNoPermission)), Remedy::None);
 }
 
 TEST_F(CommandsTest, AReadOnlyDeliveryIsLaidWritable) {

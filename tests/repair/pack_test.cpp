@@ -1,5 +1,7 @@
 // A route's way out of the game into a zip, and all the way back.
 #include "core/Text.h"
+#include "repair/PackRoute.h"
+#include "tests/world/GivesUp.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {
@@ -44,6 +46,27 @@ TEST_F(PackTest, LeavesOutWhatTheGameHasOrMakes) {
   const Strings captions = Captions("frmPack");
   EXPECT_EQ(captions.front(), "Skipping shapes\\own.S");
   EXPECT_EQ(captions.back(), "Finished Packing!");
+}
+
+TEST_F(PackTest, GivenUpAnywhereItLeavesNothing) {
+  ASSERT_EQ(Pack(), 0) << "an older zip";
+  const auto app = State(App()), game = State(Game());
+  RecordedOutput output;
+  HeadlessFrontEnd frontEnd(output, options);
+  int at = 0;
+  for (bool packed = false; !packed; at += 2) {
+    RunningProgram program(App(), frontEnd);
+    program.Get().shared.TrainSimPath = Game();
+    GivesUp progress(at);
+    packed = PackRoute(program.Get(), progress, Game() + "\\routes", "myroute", Game() + "\\ROUTES\\MyRoute")
+                 .Run();
+    if (!packed) {
+      EXPECT_EQ(Changed(app, State(App())), Strings()) << "given up at " << at;
+    }
+  }
+  EXPECT_GT(at, 20);
+  EXPECT_EQ(State(Game()), game);
+  EXPECT_EQ(Unzipped(Zip()).size(), files_.size()) << "the one that was not given up";
 }
 
 TEST_F(PackTest, TheFolderGoesOnlyOnYes) {

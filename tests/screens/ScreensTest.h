@@ -18,7 +18,8 @@ namespace quillon {
 
 struct QuietFrontEnd : DesktopFrontEnd {
   void OpenInShell(std::string_view path) override { opened += path; }
-  std::string opened;
+  void StartGame(std::string_view trainExe, std::string_view) override { game += trainExe; }
+  std::string opened, game;
 };
 
 class ScreensTest : public ProgramTest {

@@ -127,6 +127,41 @@ TEST_F(MainCycleTest, AnErrorEndsTheProgramAndSaysWhy) {
   EXPECT_NE(boxes_.find("tsfoo.jpg"), std::string::npos) << boxes_;
 }
 
+TEST_F(MainCycleTest, TheGameStartsInPlaceOfTheProgram) {
+  StoreRoute("foo", "Foo", RouteEntries("Foo"));
+  Start();
+  Click("frmMain", "btnRouteList");
+  auto& list = Control<HoverList>("frmMain", "ListRoutes");
+  Hover(list, RowAt(list, 0));
+  Press(list, 0);
+  ASSERT_TRUE(WaitFor([&] { return ButtonOf("frmMain", "btnLoad").isVisible(); }));
+  WhenFinished("frmLoad", [&] { Click("frmLoad", "btnStart"); });
+  WhenFinished("frmCustomConsist", [&] { Click("frmCustomConsist", "btnOK"); });
+  Click("frmMain", "btnLoad");
+  EXPECT_TRUE(program_->Screens().Ended());
+  EXPECT_EQ(frontEnd_.game, Game() + "\\train.exe");
+}
+
+TEST_F(MainCycleTest, AnotherStartBringsTheWindowBack) {
+  Start();
+  View("frmMain").showMinimized();
+  ASSERT_TRUE(program_->CallOther());
+  EXPECT_TRUE(WaitFor([&] { return !View("frmMain").isMinimized(); }));
+}
+
+TEST_F(MainCycleTest, WhatWasDeliveredIsLaidAgain) {
+  const std::string file = DataPath("misc_info\\tsnone.jpg"), bytes = ReadBytes(file);
+  Remove(file);
+  program_ = std::make_unique<RunningProgram>(App(), frontEnd_);
+  frontEnd_.Serve(*program_);
+  AnswerBoxes("Lay them again and go on");
+  ASSERT_EQ(frontEnd_.Run(), DesktopFrontEnd::kStartAgain) << boxes_;
+  EXPECT_EQ(ReadBytes(file), bytes);
+  program_.reset();
+  Start();
+  EXPECT_TRUE(IsOpen("frmMain"));
+}
+
 TEST_F(MainCycleTest, ASecondProgramIsRefused) {
   const auto lock = TakeInstanceLock(AppPath("quillon.lock"));
   ASSERT_NE(lock, nullptr);

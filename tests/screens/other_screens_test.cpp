@@ -196,7 +196,7 @@ TEST_F(OtherScreensTest, AFaultyDownloadIsSetAsideAndTheOthersAreAdded) {
   Start();
   AnswerBoxes("Set it aside and go on");
   QTimer::singleShot(0, [&] { frontEnd_.Handle([&] { program_->Screens().Show("frmZipCheck"); }); });
-  ASSERT_EQ(frontEnd_.Run(), DesktopFrontEnd::kGoOn);
+  ASSERT_EQ(frontEnd_.Run(), DesktopFrontEnd::kAddAgain);
   program_.reset();
   Start();
   QTimer end;

@@ -199,6 +199,16 @@ NamedTexts TestProgram::State(std::string_view folder) {
   return state;
 }
 
+Strings TestProgram::Changed(const NamedTexts& before, NamedTexts after) {
+  Strings names;
+  for (const auto& [name, what] : before) {
+    if (after[name] != what) names.push_back(name + ": " + after[name]);
+    after.erase(name);
+  }
+  for (const auto& [name, what] : after) names.push_back(name + ": " + what);
+  return names;
+}
+
 // By the format library itself, so that what the product makes is judged by someone else.
 NamedTexts TestProgram::Unzipped(std::string_view path) {
   zip_t* zip = zip_open(HostPath(path).c_str(), ZIP_RDONLY, nullptr);

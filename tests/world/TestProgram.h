@@ -109,6 +109,8 @@ class TestProgram {
   /// All below a folder as it stands: files with bytes and read-only mark, folders and links, by their
   /// spelling.
   static NamedTexts State(std::string_view folder);
+  /// What is not the same in two states, with what the second has.
+  static Strings Changed(const NamedTexts& before, NamedTexts after);
   /// The entries of a zip: lower-case stored name with "\", and bytes.
   static NamedTexts Unzipped(std::string_view path);
   /// Puts a file into the working route; its bytes, empty when there is none.
