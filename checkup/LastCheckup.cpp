@@ -36,7 +36,7 @@ void CheckupSight::Add(const std::vector<GameFile>& files) {
     Add(file.shown);
     Add(file.size);
     Add(static_cast<std::uint64_t>(file.modified));
-    young_ = young_ || IsYoung(file.modified);
+    young_ = young_ || quillon::IsYoung(file.modified);
   }
 }
 
