@@ -1,6 +1,9 @@
 // Every screen in every size: whole, readable, and made anew for the display it stands on.
 #include <QAccessible>
 #include <QDir>
+#include <QFontMetrics>
+#include <QHash>
+#include <QImage>
 #include <QSet>
 #include <algorithm>
 #include <cmath>
