@@ -1,5 +1,6 @@
 #include "screens/HelpWindow.h"
 
+#include <QEvent>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>

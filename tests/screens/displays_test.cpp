@@ -1,6 +1,9 @@
 // Every screen in every size: whole, readable, and made anew for the display it stands on.
 #include <QAccessible>
 #include <QDir>
+#include <QFontMetrics>
+#include <QHash>
+#include <QImage>
 #include <QSet>
 #include <algorithm>
 #include <cmath>
@@ -98,8 +101,8 @@ double Luminance(const QColor& colour) {
   return 0.2126 * Light(colour.red()) + 0.7152 * Light(colour.green()) + 0.0722 * Light(colour.blue());
 }
 double Contrast(const QColor& one, const QColor& other) {
-  const auto [low, high] = std::minmax(Luminance(one), Luminance(other));
-  return (high + 0.05) / (low + 0.05);
+  const double first = Luminance(one) + 0.05, second = Luminance(other) + 0.05;
+  return std::max(first, second) / std::min(first, second);
 }
 
 /// The contrast that all but the worst twentieth of the place has at least.

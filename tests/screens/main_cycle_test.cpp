@@ -105,9 +105,10 @@ TEST_F(MainCycleTest, ByKeys) {
   QTest::keyClick(&main, Qt::Key_L, Qt::AltModifier);
   EXPECT_TRUE(WaitFor([&] { return Ini("routes.ini", "Current", "Loaded") == "alpha"; }));
   EXPECT_TRUE(WaitFor([&] { return !IsOpen("frmLoad") && !IsOpen("frmCustomConsist"); }));
-  EXPECT_TRUE(ButtonOf("frmMain", "btnExit").hasFocus()) << "another Return must not load again";
 
   ASSERT_TRUE(QTest::qWaitForWindowActive(&main));
+  const auto& exit = ButtonOf("frmMain", "btnExit");
+  EXPECT_TRUE(WaitFor([&] { return exit.hasFocus(); })) << "another Return must not load again";
   QTest::keyClick(&main, Qt::Key_R, Qt::AltModifier);
   ASSERT_TRUE(WaitFor([&] { return IsOpen("frmRoutes"); }));
   QTest::keyClick(&View("frmRoutes"), Qt::Key_Escape);
