@@ -54,7 +54,8 @@ void HeadlessFrontEnd::ShowHelp(std::string_view file, std::string_view command)
 
 void HeadlessFrontEnd::TellUnopened(DesktopAnswer answer, const std::string& hostPath) {
   if (answer.wait_for(kLongestAnswer) == std::future_status::ready && !answer.get())
-    std::fprintf(stderr, "quillon: no program was found that opens %s\n", hostPath.c_str());
+    std::fprintf(stderr, "quillon: could not be opened: %s (no program for it, or the program failed)\n",
+                 hostPath.c_str());
 }
 
 void HeadlessFrontEnd::PutBar(const std::string& screen, HeldBar& bar) {

@@ -33,8 +33,9 @@ void Errands::Look(QWidget* owner) {
     const bool there = IsThere(errand->answer, kNoWait);
     if (there && HasFailed(errand->answer)) {
       auto* box = new QMessageBox(QMessageBox::Information, "Quillon",
-                                  "No program was found that opens\n" + errand->path +
-                                      "\n\nOpen it by hand, or install a program for it.",
+                                  "This could not be opened:\n" + errand->path +
+                                      "\n\nYour system has no program for it, or the program failed. Open it "
+                                      "by hand.",
                                   QMessageBox::Ok, owner);
       box->setTextFormat(Qt::PlainText);
       box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

@@ -121,15 +121,6 @@ void HoverList::ShowFrom(List& list) {
   top_ = list.top = verticalScrollBar()->value();
 }
 
-void HoverList::paintEvent(QPaintEvent* event) {
-  QListView::paintEvent(event);
-  if (!rows_.empty() || emptyText_.isEmpty()) return;
-  QPainter painter(viewport());
-  painter.setPen(layout_.colour);
-  painter.drawText(viewport()->rect().adjusted(2 * kMargin, kMargin, -2 * kMargin, -kMargin),
-                   Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
-}
-
 void HoverList::Hover(QPoint position) {
   if (OnHover) OnHover(indexAt(position).row(), Drawn(position.y()));
 }
@@ -152,9 +143,12 @@ void HoverList::TellWhole(const QModelIndex& row) {
 /// Where no row is the current one, the list itself shows that it has the keyboard.
 void HoverList::paintEvent(QPaintEvent* event) {
   QListView::paintEvent(event);
-  if (!hasFocus() || currentIndex().isValid()) return;
   QPainter painter(viewport());
-  PaintFocusRing(painter, viewport()->rect(), layout_.scale);
+  if (hasFocus() && !currentIndex().isValid()) PaintFocusRing(painter, viewport()->rect(), layout_.scale);
+  if (!rows_.empty() || emptyText_.isEmpty()) return;
+  painter.setPen(layout_.colour);
+  painter.drawText(viewport()->rect().adjusted(2 * kMargin, kMargin, -2 * kMargin, -kMargin),
+                   Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
 void HoverList::mouseMoveEvent(QMouseEvent* event) {

@@ -4,7 +4,9 @@ programs=$1 pictures=${2:-}
 world=$(mktemp -d)
 export HOME=$world/home QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$world/run
 unset XDG_DATA_HOME XDG_CONFIG_HOME XDG_DESKTOP_DIR QT_SCALE_FACTOR
-mkdir -p -m 700 "$HOME" "$XDG_RUNTIME_DIR"
+mkdir -p -m 700 "$HOME" "$XDG_RUNTIME_DIR" "$world/bin"
+printf '#!/bin/sh\n' >"$world/bin/xdg-open" && chmod +x "$world/bin/xdg-open"  # no browser comes in the way
+PATH=$world/bin:$PATH
 app=$world/app ini="$world/app/resources/Do_Not_Delete!/routes.ini"
 
 end() { kill "$display" "${larkmoor:-}" 2>/dev/null || true; rm -rf "$world"; }
