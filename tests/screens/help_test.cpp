@@ -137,6 +137,26 @@ TEST_F(HelpTest, AKeywordLeadsToItsAnchor) {
   EXPECT_GT(In<QTextBrowser>("page").verticalScrollBar()->value(), 0) << "the anchor is far down";
 }
 
+TEST_F(HelpTest, F1TurnsToTheErrorOnView) {
+  Start();
+  QTimer::singleShot(0,
+                     [&] { frontEnd_.Handle([] { throw RunTimeError(ErrorNumber::DiskFull, "/x\\y"); }); });
+  QTimer shown;
+  int scrolled = 0;
+  QObject::connect(&shown, &QTimer::timeout, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    shown.stop();
+    QTest::keyClick(box, Qt::Key_F1);
+    WaitFor([&] { return (scrolled = In<QTextBrowser>("page").verticalScrollBar()->value()) > 0; });
+    EXPECT_EQ(In<QTextBrowser>("page").source().fragment(), "e61");
+    box->button(QMessageBox::Close)->click();
+  });
+  shown.start(10);
+  EXPECT_EQ(frontEnd_.Run(), 1);
+  EXPECT_GT(scrolled, 0) << "the anchor is far down";
+}
+
 TEST_F(HelpTest, AHelpThatIsMissingOrBrokenIsTold) {
   const std::string file = AppPath("resources\\files\\help.hlp");
   Start();
