@@ -85,7 +85,12 @@ void RouteCheckup::ReadConsists(const std::vector<std::string>& zips) {
       const std::string name = UpperCase(file.shown);
       return known.contains(name) || known.contains(UpperCase(zip) + "\\" + name);
     });
-    auto facts = reader_.Read(FileKind::Consist, files);
+    std::vector<FileFacts> facts;
+    reader_.Begin(FileKind::Consist, files, facts);
+    reader_.Finish([this](std::size_t done, std::size_t all) {
+      progress_.Detail(done, all, "consists");
+      progress_.Yield();
+    });
     for (std::size_t i = 0; i < files.size(); ++i) {
       known.insert((zip.empty() ? "" : UpperCase(zip) + "\\") + UpperCase(files[i].shown));
       consists_.push_back({std::move(files[i]), std::move(facts[i]), zip});
