@@ -151,7 +151,7 @@ void CatalogueCheck::FindStrayStores() {
       if (any) Add(Kind::StoreWithoutRoute, folder.name, place + folder.name);
     }
   }
-  for (const auto& file : program_.files.ListFiles(CutAtLastDot(app.TerrainCache("*")) + ".qnc"))
+  for (const auto& file : program_.files.ListFiles(app.TerrainCache("*")))
     if (const std::string zip = CutAtLastDot(file); !routes.contains(UpperCase(zip)))
       Add(Kind::StoreWithoutRoute, zip, app.TerrainCache(zip));
 }

@@ -79,6 +79,7 @@ void RouteRemoval::MoveBelongings(Rescue& rescue) {
     else
       files_.KillIfThere(path);
   }
+  files_.Host().Delete(program_.app.Thumbnail(zip_));  // nobody misses it, nor minds it
 }
 
 void RouteRemoval::ForgetSelection() {

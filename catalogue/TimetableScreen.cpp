@@ -85,7 +85,7 @@ std::string TimetableScreen::TextOf(const RouteDetails& route, Column column) {
     case Column::Added: return route.added.substr(0, kDay);
     case Column::LastLoaded: return route.lastLoaded.empty() ? "never" : route.lastLoaded.substr(0, kDay);
     case Column::Activities:
-      return route.playable
+      return route.playable && route.playable->of > 0
                  ? std::to_string(route.playable->playable) + " of " + std::to_string(route.playable->of)
                  : std::to_string(route.activities);
     case Column::Saves: return std::to_string(route.saves);

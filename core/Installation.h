@@ -72,6 +72,11 @@ class Installation {
   std::string DatesIni() const { return app_ + "\\resources\\Do_Not_Delete!\\dates.ini"; }
   /// What the route files hold, as it was last read.
   std::string DetailsCacheFile() const { return app_ + "\\resources\\Do_Not_Delete!\\routes.cache"; }
+  /// Small pictures of the previews.
+  std::string Thumbnails() const { return app_ + "\\resources\\Do_Not_Delete!\\thumbnails"; }
+  std::string Thumbnail(std::string_view zip) const {
+    return In("\\resources\\Do_Not_Delete!\\thumbnails\\", zip, ".jpg");
+  }
   /// The download at which the last intake has ended.
   std::string OddDownloadIni() const { return app_ + "\\resources\\Do_Not_Delete!\\odd_download.ini"; }
   /// What became of each download, a line each.

@@ -144,7 +144,7 @@ QWidget* frmTimetable::MakeBoard() {
   frame->setObjectName("frame");
   auto* inside = new QVBoxLayout(frame);
   inside->setContentsMargins(3, 3, 3, 3);
-  const std::string thumbnails = TheDesk().TheProgram().app.Below("\\resources\\Do_Not_Delete!\\thumbnails");
+  const std::string thumbnails = TheDesk().TheProgram().app.Thumbnails();
   board_ = new FlapBoard(
       model_, TheDesk().HostPath(thumbnails),
       [this](const std::string& path) { return TheDesk().HostPath(path); }, frame);
@@ -335,7 +335,7 @@ void frmTimetable::closeEvent(QCloseEvent* event) {
 
 void frmTimetable::Sync() {
   ScreenView::Sync();
-  content_->setEnabled(!model_.working);
+  ShowWork();
   if (model_.working) return;
   for (const auto& [widget, button] : buttons_) widget->setEnabled(button->enabled);
   count_->setText(Text(model_.lblCount.text));
@@ -343,6 +343,15 @@ void frmTimetable::Sync() {
   nothing_->setVisible(model_.lblNothing.visible);
   board_->Sync();
   ShowSide();
+}
+
+/// What is disabled loses the keyboard, and gets it back.
+void frmTimetable::ShowWork() {
+  if (content_->isEnabled() != model_.working) return;
+  if (model_.working) focused_ = focusWidget();
+  content_->setEnabled(!model_.working);
+  if (!model_.working)
+    (focused_ ? focused_.data() : static_cast<QWidget*>(board_))->setFocus(Qt::OtherFocusReason);
 }
 
 void frmTimetable::Measure(unsigned long long done, unsigned long long total, const std::string& unit) {

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QPushButton>
 
 #include "catalogue/TimetableScreen.h"
@@ -49,6 +50,7 @@ class frmTimetable : public ScreenView {
   void ShowMenu(QPoint global);
   void BindKeys();
   void ShowSide();
+  void ShowWork();
   void ShowPicture();
   void Fill(QListWidget& list, const List& rows);
   void RememberSize();
@@ -63,6 +65,7 @@ class frmTimetable : public ScreenView {
   QPlainTextEdit* description_;
   QListWidget *documents_, *saves_, *shelf_;
   std::vector<std::pair<QPushButton*, const Button*>> buttons_;
+  QPointer<QWidget> focused_;
   std::string shown_;
   QTimer* sizeTimer_;
   QElapsedTimer clock_;

@@ -109,5 +109,15 @@ TEST_F(VerifyTest, WhatCanNotBeHealedIsToldAndLeftAlone) {
   EXPECT_EQ(Findings(), (Strings{"no file foo", "store without route ghost", "damaged baz"}));
 }
 
+TEST_F(VerifyTest, ASampleInstallationFitsTogetherAndLoads) {
+  const std::string folder = FromPath(ToPath(Root()) / "many");
+  ASSERT_EQ(Run(Command{.name = "sample", .argument = folder, .routes = 200}), 0);
+  options.app = FromPath(ToPath(folder) / "app");
+  EXPECT_EQ(Verify(), 0);
+  EXPECT_EQ(Findings(), Strings());
+  EXPECT_EQ(Run("load", "Ox"), 0);
+  EXPECT_EQ(MainTexts({"lblRouteName"}), "Ox");
+}
+
 }  // namespace
 }  // namespace quillon

@@ -60,6 +60,7 @@ TEST_F(TimetableViewTest, EnterClosesTheBoardAndLoads) {
   });
   finished.start(10);
   OnBoard([this](FlapBoard& board, QLineEdit&) {
+    EXPECT_EQ(View("frmTimetable").focusWidget(), &board) << "also after the rows were read";
     QTest::keyClick(&board, Qt::Key_B);
     EXPECT_EQ(TextOf("frmTimetable", "lblName"), "Birkdale");
     QTest::keyClick(&board, Qt::Key_Return);
