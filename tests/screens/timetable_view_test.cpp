@@ -75,7 +75,7 @@ TEST_F(TimetableViewTest, AMissingPreviewIsRepairedAndTheProgramGoesOn) {
   AnswerBoxes("Repair and go on");
   program_ = std::make_unique<RunningProgram>(App(), frontEnd_);
   frontEnd_.Serve(*program_);
-  EXPECT_EQ(frontEnd_.Run(), DesktopFrontEnd::kStartAnew) << boxes_;
+  EXPECT_EQ(frontEnd_.Run(), DesktopFrontEnd::kStartAgain) << boxes_;
   EXPECT_TRUE(Exists(AppPath("routes\\tsb.jpg")));
   Start();
   EXPECT_EQ(TextOf("frmMain", "lblRouteName"), "Birkdale");
