@@ -94,10 +94,7 @@ void Catalogue::RequireEntry(std::string_view zip) const {
 }
 
 void Catalogue::Restore(std::string_view zip, std::string_view name) const {
-  if (NameOf(zip, kUnknown) == kUnknown) EnterUnder(zip, name);
-}
-
-void Catalogue::EnterUnder(std::string_view zip, std::string_view name) const {
+  if (NameOf(zip, kUnknown) != kUnknown) return;
   {
     const auto batch = program_.ini.Batch();
     Enter(zip, ZipOf(name, kFree) == kFree ? std::string(name) : UniqueName(std::string(name)));
@@ -106,12 +103,12 @@ void Catalogue::EnterUnder(std::string_view zip, std::string_view name) const {
 }
 
 void Catalogue::Mend(std::string_view zip, std::string_view routeName) const {
-  if (const std::string name = NameOf(zip, kUnknown); name != kUnknown && !Trim(name).empty())
-    return EnterUnder(zip, name);
+  const std::string known = NameOf(zip, kUnknown);
   {
     const auto batch = program_.ini.Batch();
+    const bool isFree = known != kUnknown && !Trim(known).empty() && ZipOf(known, kFree) == kFree;
     const bool leadsHere = EqualNoCase(ZipOf(routeName, kFree), zip);
-    Enter(zip, leadsHere ? std::string(routeName) : UniqueName(std::string(routeName)));
+    Enter(zip, isFree ? known : leadsHere ? std::string(routeName) : UniqueName(std::string(routeName)));
   }
   RequireEntry(zip);
 }

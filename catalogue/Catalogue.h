@@ -57,7 +57,6 @@ class Catalogue {
 
  private:
   void Enter(std::string_view zip, std::string_view name) const;
-  void EnterUnder(std::string_view zip, std::string_view name) const;
   void RequireEntry(std::string_view zip) const;
   std::string UniqueName(const std::string& routeName) const;
 

@@ -12,6 +12,7 @@
 #include "core/ProfileSnapshot.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
+#include "core/host/RawFile.h"
 
 namespace quillon {
 namespace {
@@ -27,7 +28,7 @@ std::pair<std::string, int> BaseOf(const std::string& name) {
   const auto open = name.rfind(" (");
   if (open == name.npos || open == 0 || !name.ends_with(')')) return {name, 1};
   const std::string digits = name.substr(open + 2, name.size() - open - 3);
-  constexpr std::size_t kMostDigits = 6;
+  constexpr std::size_t kMostDigits = 3;  // four are a year
   const bool isNumber = !digits.empty() && digits.size() <= kMostDigits &&
                         digits.find_first_not_of("0123456789") == digits.npos;
   const int number = isNumber ? NumericValue(digits) : 0;
@@ -36,6 +37,7 @@ std::pair<std::string, int> BaseOf(const std::string& name) {
 
 /// Why the file can't be opened; empty when it can.
 std::string OpeningFault(const std::string& hostPath) {
+  if (!RawInput(hostPath).IsOpen()) return kNoPermissionToRead;
   try {
     return ZipFile(hostPath).Entries().empty() ? "it is empty" : "";
   } catch (const Damage& damage) {
@@ -58,14 +60,20 @@ std::string CatalogueFinding::KindText() const {
 
 std::string CatalogueFinding::Advice() const {
   switch (kind) {
-    case Kind::NoEntry: return "The route file is not in the catalogue. A repair enters it.";
+    case Kind::NoEntry:
+      return "The route file is not in the catalogue. " +
+             (reason.empty() ? "A repair enters it." : "It could not be entered: " + reason + ".");
     case Kind::NoFile:
       return "The catalogue knows a route whose file is gone. Put it back from the rescued files, or add its "
              "zip again.";
-    case Kind::NoPreview: return "The route has no picture. A repair makes one.";
+    case Kind::NoPreview:
+      return "The route has no picture. " +
+             (reason.empty() ? "A repair makes one." : "None could be made: " + reason + ".");
     case Kind::StoreWithoutRoute:
       return "These files belong to no route. Look whether you want to keep them; nothing else needs them.";
     case Kind::Damaged:
+      if (reason == kNoPermissionToRead)
+        return "The route file can't be opened. Get the right to read it, or close the program that has it.";
       return "The route file is damaged: " + reason +
              ". Add the route's zip from original_zips\\Installed again.";
   }
@@ -74,6 +82,13 @@ std::string CatalogueFinding::Advice() const {
 
 bool AnythingLeft(const std::vector<CatalogueFinding>& findings) {
   return std::any_of(findings.begin(), findings.end(), [](const auto& finding) { return !finding.repaired; });
+}
+
+bool CanBeRepaired(const std::vector<CatalogueFinding>& findings) {
+  using Kind = CatalogueFinding::Kind;
+  return std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
+    return finding.kind == Kind::NoEntry || finding.kind == Kind::NoPreview;
+  });
 }
 
 std::vector<CatalogueFinding> CatalogueCheck::Run(bool deep, bool repair) {
@@ -90,6 +105,7 @@ std::vector<CatalogueFinding> CatalogueCheck::Run(bool deep, bool repair) {
   }
   if (deep) FindDeepDamage();
   if (repair) Repair();
+  progress_.Detail(0, 0, {});
   return findings_;
 }
 
@@ -210,8 +226,11 @@ void CatalogueCheck::Repair() {
       if (finding.kind == Kind::NoEntry) RepairEntry(finding.zip);
   }
   for (auto& finding : findings_) {
-    if (finding.kind == Kind::NoEntry) finding.repaired = catalogue_.IsWhole(finding.zip);
-    if (finding.kind == Kind::NoPreview) finding.repaired = RepairPreview(finding.zip);
+    if (finding.kind == Kind::NoEntry) {
+      finding.repaired = catalogue_.IsWhole(finding.zip);
+      if (!finding.repaired) finding.reason = "routes.ini can't be written";
+    }
+    if (finding.kind == Kind::NoPreview) RepairPreview(finding);
   }
   RepairVersions();
 }
@@ -258,17 +277,18 @@ std::string CatalogueCheck::RouteNameOf(const std::string& zip) {
   }
 }
 
-/// As an intake does, for one route by itself.
-bool CatalogueCheck::RepairPreview(const std::string& zip) {
-  const std::string preview = program_.app.Preview(zip);
+/// As an intake does, for one route by itself. Of a picture that can't be read the one without a picture
+/// stays.
+void CatalogueCheck::RepairPreview(CatalogueFinding& finding) {
   try {
-    CopyOver(program_.files, program_.app.NoImagePicture(), preview);
+    CopyOver(program_.files, program_.app.NoImagePicture(), finding.path);
     Previews(program_, progress_, [this](const std::string& what, const std::string&) {
       program_.Step(what);
-    }).Run({zip});
-  } catch (const RunTimeError&) {  // of a picture that can't be read: the one without a picture stays
+    }).Run({finding.zip});
+  } catch (const RunTimeError& error) {
+    finding.reason = error.text() + ": " + error.path();
   }
-  return program_.files.FileExists(preview);
+  finding.repaired = program_.files.FileExists(finding.path);
 }
 
 }  // namespace quillon

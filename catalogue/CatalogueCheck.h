@@ -18,7 +18,7 @@ struct CatalogueFinding {
   enum class Kind { NoEntry, NoFile, NoPreview, StoreWithoutRoute, Damaged };
   Kind kind;
   std::string zip, path;
-  std::string reason;  // of the damage
+  std::string reason;  // of the damage, or why the repair has failed
   bool repaired = false;
 
   /// Such as "no entry".
@@ -35,7 +35,7 @@ class CatalogueCheck {
 
   /// `deep`: the data of all route files are read and checked. `repair`: entries and previews are made anew;
   /// nothing is deleted, and selection and loaded route stay as they were. What can't be healed stays a
-  /// finding. Raises error 75 when routes.ini can't be written.
+  /// finding.
   std::vector<CatalogueFinding> Run(bool deep, bool repair);
 
  private:
@@ -53,7 +53,7 @@ class CatalogueCheck {
   void RepairVersions();
   void RepairEntry(const std::string& zip);
   std::string RouteNameOf(const std::string& zip);
-  bool RepairPreview(const std::string& zip);
+  void RepairPreview(CatalogueFinding& finding);
   void Add(Kind kind, const std::string& zip, std::string path, std::string reason = {}) {
     findings_.push_back({kind, zip, std::move(path), std::move(reason), false});
   }
@@ -71,5 +71,7 @@ class CatalogueCheck {
 
 /// Whether anything is left that is not repaired.
 bool AnythingLeft(const std::vector<CatalogueFinding>& findings);
+/// Whether a repair would find something to do.
+bool CanBeRepaired(const std::vector<CatalogueFinding>& findings);
 
 }  // namespace quillon

@@ -45,7 +45,8 @@ KeptRoutes Load(Program& program) {
 void Save(Program& program, const std::vector<RouteFile>& routes, const std::vector<RouteContent>& contents) {
   std::string bytes(kMark);
   for (std::size_t i = 0; i < routes.size(); ++i) {
-    if (IsYoung(routes[i].modified)) continue;
+    // A file that can't be opened may be whole.
+    if (IsYoung(routes[i].modified) || contents[i].damaged) continue;
     AddText(bytes, routes[i].zip);
     AddNumber(bytes, routes[i].size);
     AddNumber(bytes, static_cast<std::uint64_t>(routes[i].modified));

@@ -351,6 +351,7 @@ void MainScreen::btnTimetableClick() {
     return btnLoadClick();
   }
   ListRoutesRightPress();
+  if (!PermanentMode) return CloseList();
   toolsListHover(1);
   toolsListLeftPress();
 }

@@ -10,17 +10,24 @@ std::string Playable::Text() const {
          (of == 1 ? " activity playable" : " activities playable");
 }
 
-std::optional<Playable> PlayableOf(const Program& program, const std::string& zip) {
-  const std::string of = program.ini.ReadIni(zip, "Of", "", program.app.PlayableIni());
+namespace {
+
+std::optional<Playable> PlayableBy(const auto& read) {
+  const std::string of = read("Of", "");
   if (of.empty()) return {};
-  return Playable{NumericValue(program.ini.ReadIni(zip, "Playable", "0", program.app.PlayableIni())),
-                  NumericValue(of)};
+  return Playable{NumericValue(read("Playable", "0")), NumericValue(of)};
+}
+
+}  // namespace
+
+std::optional<Playable> PlayableOf(const Program& program, const std::string& zip) {
+  return PlayableBy([&](const char* key, const char* otherwise) {
+    return program.ini.ReadIni(zip, key, otherwise, program.app.PlayableIni());
+  });
 }
 
 std::optional<Playable> PlayableOf(const ProfileSnapshot& notes, const std::string& zip) {
-  const std::string of = notes.Read(zip, "Of", "");
-  if (of.empty()) return {};
-  return Playable{NumericValue(notes.Read(zip, "Playable", "0")), NumericValue(of)};
+  return PlayableBy([&](const char* key, const char* otherwise) { return notes.Read(zip, key, otherwise); });
 }
 
 void NotePlayable(Program& program, const std::string& zip, const Playable& playable) {

@@ -36,6 +36,7 @@ void Previews::Run(const std::vector<std::string>& zips) {
     TakeReadyPreview(zip);
     if (!PreviewFound) MakeJpegs(zip, ".gif", 50);
   }
+  progress_.Detail(0, 0, {});
   // The last route's find decides for all.
   if (PreviewFound) return;
   for (const auto& zip : zips) MakeJpegs(zip, ".bmp", 254);

@@ -14,6 +14,7 @@ std::string ShelfRowOf(const ShelfEntry& entry) {
 
 void PutBackRescue(Program& program, const ShelfEntry& entry) {
   program.Step("Putting the rescued files of " + entry.zip + " back");
+  const Wait wait(program.watcher, program.step + "...");
   Shelf(program).PutBack(entry);
   const std::string names = entry.path + kShelfRoute;
   if (program.files.FileExists(names) && program.files.FileExists(program.app.RouteFile(entry.zip)))

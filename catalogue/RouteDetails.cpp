@@ -34,7 +34,8 @@ class Notes {
   /// A route from before the notes was taken in when its file was made.
   void Fill(std::int64_t modified, RouteDetails& route) const {
     route.name = names_.Read(route.zip, "Name", kRunCleanup);
-    route.catalogued = route.name != kRunCleanup;
+    route.catalogued = route.name != kRunCleanup && !Trim(route.name).empty() &&
+                       EqualNoCase(names_.Read(route.name, "Zip", ""), route.zip);
     route.playable = PlayableOf(playable_, route.zip);
     route.added = RouteDates::Added(dates_, route.zip);
     if (route.added.empty()) route.added = LocalTime(kIsoTime, modified);

@@ -43,10 +43,7 @@ void ShelfScreen::btnExploreClick() {
 }
 
 void ShelfScreen::PutBack(int number) {
-  const ShelfEntry entry = entries_.at(static_cast<std::size_t>(number) - 1);
-  program_.Step("Putting the rescued files of " + entry.zip + " back");
-  const Wait wait(program_.watcher, program_.step + "...");
-  PutBackRescue(program_, entry);
+  PutBackRescue(program_, entries_.at(static_cast<std::size_t>(number) - 1));
   Refresh();
 }
 

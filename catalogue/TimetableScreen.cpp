@@ -387,6 +387,9 @@ void TimetableScreen::OfferRepair(const std::vector<CatalogueFinding>& findings)
       if (!finding.repaired) texts.push_back(finding.zip + ": " + finding.KindText());
     return texts;
   };
+  if (!CanBeRepaired(findings))
+    return program_.boxes.Tell(kTitle, "Not all fits together:\r\n\r\n" + Listed(lines(findings)) + "\r\n" +
+                                           findings.front().zip + ": " + findings.front().Advice());
   if (!program_.boxes.AskYesNo(kTitle, "Not all fits together:\r\n\r\n" + Listed(lines(findings)) +
                                            "\r\nRepair what can be repaired? Nothing is deleted."))
     return;

@@ -35,7 +35,6 @@ class TimetableScreen : public ProgressScreen {
   int Revision() const { return revision_; }
   Column SortColumn() const { return sortColumn_; }
   bool Descending() const { return descending_; }
-  const std::string& FilterText() const { return filter_; }
   int Current() const { return current_; }
   const std::vector<int>& Chosen() const { return chosen_; }
 

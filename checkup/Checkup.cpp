@@ -34,13 +34,13 @@ Checkup::Checkup(Program& program, Progress& progress, std::function<void()> sto
       last_(program),
       before_(program),
       cache_(program),
-      reader_(program, cache_),
       trains_(program),
-      scan_(trains_, reader_.Items(), program.shared.LastVerifiedItem),
+      scan_(trains_, cache_.Items(), program.shared.LastVerifiedItem),
       report_(program),
       consists_(program, progress, reader_, scan_, report_),
       services_(program, progress, consists_, report_),
-      activities_(program, progress, scan_, services_, report_) {}
+      activities_(program, progress, scan_, services_, report_),
+      reader_(program, cache_) {}
 
 bool Checkup::Run() {
   pass_.emplace(program_.files.Host());
@@ -74,7 +74,8 @@ bool Checkup::WouldBeTheSame() {
   program_.Step("Looking for what has changed");
   consists_.ListAsBroughtBack();
   lists_ = WalkRoutes(program_);
-  const CheckupSight sight = Sight();
+  CheckupSight sight = Sight();
+  sight.Add(std::uint64_t{consists_.Standing()});
   if (!last_.WouldBeTheSame(sight) || !CauseRecord(program_).Renew()) return false;
   last_.HandOn();
   last_.Note(sight);
@@ -106,6 +107,7 @@ void Checkup::CheckEverything() {
     throw;
   }
   RecordCauses("");
+  sight_->Add(std::uint64_t{consists_.Standing()});
   if (!consists_.BackupsStood()) last_.Note(*sight_);
 }
 

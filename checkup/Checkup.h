@@ -58,7 +58,6 @@ class Checkup {
   const LastCheckup last_;
   CheckupBefore before_;
   FactsCache cache_;
-  FactsReader reader_;
   TrainDatabase trains_;
   ItemScan scan_;
   FinalReport report_;
@@ -68,6 +67,7 @@ class Checkup {
   std::optional<RouteFileLists> lists_;
   std::vector<FileFacts> serviceFacts_, activityFacts_;
   bool gameIsRead_ = false;
+  FactsReader reader_;  // goes before what it reads into
   std::optional<TrainPlaces> places_;
   std::optional<CauseInput> input_;
   std::optional<CauseRecord> record_;

@@ -28,6 +28,7 @@ void CheckupBefore::NoteConsists() {
 
 void CheckupBefore::TakeBack() {
   program_.Step("Taking the Checkup back");
+  TakeRecordsBack();
   const std::string consists = program_.BelowGame(kGameConsists),
                     aside = program_.BelowGame(kBackedUpConsists);
   for (const auto& consist : consists_) {
@@ -36,9 +37,15 @@ void CheckupBefore::TakeBack() {
     if ((consist.attributes & kReadOnly) != 0) files_.SetAttributes(aside + consist.name, consist.attributes);
   }
   if (!hadFolder_) files_.Host().RemoveFolder(CutBackslash(aside));
+}
+
+void CheckupBefore::TakeRecordsBack() {
   const std::string trains = program_.app.TrainRecords();
-  files_.DelTree(trains);
-  if (files_.IsPathAFolder(aside_)) files_.Rename(aside_, trains);
+  if (files_.IsPathAFolder(aside_)) {
+    files_.DelTree(trains);
+    files_.Rename(aside_, trains);
+  }
+  files_.MakeFolderIfMissing(trains);
   program_.shared.LastVerifiedItem = lastItem_;
   program_.shared.LastConsistName = lastConsist_;
 }

@@ -22,6 +22,8 @@ class CheckupBefore {
   void Drop() const { program_.files.DelTree(aside_); }
 
  private:
+  void TakeRecordsBack();
+
   Program& program_;
   Files& files_;
   const std::string aside_, lastItem_, lastConsist_;

@@ -33,11 +33,13 @@ std::string ConsistAnalysis::BackupPathOf(std::string_view file) const {
 void ConsistAnalysis::BeginReading() {
   BringBack();
   ConsistFileArray = ListGameFiles(program_, PathOf(""), ".con");
+  standing_ = ConsistFileArray.size();
   reader_.Begin(FileKind::Consist, ConsistFileArray, facts_);
 }
 
 void ConsistAnalysis::ListAsBroughtBack() {
   ConsistFileArray = ListGameFiles(program_, PathOf(""), ".con");
+  standing_ = ConsistFileArray.size();
   auto away = ListGameFiles(program_, BackupPathOf(""), ".con");
   const auto folder = std::make_shared<const std::string>(PathOf(""));
   for (auto& file : away) file.folder = folder;
@@ -114,7 +116,9 @@ void ConsistAnalysis::Verify(std::size_t consist, const std::string& file) {
     report_.AddConsist(file);
     report_.AddTrain(fault);
   });
-  if (bad) MoveAway(file);
+  if (!bad) return;
+  MoveAway(file);
+  --standing_;
 }
 
 void ConsistAnalysis::MoveAway(const std::string& file) {

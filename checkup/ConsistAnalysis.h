@@ -41,6 +41,8 @@ class ConsistAnalysis {
     ConsistFileArray = std::vector<GameFile>();
     facts_ = std::vector<FileFacts>();
   }
+  /// How many stand in their folder: before the passes, or after them.
+  std::size_t Standing() const { return standing_; }
   /// A bad one gave way to its older backup: the next look finds another consist.
   bool BackupsStood() const { return backupsStood_; }
   std::string PathOf(std::string_view file) const;
@@ -64,6 +66,7 @@ class ConsistAnalysis {
   std::string log_;                        // what is still to be added to conarray.log
   std::unordered_set<std::string> names_;  // ConsistCfg, and the empty text at its index 0
   bool backupsStood_ = false;
+  std::size_t standing_ = 0;
   std::string& LastConsistName;  // carried over to a consist without a name
 };
 

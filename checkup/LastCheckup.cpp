@@ -13,11 +13,21 @@ namespace {
 using Json = nlohmann::json;
 constexpr std::string_view kTrainSet = "\\Trains\\TrainSet\\";
 
-Json Read(Program& program) {
+struct Note {
+  std::uint64_t seen = 0, records = 0;
+  std::string lastConsist, lastItem;
+};
+
+std::optional<Note> Read(Program& program) {
   std::string text;
   if (program.files.Host().Read(program.app.LastCheckupFile(), text, kNoLimit) != FileCode::Ok) return {};
-  Json note = Json::parse(text, nullptr, false);
-  return note.is_object() && note.value("version", Json()) == kVersion ? note : Json();
+  try {
+    const Json note = Json::parse(text);
+    if (note.at("version") != kVersion) return {};
+    return Note{note.at("seen"), note.at("records"), note.at("lastConsist"), note.at("lastItem")};
+  } catch (const Json::exception&) {  // of a file that was damaged
+    return {};
+  }
 }
 
 }  // namespace
@@ -72,15 +82,15 @@ std::uint64_t LastCheckup::Records() const {
   };
   for (const auto& path :
        {program_.app.TrainRecords() + "\\*.*", program_.app.CausesJson(), program_.app.CausesHtml(),
-        program_.app.CausesOfLoaded(), program_.app.PlayableIni(), program_.app.FactsCacheFile()})
+        program_.app.CausesOfLoaded(), program_.app.PlayableIni(), program_.app.FactsCacheFile(),
+        program_.BelowGame(kBackedUpConsists) + "*.con"})
     add(path);
   return records.Number();
 }
 
 bool LastCheckup::WouldBeTheSame(const CheckupSight& sight) const {
-  const Json note = Read(program_);
-  return !note.is_null() && note.value("seen", std::uint64_t{0}) == sight.Number() &&
-         note.value("records", std::uint64_t{0}) == Records();
+  const auto note = Read(program_);
+  return note && note->seen == sight.Number() && note->records == Records();
 }
 
 void LastCheckup::Note(const CheckupSight& sight) const {
@@ -98,9 +108,10 @@ void LastCheckup::Note(const CheckupSight& sight) const {
 }
 
 void LastCheckup::HandOn() const {
-  const Json note = Read(program_);
-  program_.shared.LastConsistName = note.value("lastConsist", "");
-  program_.shared.LastVerifiedItem = note.value("lastItem", "");
+  const auto note = Read(program_);
+  if (!note) return;
+  program_.shared.LastConsistName = note->lastConsist;
+  program_.shared.LastVerifiedItem = note->lastItem;
 }
 
 }  // namespace quillon

@@ -30,8 +30,9 @@ class CheckupSight {
   bool young_ = false;
 };
 
-/// While what a Checkup would see is what the last one saw, and its records are as it left them, it would
-/// come to the same. Kept in one file beside the records; a damaged one counts as none.
+/// While what a Checkup would see is what the last one saw, and its records and the consists that it set
+/// aside are as it left them, it would come to the same. Kept in one file beside the records; a damaged one
+/// counts as none.
 class LastCheckup {
  public:
   explicit LastCheckup(Program& program) : program_(program) {}

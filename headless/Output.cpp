@@ -60,7 +60,7 @@ class TextOutput : public Output {
 
   /// Columns as wide as what stands in them.
   void EndRoutes() override {
-    if (routes_.empty()) Line("There are no routes yet.");
+    if (routes_.empty()) return Line("There are no routes yet.");
     std::vector<TableRow> rows = {kHead};
     for (const auto& route : routes_) rows.push_back(RowOf(route));
     std::array<std::size_t, kColumns> widths{};
@@ -96,7 +96,7 @@ class TextOutput : public Output {
             number("files"),
             text("added").substr(0, kDay),
             text("lastLoaded").empty() ? "never" : text("lastLoaded").substr(0, kDay),
-            (known ? number("playable") + " of " : "") + number("activities"),
+            known ? number("playable") + " of " + number("judged") : number("activities"),
             number("saves")};
   }
 
@@ -229,6 +229,7 @@ void PutRoutes(Output& output, const std::vector<RouteDetails>& routes) {
                 {"loaded", route.loaded},
                 {"activities", route.activities},
                 {"playable", route.playable ? Event(route.playable->playable) : Event(nullptr)},
+                {"judged", route.playable ? Event(route.playable->of) : Event(nullptr)},
                 {"saves", route.saves},
                 {"description", route.description}});
   output.EndRoutes();

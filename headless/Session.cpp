@@ -109,7 +109,7 @@ void Session::SayWhatToType(const Command& command) {
   const bool nothingSelected = command.argument.empty() && !command.hasArgument &&
                                Catalogue(program).ReadCurrent("Zip", kNoData) == kNoData;
   const char* advice = nullptr;
-  if (command.name == "verify") return SayHowToRepair(command);
+  if (command.name == "verify") return;  // each line says what to do
   if (program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) == "No")
     advice = "Train Simulator was not found; type: quillon options --game DIR";
   else if (!program.files.IsPathAFolder(program.BelowGame(kWorkingRoute)))
@@ -119,12 +119,6 @@ void Session::SayWhatToType(const Command& command) {
   else if (nothingSelected && (command.name == "load" || command.name == "info"))
     advice = "no route is selected; type: quillon pick NAME (quillon routes lists them)";
   if (advice != nullptr) std::fprintf(stderr, "quillon: %s\n", advice);
-}
-
-void Session::SayHowToRepair(const Command& command) {
-  std::fprintf(stderr, "quillon: %s\n",
-               command.repair ? "what is left can't be repaired here; each line above says what to do"
-                              : "not all fits together; type: quillon verify --repair");
 }
 
 /// A game that is not there is stored all the same: it may come.
@@ -231,9 +225,10 @@ void Session::SampleInstalled(const Command& command) {
   options.app = made.appFolder;
   options.welcomeOk = true;
   Session session(options, output_);
-  session.Execute({.name = "setup", .game = made.gameFolder});
+  LayDelivered(session.program_.Get(), DeliveredTree());  // without the shortcut in the user's menu
+  session.Execute({.name = "options", .game = made.gameFolder});
   MakeCataloguedRoutes(made.appFolder, command.routes);
-  session.Execute({.name = "start"});
+  if (session.Execute({.name = "start"}) != kDone) program_.Get().Refuse();
   if (!options_.json)
     std::printf("The game: %s\nThe application folder: %s\n", made.gameFolder.c_str(),
                 made.appFolder.c_str());
@@ -471,6 +466,8 @@ void Session::Verify(const Command& command) {
              ? "The catalogue and the files fit together."
              : std::to_string(findings.size()) + " found, " + std::to_string(repaired) + " repaired.",
          "verify");
+  if (!command.repair && CanBeRepaired(findings))
+    std::fprintf(stderr, "quillon: not all fits together; type: quillon verify --repair\n");
   if (!cutStart_ || std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
         return finding.kind == CatalogueFinding::Kind::NoPreview && !finding.repaired;
       }))

@@ -44,7 +44,6 @@ class Session {
   int Status();
   void SayWhatToType(const Command& command);
   void SayWithoutGame();
-  void SayHowToRepair(const Command& command);
   void PutRow(const std::string& text, const char* list = "causes");
   void PutCounts(const std::string& causesFile);
   void Report(const class RunTimeError& error);

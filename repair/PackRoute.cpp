@@ -42,9 +42,9 @@ bool PackRoute::Run() {
   const FileSystem::Pass pass(files_.Host());
   program_.Step("Packing the route " + PackName);
   Unfinished(program_).Begin(kPackAct, {});
-  SetOldArchiveAside();
   if (files_.FileExists(Log())) logSize_ = files_.Size(Log());
   try {
+    SetOldArchiveAside();
     Pack();
     FinishZip();
   } catch (const GivenUp&) {

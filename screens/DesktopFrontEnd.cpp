@@ -27,6 +27,7 @@
 #include "screens/LineBreaks.h"
 #include "screens/Roles.h"
 #include "screens/Views.h"
+#include "screens/WorkViews.h"
 #include "screens/frmMain.h"
 #include "stage/Advice.h"
 #include "stage/Setup.h"
@@ -176,7 +177,8 @@ ScreenView* DesktopFrontEnd::View(std::string_view screen) const {
 
 void DesktopFrontEnd::Handle(const std::function<void()>& action) {
   if (failure_ || running_ == nullptr || running_->Screens().Ended()) return;
-  if (waiting_) return;  // a timer's tick in the middle of an act
+  if (waiting_ || toldNumber_ != 0)
+    return;  // a timer's tick in the middle of an act, or behind an error's box
   ++depth_;
   try {
     running_->Screens().Do(action);
@@ -226,16 +228,19 @@ int DesktopFrontEnd::TellOf(const RunTimeError& error) {
   toldNumber_ = error.number();
   box.exec();
   if (onward == nullptr || box.clickedButton() != onward) return 1;
+  QApplication::setOverrideCursor(Qt::WaitCursor);
   try {
     way.act();
-  } catch (const RunTimeError& another) {
-    return TellOf(another);
+  } catch (...) {
+    Fail(std::current_exception());
   }
-  return way.status;
+  QApplication::restoreOverrideCursor();
+  return failure_ ? TellFailure() : way.status;
 }
 
 DesktopFrontEnd::WayOn DesktopFrontEnd::WayOnAfter(const RunTimeError& error) {
-  if (const std::string odd = RememberedDownload(error); !odd.empty())
+  // An error of another remedy is none of a download.
+  if (const std::string odd = toldNumber_ == 0 ? RememberedDownload(error) : ""; !odd.empty())
     return {"\n\nOr let Quillon set " + odd + " aside and add the others now.", "Set it aside and go on",
             [this] { SetOddDownloadAsideNext(TheProgram()); }, kAddAgain};
   const Remedy remedy = RemedyOf(error);
@@ -407,17 +412,18 @@ void DesktopFrontEnd::TurnEvents(QEventLoop::ProcessEventsFlags flags, int milli
 void DesktopFrontEnd::ScreenShown(Screen& screen, bool asked) {
   // The options of the Checkup stand over the route manager without being waited for.
   const bool modal = asked || screen.Name() == "frmReportOptions" || screen.Name() == "frmZipCheck";
-  auto& view = views_[screen.Name()];
-  if (!view) {
-    DrawBackgroundAhead(QString::fromStdString(screen.Name()));
-    view = MakeView(screen, *this);
+  if (View(screen.Name()) == nullptr) {
+    if (screen.Name() != "frmTimetable") DrawBackgroundAhead(QString::fromStdString(screen.Name()));
+    auto view = MakeView(screen, *this);
     view->setWindowFlags(modal ? Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                      Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint
                                : Qt::Window | Qt::WindowTitleHint | Qt::WindowMinMaxButtonsHint |
                                      Qt::WindowCloseButtonHint);
     if (modal) view->setWindowModality(Qt::ApplicationModal);
     Place(*view);
+    views_[screen.Name()] = std::move(view);
   }
+  ScreenView* view = View(screen.Name());
   view->Sync();
   if (const QWidget* owner = modal ? ScreenBelow(*view) : nullptr; owner != nullptr) {
     view->winId();  // makes the window: some desktops take its owner only before it is shown
@@ -426,7 +432,7 @@ void DesktopFrontEnd::ScreenShown(Screen& screen, bool asked) {
   view->show();
   view->raise();
   view->activateWindow();
-  WaitUntilSeen(view.get());
+  WaitUntilSeen(view);
 }
 
 /// A pipeline starts behind a screen that can be seen. The screen may go while it comes.
@@ -453,7 +459,9 @@ void DesktopFrontEnd::ScreenActivated(Screen& screen) {
 void DesktopFrontEnd::ScreenUnloaded(const std::string& name) {
   const auto at = views_.find(name);
   if (at == views_.end()) return;
-  if (auto* main = dynamic_cast<frmMain*>(View("frmMain")); main != nullptr && name == "frmLoad")
+  const auto* load = dynamic_cast<frmLoad*>(at->second.get());
+  if (auto* main = dynamic_cast<frmMain*>(View("frmMain"));
+      main != nullptr && load != nullptr && load->HasFinished())
     main->OfferExit();
   RememberPlace(*at->second);
   at->second->Retire();

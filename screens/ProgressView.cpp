@@ -36,7 +36,7 @@ void ProgressView::BindOK(const Button& button, const QString& tip, const Action
 void ProgressView::SyncButtons() {
   if (ok_ == nullptr) return;
   const bool mayGiveUp = giveUp_ != nullptr && model_.btnCancel.visible;
-  ok_->setVisible(!mayGiveUp);
+  if (mayGiveUp) giveUp_->raise();  // over OK, which can't be pressed yet
   SetCancel(mayGiveUp ? giveUp_ : ok_);
 }
 

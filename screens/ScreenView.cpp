@@ -5,7 +5,6 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <algorithm>
-#include <cmath>
 
 #include "screens/Art.h"
 #include "screens/Fonts.h"

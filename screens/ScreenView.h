@@ -53,7 +53,9 @@ class ScreenView : public QWidget {
   const ControlLayout& LayoutOf(const char* control) const { return layout_.Of(control); }
   bool HasLayoutOf(const char* control) const { return layout_.Has(control); }
   /// Runs a handler of the model.
-  void Do(const Action& action) { desk_.Handle(action); }
+  void Do(const Action& action) {
+    if (!retired_) desk_.Handle(action);
+  }
   Desk& TheDesk() { return desk_; }
 
   // Each makes the widget of one control where the layout has it. The widgets belong to the view.

@@ -16,6 +16,8 @@ class frmLoad : public ProgressView {
   frmLoad(LoadScreen& model, Desk& desk);
 
   void Sync() override;
+  /// A route stands in the game now.
+  bool HasFinished() const { return model_.btnOK.enabled; }
 
  private:
   LoadScreen& model_;

@@ -52,6 +52,7 @@ constexpr const char* kStyle = R"(
   QPushButton { color: #FFF9D5; background: #000080; border: 2px solid #B8892B; border-radius: 4px; padding: 5px 10px;
     font-weight: bold; }
   QPushButton:hover, QPushButton:focus { background: #2A2AB8; border-color: #FFE08A; }
+  QPushButton:focus { outline: 1px dashed #FFF3A8; outline-offset: -4px; }
   QPushButton:pressed { background: #000050; }
   QPushButton:disabled { color: #8C88A8; background: #1A1A48; border-color: #5A4A2A; }
   QPushButton#btnLoad { padding: 5px 22px; }
@@ -85,12 +86,12 @@ QString Head(const char* what, std::size_t count) { return QStringLiteral("%1: %
 frmTimetable::frmTimetable(TimetableScreen& model, Desk& desk) : ScreenView(model, desk), model_(model) {
   setWindowTitle("Quillon: all routes");
   setFont(BoardFont());
-  setStyleSheet(kStyle);
   setMinimumSize(kSmallest);
   setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
   auto* whole = new QVBoxLayout(this);
   whole->setContentsMargins(0, 0, 0, 0);
   content_ = new QWidget(this);
+  content_->setStyleSheet(kStyle);  // not of the window: the boxes over it have their own
   whole->addWidget(content_);
   auto* rows = new QVBoxLayout(content_);
   rows->setContentsMargins(14, 20, 14, 18);
@@ -274,11 +275,13 @@ QWidget* frmTimetable::MakeButtons() {
 }
 
 void frmTimetable::Call(Handler handler) {
+  board_->TellNow();
   Do([&] { (model_.*handler)(); });
 }
 
 void frmTimetable::ShowMenu(QPoint global) {
-  QMenu menu(this);
+  board_->TellNow();
+  QMenu menu(content_);
   for (const auto& [widget, button] : buttons_) {
     const QString name = widget->objectName();
     if (name == "btnHelp" || name == "btnOK") continue;
@@ -312,14 +315,18 @@ bool frmTimetable::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void frmTimetable::keyPressEvent(QKeyEvent* event) {
+  auto* button = qobject_cast<QPushButton*>(focusWidget());
   if (event->key() == Qt::Key_Escape)
     Escape();
+  else if (button != nullptr && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
+    button->click();
   else
     QWidget::keyPressEvent(event);
 }
 
 /// First all routes come back, then the screen goes.
 void frmTimetable::Escape() {
+  if (model_.working) return SayBusy();
   if (!filter_->text().isEmpty()) {
     filter_->clear();
     board_->setFocus(Qt::OtherFocusReason);
@@ -330,8 +337,10 @@ void frmTimetable::Escape() {
 
 void frmTimetable::closeEvent(QCloseEvent* event) {
   event->ignore();
-  Call(&TimetableScreen::btnOKClick);
+  model_.working ? SayBusy() : Call(&TimetableScreen::btnOKClick);
 }
+
+void frmTimetable::SayBusy() { count_->setText("Quillon is at work. One moment."); }
 
 void frmTimetable::Sync() {
   ScreenView::Sync();
@@ -355,7 +364,7 @@ void frmTimetable::ShowWork() {
 }
 
 void frmTimetable::Measure(unsigned long long done, unsigned long long total, const std::string& unit) {
-  count_->setText(QStringLiteral("Reading %1 of %2 %3")
+  count_->setText(QStringLiteral("%1 of %2 %3")
                       .arg(unit == "bytes" ? done >> 20 : done)
                       .arg(unit == "bytes" ? total >> 20 : total)
                       .arg(unit == "bytes" ? "MB" : Text(unit)));
@@ -411,10 +420,12 @@ void frmTimetable::paintEvent(QPaintEvent*) {
 }
 
 QSize frmTimetable::SizeIn(const QSize& room, double) {
+  const QSize smallest = kSmallest.boundedTo(room);
+  setMinimumSize(smallest);
   Program& program = TheDesk().TheProgram();
   const QStringList stored =
       Text(program.ini.ReadIni(kSection, "Size", "1310,740", program.app.SettingsIni())).split(',');
-  return QSize(stored.value(0).toInt(), stored.value(1).toInt()).boundedTo(room).expandedTo(kSmallest);
+  return QSize(stored.value(0).toInt(), stored.value(1).toInt()).boundedTo(room).expandedTo(smallest);
 }
 
 void frmTimetable::resizeEvent(QResizeEvent* event) {

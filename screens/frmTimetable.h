@@ -47,6 +47,7 @@ class frmTimetable : public ScreenView {
   QPushButton* NewButton(const char* name, const QString& caption, const QString& tip, const Button& button,
                          Handler click);
   void Call(Handler handler);
+  void SayBusy();
   void ShowMenu(QPoint global);
   void BindKeys();
   void ShowSide();

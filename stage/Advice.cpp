@@ -48,8 +48,6 @@ constexpr std::string_view
     kLayAgain =
         "A delivered file is missing: run 'quillon setup' to lay it again, or install Quillon again. What is "
         "yours stays.",
-    kFindGame =
-        "The game is not where Quillon looks for it. Say where it is: Options, or 'quillon options --game'.",
     kScript =
         "The route's custom script is to blame. Clean in the route manager and load again; if it comes "
         "again, "
@@ -94,7 +92,7 @@ constexpr std::array kCauses = {
           "again."},
     Cause{0, "rescued", "", "",
           "Nothing was put back. Move what stands in the way elsewhere, or copy the rescued files by hand."},
-    Cause{0, "", "\\RESCUED\\", "",
+    Cause{0, "", "\\RESCUED\\", "Putting the rescued",
           "Nothing was put back. Move what stands in the way elsewhere, or copy the rescued files by hand."},
     Cause{N(InvalidProcedureCall), "", "CUSTOM.CST", "",
           "Mend that line of the route's script, and load again."},
@@ -124,7 +122,6 @@ constexpr std::array kCauses = {
     Cause{0, "", "QUILLON-ROUTE", "", kClean},
     Cause{N(PathNotFound), "", "\\TRAINS\\CONSISTS", "",
           "The route brings consists. Make that folder in the game, or mend the game, and load again."},
-    Cause{N(PathNotFound), "", "\\ROUTES", "", kFindGame},
     Cause{N(BadFileName), "", "", "",
           "The disk takes no such name. Rename it, or the folder that it lies in."},
     Cause{0, "", "", "", "Mend what is said above and try again."},

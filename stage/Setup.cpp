@@ -45,7 +45,7 @@ void SetUpIfNeeded(Program& program) {
   if (!program.files.FileExists(program.app.MiscInfo())) SetUp(program, DeliveredTree(), {});
 }
 
-void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game) {
+void LayDelivered(Program& program, const std::string& deliveredTree) {
   program.Step("Laying out the application folder");
   if (deliveredTree.empty())
     throw RunTimeError(ErrorNumber::PathNotFound, "share/quillon",
@@ -57,6 +57,10 @@ void SetUp(Program& program, const std::string& deliveredTree, const std::option
   LayTree(program.files, deliveredTree + "\\resources", program.app.Below("\\resources"));
   program.registry.CreateKey(RegRoot::LocalMachine, kLarkmoorKey);
   program.registry.CreateKey(RegRoot::LocalMachine, kQuillonKey);
+}
+
+void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game) {
+  LayDelivered(program, deliveredTree);
   program.Step("Making the shortcut in the programs menu");
   MakeProgramsShortcut(program.files, program.files.Host().HostPath(program.app.DownloadedRoutes()));
   if (game && StoreGameFolder(program, AbsoluteHostPath(*game))) DefaultFileScan(program).DeriveLists();

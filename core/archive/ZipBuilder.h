@@ -37,8 +37,8 @@ class ZipBuilder {
   /// An entry of `source` as it is packed there; `source` outlives Write.
   void AddFrom(const std::string& storedName, zip_t* source, std::uint64_t index, std::uint16_t method);
 
-  /// Writes all; `progress` gets the share done, 0 to 1, and what it throws ends the writing. The file is
-  /// complete or absent.
+  /// Writes all; `progress` gets the share done, 0 to 1, and what it throws ends the writing, unless all is
+  /// written by then. The file is complete or absent.
   void Write(const std::function<void(double)>& progress);
 
  private:

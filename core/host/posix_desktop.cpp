@@ -81,8 +81,12 @@ DesktopAnswer StartDetached(std::vector<std::string> words) {
   posix_spawnattr_t attributes;
   ::posix_spawnattr_init(&attributes);
   ::posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+  posix_spawn_file_actions_t actions;
+  ::posix_spawn_file_actions_init(&actions);
+  ::posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
   pid_t child = 0;
-  const int failed = ::posix_spawnp(&child, arguments[0], nullptr, &attributes, arguments.data(), environ);
+  const int failed = ::posix_spawnp(&child, arguments[0], &actions, &attributes, arguments.data(), environ);
+  ::posix_spawn_file_actions_destroy(&actions);
   ::posix_spawnattr_destroy(&attributes);
   return failed != 0 ? Known(false) : AnswerOf(child);
 }

@@ -63,10 +63,11 @@ class FlapPainter : public QStyledItemDelegate {
   int PaintPicture(QPainter& painter, const QRect& cell, int row) const {
     const QRect frame(cell.left() + 3, cell.center().y() - kPictureHeight / 2 + 1, kPictureWidth,
                       kPictureHeight);
+    painter.fillRect(frame, kFlap);
+    if (row >= rows_.Count()) return frame.right() + 4;  // the rows are about to change
     const RouteDetails& route = rows_.RouteAt(row);
     const QPixmap picture =
         thumbnails_.Of(QString::fromStdString(route.zip), hostPath_(rows_.PreviewAt(row)));
-    painter.fillRect(frame, kFlap);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (!picture.isNull()) painter.drawPixmap(frame, picture);
     return frame.right() + 4;
@@ -251,12 +252,15 @@ void FlapBoard::ShowChoice() {
 void FlapBoard::TellChoice() {
   if (syncing_ || telling_) return;
   telling_ = true;
-  QTimer::singleShot(0, this, [this] {
-    std::vector<int> rows;
-    for (const auto& index : selectionModel()->selectedRows()) rows.push_back(index.row());
-    if (OnChoose) OnChoose(std::move(rows), currentIndex().row());
-    telling_ = false;
-  });
+  QTimer::singleShot(0, this, [this] { TellNow(); });
+}
+
+void FlapBoard::TellNow() {
+  if (!telling_) return;
+  std::vector<int> rows;
+  for (const auto& index : selectionModel()->selectedRows()) rows.push_back(index.row());
+  if (OnChoose) OnChoose(std::move(rows), currentIndex().row());
+  telling_ = false;
 }
 
 void FlapBoard::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
@@ -286,6 +290,8 @@ void FlapBoard::keyPressEvent(QKeyEvent* event) {
   const QString text = event->text();
   if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && OnEnter)
     OnEnter();
+  else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier)
+    OpenMenu();
   else if (event->key() == Qt::Key_Delete && OnDelete)
     OnDelete();
   else if (plain && !text.isEmpty() && text[0].isPrint() && OnType)
@@ -297,7 +303,13 @@ void FlapBoard::keyPressEvent(QKeyEvent* event) {
 }
 
 void FlapBoard::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() == QContextMenuEvent::Keyboard) return OpenMenu();
   if (OnMenu) OnMenu(event->globalPos());
+}
+
+/// At the current row.
+void FlapBoard::OpenMenu() {
+  if (OnMenu) OnMenu(viewport()->mapToGlobal(visualRect(currentIndex()).center()));
 }
 
 }  // namespace quillon

@@ -26,6 +26,8 @@ class FlapRows : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   /// The rows are others now.
   void Renew();
+  /// How many the screen has by now.
+  int Count() const { return screen_.RowCount(); }
   const RouteDetails& RouteAt(int row) const { return screen_.RouteAt(row); }
   std::string PreviewAt(int row) const { return screen_.PreviewOf(screen_.RouteAt(row)); }
 
@@ -50,6 +52,9 @@ class FlapBoard : public QTableView {
   /// Makes it equal to the screen's rows, order and choice.
   void Sync();
 
+  /// What is chosen is told now, if it is yet to be told: before anything is done with it.
+  void TellNow();
+
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
@@ -63,6 +68,7 @@ class FlapBoard : public QTableView {
   void Dress();
   void SetColumnWidths();
   void TellChoice();
+  void OpenMenu();
   void ShowChoice();
 
   const TimetableScreen& screen_;

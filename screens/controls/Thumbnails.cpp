@@ -12,6 +12,7 @@ namespace quillon {
 namespace {
 
 constexpr std::size_t kMostWaiting = 64;  // rows that were passed quickly need none
+constexpr qsizetype kMostKept = 1000;     // pictures in memory
 constexpr int kQuality = 85;
 
 /// Fills the frame; what stands over is cut off evenly.
@@ -65,6 +66,10 @@ void Thumbnails::Work() {
     const QImage picture = Make(job);
     QMetaObject::invokeMethod(this, [this, zip = job.zip, picture] {
       if (picture.isNull()) return;
+      if (made_.size() >= kMostKept) {
+        made_.clear();  // what is on view is asked for again, and lies on the disk
+        asked_.clear();
+      }
       made_.insert(zip, QPixmap::fromImage(picture));
       if (OnReady) OnReady();
     });

@@ -34,6 +34,12 @@ class CheckupTest : public ProgramTest {
     Write(Game() + "/ROUTES/" + route + "/Activities/" + file, EncodeGameText(text));
   }
   int Checkup() { return Run("checkup"); }
+  /// All files were changed an hour ago.
+  void Age() const {
+    const auto before = fs::file_time_type::clock::now() - std::chrono::hours(1);
+    for (const auto& file : fs::recursive_directory_iterator(Game()))
+      if (file.is_regular_file()) fs::last_write_time(file, before);
+  }
   /// The records of a section, without the empty one.
   Strings Records(const std::string& section) const {
     Strings records;
@@ -132,9 +138,7 @@ TEST_F(CheckupTest, WhatHasNotChangedIsNotLookedIntoAgain) {
   };
   Consist("a.con", "EngineData ( ghost dash9 )");
   Consist("QN-Backed-up-consists/a.con", "EngineData ( dash9 dash9 )");
-  for (const auto& file : fs::recursive_directory_iterator(Game()))
-    if (file.is_regular_file())
-      fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::hours(1));
+  Age();
   ASSERT_EQ(Checkup(), 0);
   EXPECT_EQ(Records("Problem Consists"), Strings{"CON:A.con="});
   ASSERT_EQ(Checkup(), 0);
@@ -149,6 +153,13 @@ TEST_F(CheckupTest, WhatHasNotChangedIsNotLookedIntoAgain) {
   EXPECT_EQ(Events("caption"), events);
   Train("Dash9", "new.eng");
   EXPECT_TRUE(isLookedInto());
+
+  Consist("bad.con", "EngineData ( ghost dash9 )");
+  Age();
+  ASSERT_EQ(Checkup(), 0);
+  fs::rename(Game() + "/TRAINS/CONSISTS/QN-Backed-up-consists/bad.con", Game() + "/TRAINS/CONSISTS/bad.con");
+  EXPECT_TRUE(isLookedInto()) << "the user has put it back";
+  EXPECT_FALSE(InGame("bad.con"));
 }
 
 TEST_F(CheckupTest, ServicesAreJudgedByTheirConsist) {
