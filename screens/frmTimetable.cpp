@@ -20,9 +20,9 @@ namespace quillon {
 namespace {
 
 constexpr QSize kSmallest(760, 480);
-constexpr int kSizeDelay = 300, kSideWidth = 270;   // milliseconds, pixels
-constexpr int kPictureHeight = 176, kMostRows = 4;  // of the details: pixels, rows of a list
-constexpr int kOneRow = 1000;                       // pixels that all buttons beside each other need
+constexpr int kSizeDelay = 300, kSideWidth = 270;                           // milliseconds, pixels
+constexpr int kPictureHeight = 176, kMostDescription = 160, kMostRows = 4;  // of the details: pixels, rows
+constexpr int kOneRow = 1000;  // pixels that all buttons beside each other need
 constexpr const char* kSection = "Timetable";
 
 // The colours of the enamel signs, the brass and the flaps.
@@ -204,6 +204,7 @@ QWidget* frmTimetable::MakeSide() {
   description_->setAccessibleName("Description of the route");
   description_->setReadOnly(true);
   description_->setMinimumHeight(70);
+  description_->setMaximumHeight(kMostDescription);
   documentsHead_ = NewText("lblDocuments", {}, side_);
   documents_ = NewList("ListDocuments", "Documents of the route");
   savesHead_ = NewText("lblSaves", {}, side_);
@@ -211,12 +212,13 @@ QWidget* frmTimetable::MakeSide() {
   shelfHead_ = NewText("lblShelf", {}, side_);
   shelf_ = NewList("ListShelf", "Rescued files of the route");
   for (QWidget* widget : std::initializer_list<QWidget*>{picture_, name_, facts_}) column->addWidget(widget);
-  column->addWidget(description_, 1);
+  column->addWidget(description_);
   for (const auto& [head, list] :
        {std::pair{documentsHead_, documents_}, {savesHead_, saves_}, {shelfHead_, shelf_}}) {
     column->addWidget(head);
     column->addWidget(list);
   }
+  column->addStretch(1);
   connect(documents_, &QListWidget::itemActivated, this,
           [this] { Do([&] { model_.ListDocumentsPress(documents_->currentRow()); }); });
   connect(documents_, &QListWidget::currentRowChanged, this,

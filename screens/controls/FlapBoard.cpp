@@ -120,9 +120,16 @@ class FlapPainter : public QStyledItemDelegate {
     const QString text = index.data().toString();
     const QFontMetrics letters(font);
     const bool wraps = index.column() < 2 && letters.horizontalAdvance(text) > place.width();
-    const int room = wraps ? 2 * place.width() - letters.averageCharWidth() * kLostAtTheEnd : place.width();
-    painter.drawText(place, int(Qt::AlignVCenter | side) | (wraps ? WrapOf(index.column()) : 0),
-                     letters.elidedText(text, Qt::ElideRight, room));
+    const int flags = int(Qt::AlignVCenter | side) | (wraps ? WrapOf(index.column()) : 0);
+    int room = wraps ? 2 * place.width() - letters.averageCharWidth() * kLostAtTheEnd : place.width();
+    QString shown = letters.elidedText(text, Qt::ElideRight, room);
+    // Words that don't fit a line leave room in it.
+    while (wraps && room > place.width() &&
+           letters.boundingRect(place, flags, shown).height() > place.height()) {
+      room -= letters.averageCharWidth();
+      shown = letters.elidedText(text, Qt::ElideRight, room);
+    }
+    painter.drawText(place, flags, shown);
   }
 
   const FlapRows& rows_;
