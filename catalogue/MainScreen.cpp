@@ -10,6 +10,7 @@
 #include "catalogue/RouteRemoval.h"
 #include "catalogue/StartUp.h"
 #include "catalogue/Strangers.h"
+#include "core/ProfileSnapshot.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -82,6 +83,8 @@ void MainScreen::EnableButtons(bool enabled) {
 std::string MainScreen::Hint() const {
   const std::string& target = program_.shared.FlashTarget;
   if (!program_.shared.HealedNote.empty()) return program_.shared.HealedNote;
+  if (hasGaps_ && target != "options" && target != "manage")
+    return "Some routes lack their entry or their picture. Click All routes, then Verify.";
   if (target == "options")
     return "Train Simulator was not found in\n" + program_.shared.TrainSimPath +
            "\nClick Options and say where it is.";
@@ -89,6 +92,17 @@ std::string MainScreen::Hint() const {
     return "There are no routes yet. Drop route zips on this window, then click Route manager.";
   if (target == "down") return "Click the arrow above and choose a route.";
   return target == "load" ? "Click Load route to put the chosen route into Train Simulator." : "";
+}
+
+void MainScreen::LookForGaps() {
+  const FileSystem::Pass pass(program_.files.Host());
+  const ProfileSnapshot names(program_.files, program_.app.RoutesIni());
+  const auto files = program_.files.ListFiles(program_.app.AnyRouteFile());
+  hasGaps_ = std::any_of(files.begin(), files.end(), [&](const std::string& file) {
+    const std::string zip = CutAtLastDot(file), name = names.Read(zip, "Name", "");
+    return Trim(name).empty() || !EqualNoCase(names.Read(name, "Zip", ""), zip) ||
+           !program_.files.FileExists(program_.app.Preview(zip));
+  });
 }
 
 void MainScreen::btnRouteListClick() {
@@ -343,6 +357,7 @@ void MainScreen::btnTimetableClick() {
   if (ListRoutes.visible || infoList.visible) CloseList();
   wish_ = Wish::Nothing;
   program_.stage.ShowModal("frmTimetable");
+  LookForGaps();
   const Wish wish = std::exchange(wish_, Wish::Nothing);
   if (program_.stage.Ended() || wish == Wish::Nothing || !PickRow(wishedRoute_)) return;
   if (wish == Wish::Load) {

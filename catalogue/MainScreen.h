@@ -101,6 +101,9 @@ class MainScreen : public Screen {
   /// What to do next, for the empty board; empty when nothing flashes.
   std::string Hint() const;
 
+  /// Looks whether each route file has its entry and its preview: where not, the hint leads to the repair.
+  void LookForGaps();
+
   /// Off pictures everywhere, and nothing flashes.
   void ResetButtonImages();
 
@@ -126,6 +129,7 @@ class MainScreen : public Screen {
   bool ShowsSentinel() const;
 
   Catalogue catalogue_;
+  bool hasGaps_ = false;
   Wish wish_ = Wish::Nothing;
   std::string wishedRoute_;
   friend class StartUp;

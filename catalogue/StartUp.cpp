@@ -47,6 +47,7 @@ void StartUp::TidyAndShow() {
   FinishWhatWasCut();
   RememberPreview();
   ChooseFlashTarget();
+  main_.LookForGaps();
 }
 
 /// Without the game nothing can be finished in it.

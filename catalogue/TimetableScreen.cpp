@@ -373,7 +373,12 @@ void TimetableScreen::btnVerifyClick() {
   std::vector<CatalogueFinding> findings;
   {
     const Work work(*this);
-    findings = CatalogueCheck(program_, *this).Run(false, false);
+    try {
+      const MayBeGivenUp scope(*this);
+      findings = CatalogueCheck(program_, *this).Run(false, false);
+    } catch (const GivenUp&) {
+      return;
+    }
   }
   if (findings.empty()) return program_.boxes.Tell(kTitle, "The catalogue and the files fit together.");
   OfferRepair(findings);

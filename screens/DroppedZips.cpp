@@ -8,6 +8,7 @@
 #include <QWidget>
 #include <utility>
 
+#include "core/Program.h"
 #include "intake/Downloads.h"
 
 namespace quillon {
@@ -56,7 +57,12 @@ void DroppedZips::Take() {
                                                                      Qt::ElideMiddle, kNameWidth)));
     progress.setValue(static_cast<int>(done));
   };
-  desk_.Handle([&] { TakeDownloads(desk_.TheProgram(), std::exchange(waiting_, {}), tell); });
+  desk_.Handle([&] {
+    Program& program = desk_.TheProgram();
+    const Wait wait(program.watcher, "Copying files to your downloads...");
+    TakeDownloads(program, std::exchange(waiting_, {}), tell);
+  });
+  if (!waiting_.empty()) QTimer::singleShot(kPatience, this, &DroppedZips::Take);  // something else was done
 }
 
 }  // namespace quillon

@@ -22,7 +22,8 @@ namespace {
 constexpr QSize kSmallest(760, 480);
 constexpr int kSizeDelay = 300, kSideWidth = 270;                           // milliseconds, pixels
 constexpr int kPictureHeight = 176, kMostDescription = 160, kMostRows = 4;  // of the details: pixels, rows
-constexpr int kOneRow = 1000;  // pixels that all buttons beside each other need
+constexpr int kOneRow = 1000;     // pixels that all buttons beside each other need
+constexpr int kUnderCancel = 18;  // pixels
 constexpr const char* kSection = "Timetable";
 
 // The colours of the enamel signs, the brass and the flaps.
@@ -105,6 +106,7 @@ frmTimetable::frmTimetable(TimetableScreen& model, Desk& desk) : ScreenView(mode
   middle->setStretchFactor(0, 1);
   rows->addWidget(middle, 1);
   rows->addWidget(MakeButtons());
+  MakeCancel();
   BindKeys();
   sizeTimer_ = new QTimer(this);
   sizeTimer_->setSingleShot(true);
@@ -276,6 +278,17 @@ QWidget* frmTimetable::MakeButtons() {
   return bar;
 }
 
+/// Over the others, which rest while the board works.
+void frmTimetable::MakeCancel() {
+  cancel_ = new QPushButton("Cancel", this);
+  cancel_->setObjectName("btnCancel");
+  cancel_->setToolTip("Stop here and leave everything as it was (Esc).");
+  cancel_->setAccessibleDescription(cancel_->toolTip());
+  cancel_->setStyleSheet(kStyle);
+  cancel_->hide();
+  connect(cancel_, &QPushButton::clicked, this, [this] { Stop(); });
+}
+
 void frmTimetable::Call(Handler handler) {
   board_->TellNow();
   Do([&] { (model_.*handler)(); });
@@ -328,7 +341,7 @@ void frmTimetable::keyPressEvent(QKeyEvent* event) {
 
 /// First all routes come back, then the screen goes.
 void frmTimetable::Escape() {
-  if (model_.working) return SayBusy();
+  if (model_.working) return Stop();
   if (!filter_->text().isEmpty()) {
     filter_->clear();
     board_->setFocus(Qt::OtherFocusReason);
@@ -339,10 +352,16 @@ void frmTimetable::Escape() {
 
 void frmTimetable::closeEvent(QCloseEvent* event) {
   event->ignore();
-  model_.working ? SayBusy() : Call(&TimetableScreen::btnOKClick);
+  model_.working ? Stop() : Call(&TimetableScreen::btnOKClick);
 }
 
-void frmTimetable::SayBusy() { count_->setText("Quillon is at work. One moment."); }
+/// What can't be given up says so.
+void frmTimetable::Stop() {
+  if (model_.btnCancel.enabled)
+    model_.btnCancelClick();
+  else
+    count_->setText("Quillon is at work. One moment.");
+}
 
 void frmTimetable::Sync() {
   ScreenView::Sync();
@@ -358,6 +377,8 @@ void frmTimetable::Sync() {
 
 /// What is disabled loses the keyboard, and gets it back.
 void frmTimetable::ShowWork() {
+  cancel_->setVisible(model_.btnCancel.visible);
+  cancel_->setEnabled(model_.btnCancel.enabled);
   if (content_->isEnabled() != model_.working) return;
   if (model_.working) focused_ = focusWidget();
   content_->setEnabled(!model_.working);
@@ -433,6 +454,8 @@ QSize frmTimetable::SizeIn(const QSize& room, double) {
 void frmTimetable::resizeEvent(QResizeEvent* event) {
   ScreenView::resizeEvent(event);
   buttonRows_->setDirection(width() < kOneRow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+  cancel_->adjustSize();
+  cancel_->move((width() - cancel_->width()) / 2, height() - cancel_->height() - kUnderCancel);
   if (isVisible()) sizeTimer_->start(kSizeDelay);
 }
 

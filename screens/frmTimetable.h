@@ -47,7 +47,8 @@ class frmTimetable : public ScreenView {
   QPushButton* NewButton(const char* name, const QString& caption, const QString& tip, const Button& button,
                          Handler click);
   void Call(Handler handler);
-  void SayBusy();
+  void Stop();
+  void MakeCancel();
   void ShowMenu(QPoint global);
   void BindKeys();
   void ShowSide();
@@ -69,6 +70,7 @@ class frmTimetable : public ScreenView {
   QPointer<QWidget> focused_;
   std::string shown_;
   QTimer* sizeTimer_;
+  QPushButton* cancel_;
   QElapsedTimer clock_;
 };
 
