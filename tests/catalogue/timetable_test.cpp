@@ -40,7 +40,10 @@ class TimetableTest : public ProgramTest {
     RunningProgram program(App(), frontEnd);
     OpenScreens& screens = program.Screens();
     screens.Do([&] { screens.Show("frmMain"); });
-    screens.Do([&] { dynamic_cast<MainScreen&>(*screens.Find("frmMain")).btnTimetableClick(); });
+    auto& main = dynamic_cast<MainScreen&>(*screens.Find("frmMain"));
+    hintBefore_ = main.Hint();
+    screens.Do([&] { main.btnTimetableClick(); });
+    if (!screens.Ended()) hintAfter_ = dynamic_cast<MainScreen&>(*screens.Find("frmMain")).Hint();
     boxes_.clear();
     for (const auto& event : output.events)
       if (event["event"] == "box") boxes_.push_back(event["text"]);
@@ -51,6 +54,7 @@ class TimetableTest : public ProgramTest {
     return names;
   }
   Strings boxes_;
+  std::string hintBefore_, hintAfter_;
 };
 
 TEST_F(TimetableTest, FindsSortsAndRemembersTheOrder) {
@@ -120,6 +124,8 @@ TEST_F(TimetableTest, VerifyRepairsAfterAQuestion) {
   });
   EXPECT_EQ(boxes_.size(), 2u);
   EXPECT_EQ(Ini("routes.ini", "b", "Name"), "Alder Valley");
+  EXPECT_TRUE(hintBefore_.ends_with("then Verify.")) << hintBefore_;
+  EXPECT_FALSE(hintAfter_.ends_with("then Verify.")) << hintAfter_;
 }
 
 }  // namespace
