@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "catalogue/DefaultFileScan.h"
 #include "catalogue/GameFolders.h"
@@ -290,6 +291,7 @@ Button* MainScreen::FlashingButton() {
 }
 
 void MainScreen::TimerFlashOnTick() {
+  if (std::exchange(looksForGaps_, false)) LookForGaps();  // when the screen is on view
   TimerFlashOff.enabled = true;
   TimerFlashOn.enabled = false;
   Button* flashing = FlashingButton();

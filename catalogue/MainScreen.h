@@ -101,13 +101,12 @@ class MainScreen : public Screen {
   /// What to do next, for the empty board; empty when nothing flashes.
   std::string Hint() const;
 
-  /// Looks whether each route file has its entry and its preview: where not, the hint leads to the repair.
-  void LookForGaps();
-
   /// Off pictures everywhere, and nothing flashes.
   void ResetButtonImages();
 
  private:
+  /// Looks whether each route file has its entry and its preview: where not, the hint leads to the repair.
+  void LookForGaps();
   void ListRoutesClick();
   void LoadSelectedRoute();
   bool WorkingRouteIsMissing() const;
@@ -129,7 +128,7 @@ class MainScreen : public Screen {
   bool ShowsSentinel() const;
 
   Catalogue catalogue_;
-  bool hasGaps_ = false;
+  bool looksForGaps_ = false, hasGaps_ = false;
   Wish wish_ = Wish::Nothing;
   std::string wishedRoute_;
   friend class StartUp;

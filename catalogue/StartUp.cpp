@@ -47,7 +47,7 @@ void StartUp::TidyAndShow() {
   FinishWhatWasCut();
   RememberPreview();
   ChooseFlashTarget();
-  main_.LookForGaps();
+  main_.looksForGaps_ = true;
 }
 
 /// Without the game nothing can be finished in it.

@@ -41,6 +41,7 @@ class TimetableTest : public ProgramTest {
     OpenScreens& screens = program.Screens();
     screens.Do([&] { screens.Show("frmMain"); });
     auto& main = dynamic_cast<MainScreen&>(*screens.Find("frmMain"));
+    main.TimerFlashOnTick();
     hintBefore_ = main.Hint();
     screens.Do([&] { main.btnTimetableClick(); });
     if (!screens.Ended()) hintAfter_ = dynamic_cast<MainScreen&>(*screens.Find("frmMain")).Hint();
