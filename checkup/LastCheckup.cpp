@@ -3,6 +3,8 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 
+#include "catalogue/Catalogue.h"
+#include "catalogue/Playable.h"
 #include "core/FlatFile.h"
 #include "core/Text.h"
 #include "core/Version.h"
@@ -80,11 +82,13 @@ std::uint64_t LastCheckup::Records() const {
         records.Add(number);
     }
   };
-  for (const auto& path :
-       {program_.app.TrainRecords() + "\\*.*", program_.app.CausesJson(), program_.app.CausesHtml(),
-        program_.app.CausesOfLoaded(), program_.app.PlayableIni(), program_.app.FactsCacheFile(),
-        program_.BelowGame(kBackedUpConsists) + "*.con"})
+  for (const auto& path : {program_.app.TrainRecords() + "\\*.*", program_.app.CausesJson(),
+                           program_.app.CausesHtml(), program_.app.CausesOfLoaded(),
+                           program_.app.FactsCacheFile(), program_.BelowGame(kBackedUpConsists) + "*.con"})
     add(path);
+  const auto playable = PlayableOf(program_, Catalogue(program_).Loaded());
+  records.Add(playable ? playable->Text() : "");
+  records.Add(RouteOfPage(program_));
   return records.Number();
 }
 

@@ -131,10 +131,13 @@ TEST_F(CheckupTest, BadConsistsGoAndComeBack) {
 
 TEST_F(CheckupTest, WhatHasNotChangedIsNotLookedIntoAgain) {
   const std::string log = DataPath("misc_info\\trains\\conarray.log");
+  const auto host = MakeHostFileSystem();
   const auto isLookedInto = [&] {
-    const auto before = fs::last_write_time(log);
+    FileSystem::Stamp before, after;
+    host->GetStamp(log, before);
     EXPECT_EQ(Checkup(), 0);
-    return fs::last_write_time(log) != before;
+    host->GetStamp(log, after);
+    return !(after == before);
   };
   Consist("a.con", "EngineData ( ghost dash9 )");
   Consist("QN-Backed-up-consists/a.con", "EngineData ( dash9 dash9 )");
