@@ -76,6 +76,7 @@ std::uint64_t LastCheckup::Records() const {
     std::vector<FoundFile> found;
     program_.files.Host().Find(pattern, found);
     for (const auto& file : found) {
+      if (file.folder()) continue;  // also the one that is listed: it changes with this note
       records.Add(file.name);
       for (const std::uint64_t number :
            {std::uint64_t{file.attributes}, file.size, static_cast<std::uint64_t>(file.modified)})
