@@ -80,6 +80,17 @@ std::string CatalogueFinding::Advice() const {
   return {};
 }
 
+bool CatalogueHasGaps(Program& program) {
+  const FileSystem::Pass pass(program.files.Host());
+  const ProfileSnapshot names(program.files, program.app.RoutesIni());
+  const auto files = program.files.ListFiles(program.app.AnyRouteFile());
+  return std::any_of(files.begin(), files.end(), [&](const std::string& file) {
+    const std::string zip = CutAtLastDot(file), name = names.Read(zip, "Name", "");
+    return Trim(name).empty() || !EqualNoCase(names.Read(name, "Zip", ""), zip) ||
+           !program.files.FileExists(program.app.Preview(zip));
+  });
+}
+
 bool AnythingLeft(const std::vector<CatalogueFinding>& findings) {
   return std::any_of(findings.begin(), findings.end(), [](const auto& finding) { return !finding.repaired; });
 }

@@ -69,6 +69,8 @@ class CatalogueCheck {
   std::vector<CatalogueFinding> findings_;
 };
 
+/// Whether a route file lacks its entry or its preview: a quick look, without the rest.
+bool CatalogueHasGaps(Program& program);
 /// Whether anything is left that is not repaired.
 bool AnythingLeft(const std::vector<CatalogueFinding>& findings);
 /// Whether a repair would find something to do.

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "catalogue/CatalogueCheck.h"
 #include "catalogue/DefaultFileScan.h"
 #include "catalogue/GameFolders.h"
 #include "catalogue/LoadMark.h"
@@ -11,7 +12,6 @@
 #include "catalogue/RouteRemoval.h"
 #include "catalogue/StartUp.h"
 #include "catalogue/Strangers.h"
-#include "core/ProfileSnapshot.h"
 #include "core/Text.h"
 
 namespace quillon {
@@ -93,17 +93,6 @@ std::string MainScreen::Hint() const {
     return "There are no routes yet. Drop route zips on this window, then click Route manager.";
   if (target == "down") return "Click the arrow above and choose a route.";
   return target == "load" ? "Click Load route to put the chosen route into Train Simulator." : "";
-}
-
-void MainScreen::LookForGaps() {
-  const FileSystem::Pass pass(program_.files.Host());
-  const ProfileSnapshot names(program_.files, program_.app.RoutesIni());
-  const auto files = program_.files.ListFiles(program_.app.AnyRouteFile());
-  hasGaps_ = std::any_of(files.begin(), files.end(), [&](const std::string& file) {
-    const std::string zip = CutAtLastDot(file), name = names.Read(zip, "Name", "");
-    return Trim(name).empty() || !EqualNoCase(names.Read(name, "Zip", ""), zip) ||
-           !program_.files.FileExists(program_.app.Preview(zip));
-  });
 }
 
 void MainScreen::btnRouteListClick() {
@@ -291,7 +280,8 @@ Button* MainScreen::FlashingButton() {
 }
 
 void MainScreen::TimerFlashOnTick() {
-  if (std::exchange(looksForGaps_, false)) LookForGaps();  // when the screen is on view
+  if (std::exchange(looksForGaps_, false))
+    hasGaps_ = CatalogueHasGaps(program_);  // when the screen is on view
   TimerFlashOff.enabled = true;
   TimerFlashOn.enabled = false;
   Button* flashing = FlashingButton();
@@ -359,7 +349,7 @@ void MainScreen::btnTimetableClick() {
   if (ListRoutes.visible || infoList.visible) CloseList();
   wish_ = Wish::Nothing;
   program_.stage.ShowModal("frmTimetable");
-  LookForGaps();
+  hasGaps_ = CatalogueHasGaps(program_);
   const Wish wish = std::exchange(wish_, Wish::Nothing);
   if (program_.stage.Ended() || wish == Wish::Nothing || !PickRow(wishedRoute_)) return;
   if (wish == Wish::Load) {
@@ -455,7 +445,7 @@ void MainScreen::LoadSelectedRoute() {
   std::string& zip = program_.shared.LoadZip;
   zip = catalogue_.ReadCurrent("Zip", kNoData);
   program_.shared.LoadRouteName = catalogue_.ReadCurrent("Temp", kNoData);
-  if (!FinishCleanUp() || !GoesOnBesideStrangers()) return;
+  if (!FinishCleanUp() || !GoesOnBesideStrangers(program_)) return;
   if (!HasActivity(zip)) {
     program_.stage.ShowModal("frmNoAct");
     return;
@@ -485,23 +475,6 @@ bool MainScreen::FinishCleanUp() {
   program_.shared.LoadZip = zip;
   catalogue_.Select(name, zip);
   return !mark.CleanUpWasCut();
-}
-
-/// True when the working route holds what this installation knows of, or the user goes on all the same.
-bool MainScreen::GoesOnBesideStrangers() {
-  const std::string stranger = StrangerInWorkingRoute(program_);
-  if (stranger.empty() ||
-      program_.boxes.AskYesNo(
-          "Another route stands there",
-          "The working route holds files of a route that this Quillon has not put there, such as\r\n" +
-              program_.files.Host().HostPath(stranger) +
-              "\r\n\r\nAnother Quillon folder may work with the same game, or the game's folder "
-              "was changed. Loaded beside them, a route will not work properly.\r\n"
-              "Click No, and then Clean in the route manager ('quillon clean').\r\n\r\n"
-              "Load the route all the same?"))
-    return true;
-  program_.Refuse();
-  return false;
 }
 
 void MainScreen::Command1Click() { DefaultFileScan(program_).Run(); }

@@ -105,14 +105,11 @@ class MainScreen : public Screen {
   void ResetButtonImages();
 
  private:
-  /// Looks whether each route file has its entry and its preview: where not, the hint leads to the repair.
-  void LookForGaps();
   void ListRoutesClick();
   void LoadSelectedRoute();
   bool WorkingRouteIsMissing() const;
   void SendToWelcome();
   bool FinishCleanUp();
-  bool GoesOnBesideStrangers();
   bool HasActivity(const std::string& zip) const;
   void ShowPreview(const std::string& path);
   /// "Currently loaded route" when `name` is the loaded one and the label shows a route.

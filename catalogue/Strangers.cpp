@@ -71,4 +71,20 @@ std::string StrangerInWorkingRoute(Program& program) {
   return {};
 }
 
+bool GoesOnBesideStrangers(Program& program) {
+  const std::string stranger = StrangerInWorkingRoute(program);
+  if (stranger.empty() ||
+      program.boxes.AskYesNo(
+          "Another route stands there",
+          "The working route holds files of a route that this Quillon has not put there, such as\r\n" +
+              stranger +
+              "\r\n\r\nAnother Quillon folder may work with the same game, or the game's folder "
+              "was changed. Loaded beside them, a route will not work properly.\r\n"
+              "Click No, and then Clean in the route manager ('quillon clean').\r\n\r\n"
+              "Load the route all the same?"))
+    return true;
+  program.Refuse();
+  return false;
+}
+
 }  // namespace quillon

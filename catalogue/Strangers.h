@@ -11,4 +11,7 @@ namespace quillon {
 /// folder was exchanged. Files of the default state and of custom folders are none. Empty without one.
 std::string StrangerInWorkingRoute(Program& program);
 
+/// True when there is none, or the user goes on all the same; else the command is refused.
+bool GoesOnBesideStrangers(Program& program);
+
 }  // namespace quillon

@@ -16,10 +16,7 @@
 #include <new>
 #include <utility>
 
-#include "catalogue/CatalogueCheck.h"
 #include "catalogue/MainScreen.h"
-#include "core/NoProgress.h"
-#include "intake/OddDownload.h"
 #include "intake/RoutesScreen.h"
 #include "repair/CleanUpScreen.h"
 #include "screens/Art.h"
@@ -27,10 +24,10 @@
 #include "screens/LineBreaks.h"
 #include "screens/Roles.h"
 #include "screens/Views.h"
+#include "screens/WayOn.h"
 #include "screens/WorkViews.h"
 #include "screens/frmMain.h"
 #include "stage/Advice.h"
-#include "stage/Setup.h"
 
 namespace quillon {
 namespace {
@@ -78,14 +75,6 @@ const QScreen& DisplayAt(QPoint position) {
 QRect RoomOf(const QScreen& display) { return display.availableGeometry().marginsRemoved(kFrame); }
 
 }  // namespace
-
-/// What a user may choose in the box that tells of an error, in place of closing.
-struct DesktopFrontEnd::WayOn {
-  std::string hint;
-  QString button;  // empty where there is none
-  std::function<void()> act;
-  int status = 0;
-};
 
 DesktopFrontEnd::DesktopFrontEnd() : help_(*this, [this] { HelpAskedByKey(); }) {
   QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { LookAround(); });
@@ -216,13 +205,14 @@ int DesktopFrontEnd::TellFailure() {
 }
 
 int DesktopFrontEnd::TellOf(const RunTimeError& error) {
-  const WayOn way = WayOnAfter(error);
+  // An error of another remedy is none of a download.
+  const WayOn way = WayOnAfter(TheProgram(), error, toldNumber_ == 0);
   const std::string report = ErrorReport(TheProgram(), error);
   std::fprintf(stderr, "Larkmoor: %s\n", report.c_str());
   QMessageBox box(QMessageBox::Critical, "Quillon has to close", Text(report + way.hint), QMessageBox::Close);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   const QAbstractButton* onward =
-      way.button.isEmpty() ? nullptr : box.addButton(way.button, QMessageBox::AcceptRole);
+      way.button.empty() ? nullptr : box.addButton(Text(way.button), QMessageBox::AcceptRole);
   box.setDefaultButton(QMessageBox::Close);
   box.setEscapeButton(QMessageBox::Close);
   toldNumber_ = error.number();
@@ -235,38 +225,8 @@ int DesktopFrontEnd::TellOf(const RunTimeError& error) {
     Fail(std::current_exception());
   }
   QApplication::restoreOverrideCursor();
-  return failure_ ? TellFailure() : way.status;
-}
-
-DesktopFrontEnd::WayOn DesktopFrontEnd::WayOnAfter(const RunTimeError& error) {
-  // An error of another remedy is none of a download.
-  if (const std::string odd = toldNumber_ == 0 ? RememberedDownload(error) : ""; !odd.empty())
-    return {"\n\nOr let Quillon set " + odd + " aside and add the others now.", "Set it aside and go on",
-            [this] { SetOddDownloadAsideNext(TheProgram()); }, kAddAgain};
-  const Remedy remedy = RemedyOf(error);
-  if (remedy == Remedy::LayDeliveredFiles && !DeliveredTree().empty())
-    return {"\n\nOr let Quillon lay the delivered files again now.", "Lay them again and go on",
-            [this] { SetUp(TheProgram(), DeliveredTree(), {}); }, kStartAgain};
-  if (remedy == Remedy::RepairCatalogue)
-    return {"", "Repair and go on",
-            [this] {
-              NoProgress unseen;
-              CatalogueCheck(TheProgram(), unseen).Run(false, true);
-            },
-            kStartAgain};
-  return {};
-}
-
-/// The download at which an intake has just ended; empty for all other errors.
-std::string DesktopFrontEnd::RememberedDownload(const RunTimeError& error) {
-  const std::string atWork = TheProgram().shared.DownloadAtWork;
-  try {
-    RememberOddDownload(TheProgram(), error);
-    const std::string odd = OddDownloadOf(TheProgram());
-    return odd == atWork ? odd : "";  // it may be one of another day
-  } catch (const RunTimeError&) {
-    return {};  // the disk takes no note: the first error is the one to tell
-  }
+  if (failure_) return TellFailure();
+  return way.addsAgain ? kAddAgain : kStartAgain;
 }
 
 void DesktopFrontEnd::SyncAll() {

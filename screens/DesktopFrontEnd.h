@@ -90,10 +90,7 @@ class DesktopFrontEnd : public FrontEnd, public Desk {
   int ServeUser();
   void AddRoutesAgain();
   int TellFailure();
-  struct WayOn;
   int TellOf(const RunTimeError& error);
-  WayOn WayOnAfter(const RunTimeError& error);
-  std::string RememberedDownload(const RunTimeError& error);
   void Place(ScreenView& view) const;
   void RememberPlace(const ScreenView& view);
   void DrawBackgroundAhead(const QString& screen) const;
