@@ -16,12 +16,12 @@ namespace {
 /// Another form of the file gets another number.
 constexpr std::string_view kMark = "Quillon's routes 1\n";
 
-struct Kept {
+struct KeptRoute {
   std::uint64_t size = 0;
   std::int64_t modified = 0;
   RouteContent content;
 };
-using KeptRoutes = std::unordered_map<std::string, Kept>;
+using KeptRoutes = std::unordered_map<std::string, KeptRoute>;
 
 KeptRoutes Load(Program& program) {
   KeptRoutes kept;
@@ -30,7 +30,7 @@ KeptRoutes Load(Program& program) {
   const auto content = Unsealed(kMark, bytes);
   if (!content) return kept;
   for (FlatReader reader(*content); !reader.Empty();) {
-    Kept& route = kept[std::string(reader.Text())];
+    KeptRoute& route = kept[std::string(reader.Text())];
     route.size = reader.Number();
     route.modified = static_cast<std::int64_t>(reader.Number());
     route.content.files = reader.Number();

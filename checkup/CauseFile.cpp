@@ -16,7 +16,7 @@ namespace quillon {
 namespace {
 
 using Json = nlohmann::ordered_json;
-constexpr int kVersion = 1;
+constexpr int kCauseFileVersion = 1;
 // A row of causes or activities is one line.
 constexpr std::string_view kCauses = ",\n\"causes\": [", kActivities = "],\n\"activities\": [",
                            kChanges = "],\n\"changes\": ";
@@ -100,7 +100,7 @@ CauseList::Changes Compare(const Names& before, const Names& now) {
 std::optional<Json> HeadOf(const std::string& text) {
   try {
     Json head = Json::parse(text.substr(0, text.find(kCauses)) + "}");
-    if (head.at("version") == kVersion && head.at("made").is_string()) return head;
+    if (head.at("version") == kCauseFileVersion && head.at("made").is_string()) return head;
   } catch (const std::exception&) {  // of a file that was damaged
   }
   return {};
@@ -217,7 +217,7 @@ Json RowOf(const JudgedActivity& activity) {
 std::string CausesJson(const CauseList& list) {
   std::size_t moves = 0;
   for (const auto& cause : list.causes) moves += cause.moves.size();
-  const Json head = {{"version", kVersion},
+  const Json head = {{"version", kCauseFileVersion},
                      {"made", list.made},
                      {"route", list.route},
                      {"upTo", list.upTo},

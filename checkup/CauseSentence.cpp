@@ -6,8 +6,6 @@
 namespace quillon {
 namespace {
 
-int Size(const auto& things) { return static_cast<int>(things.size()); }
-
 /// What is wrong with the cause itself, up to the colon.
 std::string Trouble(const Cause& cause) {
   const std::string name = "<b class=\"name\">" + Safe(cause.name) + "</b>",

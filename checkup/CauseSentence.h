@@ -11,6 +11,8 @@ namespace quillon {
 /// A stranger's name as text of a page, within quotes, too.
 std::string Safe(std::string_view name);
 
+/// How many there are, for Count.
+int Size(const auto& things) { return static_cast<int>(things.size()); }
 /// A number with its noun, such as "no cats", "1 cat", "9 cats".
 std::string Count(int number, const char* one, const char* many);
 

@@ -12,13 +12,12 @@
 namespace quillon {
 namespace {
 
-using Names = std::vector<std::string>;
+using TextList = std::vector<std::string>;
 
 // No name on the page can look like these.
 constexpr std::string_view kMade = "<p class=\"made\">Checkup of ",
-                           kChanges = "<section aria-labelledby=\"changes\">", kBehindChanges = "</main>";
-
-int Size(const auto& things) { return static_cast<int>(things.size()); }
+                           kChangesSection = "<section aria-labelledby=\"changes\">",
+                           kBehindChanges = "</main>";
 
 std::string OfActivities(int playable, int all) {
   return std::to_string(playable) + " of " + Count(all, "activity", "activities");
@@ -46,7 +45,7 @@ class Page {
  private:
   void Line(std::string_view text) { text_.append(text).append("\n"); }
 
-  void Items(const Names& names) {
+  void Items(const TextList& names) {
     for (const auto& name : names) Line("<li>" + Safe(name));
   }
 
@@ -55,7 +54,8 @@ class Page {
          "</summary><ul class=\"" + look + "\">");
   }
 
-  void Folded(const std::string& caption, const Names& names, const char* look = "names", bool open = false) {
+  void Folded(const std::string& caption, const TextList& names, const char* look = "names",
+              bool open = false) {
     if (names.empty()) return;
     Unfold(caption, look, open);
     Items(names);
@@ -111,7 +111,7 @@ class Page {
 
   void Files(const Cause& cause) {
     // A missing file is its own only file.
-    if (cause.files.empty() || cause.files == Names{cause.name}) return;
+    if (cause.files.empty() || cause.files == TextList{cause.name}) return;
     const std::string caption = Count(Size(cause.files), "file", "files");
     if (cause.files.size() > 8) return Folded(caption, cause.files);
     Line("<ul class=\"files\"><li class=\"label\">" + caption + ":");
@@ -207,7 +207,7 @@ class Page {
 
   void Changes() {
     const auto& changes = list_.changes;
-    Line(std::string(kChanges) + "\n<h2 id=\"changes\">What has changed</h2>");
+    Line(std::string(kChangesSection) + "\n<h2 id=\"changes\">What has changed</h2>");
     Line("<div class=\"plate\">");
     if (changes.since.empty()) {
       Line("<p>This Checkup is the first one: the next will tell here what has changed.</p>");
@@ -216,7 +216,7 @@ class Page {
       Line("<p>Nothing, since the Checkup of " + Safe(changes.since) + ".</p>");
     } else {
       Line("<p>Since the Checkup of " + Safe(changes.since) + ":</p>");
-      const auto fold = [&](const Names& names, const char* one, const char* many, const char* look) {
+      const auto fold = [&](const TextList& names, const char* one, const char* many, const char* look) {
         Folded(Count(Size(names), one, many), names, look, names.size() <= 12);
       };
       fold(changes.playableNow, "activity is playable now", "activities are playable now", "lamps go");
@@ -248,7 +248,8 @@ bool RenewCausesPage(std::string& page, const std::string& made, const CauseList
   CauseList list;
   list.changes = changes;
   const std::string before = std::string(kMade) + Safe(changes.since);
-  const std::size_t date = page.find(before), from = page.rfind(kChanges), end = page.rfind(kBehindChanges);
+  const std::size_t date = page.find(before), from = page.rfind(kChangesSection),
+                    end = page.rfind(kBehindChanges);
   if (date == page.npos || from == page.npos || end == page.npos || date > from || from > end) return false;
   // Its end comes with its own line.
   page.replace(from, end + kBehindChanges.size() + 1 - from, Page(list).ChangesText());

@@ -6,6 +6,7 @@
 #include "catalogue/Catalogue.h"
 #include "catalogue/Playable.h"
 #include "core/FlatFile.h"
+#include "core/Installation.h"
 #include "core/Text.h"
 #include "core/Version.h"
 
@@ -13,7 +14,6 @@ namespace quillon {
 namespace {
 
 using Json = nlohmann::json;
-constexpr std::string_view kTrainSet = "\\Trains\\TrainSet\\";
 
 struct Note {
   std::uint64_t seen = 0, records = 0;

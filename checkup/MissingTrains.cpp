@@ -13,7 +13,7 @@ using Kind = Cause::Kind;
 
 std::string Key(const std::string& folder, const std::string& file) { return folder + '\0' + file; }
 
-std::set<std::string> Names(const std::map<std::string, std::string>& files) {
+std::set<std::string> NamesIn(const std::map<std::string, std::string>& files) {
   std::set<std::string> names;
   for (const auto& [file, spelling] : files) names.insert(file);
   return names;
@@ -95,7 +95,7 @@ void MissingTrains::CountAskedFor() {
 }
 
 void MissingTrains::AddFolder(const std::string& folder, const Wanted& files) {
-  const TrainPlaces::Place* place = input_.places.Find(folder, Names(files), askedFor_);
+  const TrainPlaces::Place* place = input_.places.Find(folder, NamesIn(files), askedFor_);
   const std::string& name = spellings_[folder];
   const std::uint32_t number =
       NewCause(list_, place != nullptr ? Kind::MisplacedFolder : Kind::MissingFolder, name);

@@ -1,11 +1,10 @@
 #include "checkup/TrainDatabase.h"
 
+#include "core/Installation.h"
 #include "core/Text.h"
 
 namespace quillon {
 namespace {
-
-constexpr std::string_view kTrainSet = "\\Trains\\TrainSet\\";
 
 std::string Pair(const std::string& file, const std::string& folder) { return file + '\0' + folder; }
 

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
+#include "core/Installation.h"
 #include "core/Text.h"
 
 namespace quillon {
 namespace {
-
-constexpr std::string_view kTrainSet = "\\Trains\\TrainSet\\";
 
 bool IsTrain(std::string_view lowerName) {
   return lowerName.ends_with(".eng") || (lowerName.ends_with(".wag") && lowerName != "default.wag");

@@ -5,6 +5,7 @@
 #include "core/FolderWay.h"
 #include "core/Installation.h"
 #include "core/Text.h"
+#include "core/host/PathText.h"
 #include "core/host/RawFile.h"
 
 namespace quillon {
@@ -12,7 +13,7 @@ namespace {
 
 constexpr std::size_t kLongestAttributePath = 255;
 constexpr std::uint64_t kBlock = 4096, kMostBytes = ~std::uint64_t{0};
-constexpr std::size_t kPiece = 1u << 20;  // bytes that are compared at once
+constexpr std::size_t kComparedPiece = 1u << 20;  // bytes that are compared at once
 constexpr std::uint64_t kKilobyte = 1u << 10, kMegabyte = 1u << 20;
 
 /// "." and ".." would empty another folder than the one that is named.
@@ -20,8 +21,6 @@ bool LeadsElsewhere(const std::string& path) {
   const std::string closed = path + "\\";
   return Contains(closed, "\\.\\") || Contains(closed, "\\..\\");
 }
-
-bool HasWildcard(std::string_view path) { return path.find_first_of("*?") != path.npos; }
 
 }  // namespace
 
@@ -186,9 +185,9 @@ bool Files::AreEqual(std::string_view a, std::string_view b) {
   if (one.modified == other.modified) return true;
   const RawInput first(host_.HostPath(a)), second(host_.HostPath(b));
   std::string bytes, others;
-  for (std::uint64_t at = 0; at < one.size; at += kPiece) {
-    if (!first.IsOpen() || !second.IsOpen() || !first.ReadAt(at, kPiece, bytes) ||
-        !second.ReadAt(at, kPiece, others) || bytes != others)
+  for (std::uint64_t at = 0; at < one.size; at += kComparedPiece) {
+    if (!first.IsOpen() || !second.IsOpen() || !first.ReadAt(at, kComparedPiece, bytes) ||
+        !second.ReadAt(at, kComparedPiece, others) || bytes != others)
       return false;
   }
   return true;

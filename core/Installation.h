@@ -245,6 +245,7 @@ inline constexpr std::string_view kWorkingShapes = "\\ROUTES\\Quillon-route\\Sha
 inline constexpr std::string_view kSaves = "\\Saves";
 inline constexpr std::string_view kWorkingSaves = "\\Saves\\Quillon-route";
 inline constexpr std::string_view kExtras = "\\Quillon_Extras";
+inline constexpr std::string_view kTrainSet = "\\Trains\\TrainSet\\";
 inline constexpr std::string_view kGameConsists = "\\TRAINS\\CONSISTS\\";
 inline constexpr std::string_view kBackedUpConsists = "\\TRAINS\\CONSISTS\\QN-Backed-up-consists\\";
 

@@ -8,7 +8,7 @@
 namespace quillon {
 namespace {
 
-constexpr int kMostNames = 3;  // of inner zips that are told
+constexpr int kMostInnerZips = 3;  // of inner zips that are told
 
 }  // namespace
 
@@ -41,7 +41,7 @@ Classification::Judgement Classification::Judge(const std::string& zip) {
   for (int i = 0; i < unzip1.EntryCount(); ++i) {
     const std::string entry = unzip1.LowerName(i);
     const std::string& name = unzip1.Entries()[static_cast<std::size_t>(i)].name;
-    if (Contains(entry, ".zip") && ++innerCount <= kMostNames)
+    if (Contains(entry, ".zip") && ++innerCount <= kMostInnerZips)
       innerZips += (innerCount > 1 ? ", " : "") + name;
     if (Contains(entry, ".exe") && executable.empty()) executable = name;
   }
@@ -50,7 +50,7 @@ Classification::Judgement Classification::Judge(const std::string& zip) {
   if (const std::string reason = ReasonAgainst(unzip1); !reason.empty()) return {Class::Bad, reason};
   if (MultiZipFlag)
     return {Class::Patch,
-            "it holds more than one zip: " + innerZips + (innerCount > kMostNames ? ", ..." : "")};
+            "it holds more than one zip: " + innerZips + (innerCount > kMostInnerZips ? ", ..." : "")};
   if (!executable.empty()) return {Class::Installer, "it holds a program: " + executable};
   return {Class::Candidate, {}};
 }

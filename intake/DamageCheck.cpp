@@ -7,14 +7,14 @@
 namespace quillon {
 namespace {
 
-constexpr std::size_t kMostNames = 3;
+constexpr std::size_t kMostDamaged = 3;
 
 }  // namespace
 
 std::string DamageText(const std::vector<std::string>& names) {
   std::string text = "the data of ";
-  for (std::size_t i = 0; i < names.size() && i < kMostNames; ++i) text += (i > 0 ? ", " : "") + names[i];
-  if (names.size() > kMostNames) text += " and " + std::to_string(names.size() - kMostNames) + " more";
+  for (std::size_t i = 0; i < names.size() && i < kMostDamaged; ++i) text += (i > 0 ? ", " : "") + names[i];
+  if (names.size() > kMostDamaged) text += " and " + std::to_string(names.size() - kMostDamaged) + " more";
   return text + " are damaged";
 }
 

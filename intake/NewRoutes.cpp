@@ -11,7 +11,7 @@
 namespace quillon {
 namespace {
 
-constexpr std::size_t kMostNames = 5;
+constexpr std::size_t kMostTrains = 5;
 
 bool IsTrain(const Cause& cause) {
   return cause.kind != Cause::Kind::MissingConsist && cause.kind != Cause::Kind::MissingService;
@@ -34,10 +34,10 @@ std::map<std::string, std::vector<std::string>> LackingTrains(const CauseList& l
 std::string Lacks(const std::vector<std::string>& names) {
   if (names.empty()) return {};
   std::string text = ", it lacks the trains ";
-  for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i)
+  for (std::size_t i = 0; i < std::min(names.size(), kMostTrains); ++i)
     text += (i == 0 ? "" : ", ") + names[i];
-  return names.size() > kMostNames ? text + " and " + std::to_string(names.size() - kMostNames) + " more"
-                                   : text;
+  return names.size() > kMostTrains ? text + " and " + std::to_string(names.size() - kMostTrains) + " more"
+                                    : text;
 }
 
 }  // namespace

@@ -32,12 +32,12 @@
 namespace quillon {
 namespace {
 
-constexpr int kPictureCache = 128 << 10;  // kilobytes
-constexpr QMargins kFrame(8, 36, 8, 8);   // pixels that a window manager may add
-constexpr int kTurnInterval = 33;         // milliseconds of work between two turns of the event loop
-constexpr int kIdleTime = 300;            // milliseconds after which the user is taken to be looking
-constexpr int kWatchInterval = 250;       // milliseconds
-constexpr int kExposeTime = 1000;         // milliseconds that a window may take to come up
+constexpr int kPictureCache = 128 << 10;       // kilobytes
+constexpr QMargins kWindowFrame(8, 36, 8, 8);  // pixels that a window manager may add
+constexpr int kTurnInterval = 33;              // milliseconds of work between two turns of the event loop
+constexpr int kIdleTime = 300;                 // milliseconds after which the user is taken to be looking
+constexpr int kWatchInterval = 250;            // milliseconds
+constexpr int kExposeTime = 1000;              // milliseconds that a window may take to come up
 
 constexpr int kTallestText = 380, kWidestText = 640;  // pixels of a question
 constexpr int kBesideText = 140;                      // pixels of its buttons, margins and frame
@@ -72,7 +72,7 @@ const QScreen& DisplayAt(QPoint position) {
   return display != nullptr ? *display : *QApplication::primaryScreen();
 }
 
-QRect RoomOf(const QScreen& display) { return display.availableGeometry().marginsRemoved(kFrame); }
+QRect RoomOf(const QScreen& display) { return display.availableGeometry().marginsRemoved(kWindowFrame); }
 
 }  // namespace
 

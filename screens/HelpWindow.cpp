@@ -28,7 +28,7 @@ namespace quillon {
 namespace {
 
 constexpr QSize kSize(920, 680), kSmallest(460, 320);
-constexpr int kFrame = 40;  // pixels that a window manager may add
+constexpr int kHelpFrame = 40;  // pixels that a window manager may add
 constexpr int kLeftWidth = 250, kMargin = 10;
 constexpr double kTextSize = 10.5;  // points
 constexpr int kTitleRole = Qt::UserRole, kExcerptRole = Qt::UserRole + 1;
@@ -128,7 +128,7 @@ HelpWindow::HelpWindow(std::unique_ptr<HelpBook> book,
   setStyleSheet(kHelpStyle);
   setMinimumSize(kSmallest);
   const QRect room = screen()->availableGeometry();
-  resize(kSize.boundedTo(room.size() - QSize(kFrame / 2, kFrame)));
+  resize(kSize.boundedTo(room.size() - QSize(kHelpFrame / 2, kHelpFrame)));
   move(room.center() - rect().center());
 
   QWidget* page = MakePage();  // the others turn to it

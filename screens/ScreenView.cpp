@@ -13,7 +13,7 @@
 namespace quillon {
 namespace {
 
-constexpr int kFrame = 48;  // pixels that a window manager may add
+constexpr int kFrameSlack = 48;  // pixels that a window manager may add
 constexpr int kSmallestText = 9, kSmallestReadable = 7;
 constexpr int kSettleTime = 150;   // milliseconds after which a window is taken to keep its size
 constexpr int kShortestTick = 16;  // milliseconds: no display shows more
@@ -61,7 +61,7 @@ void ScreenView::PlaceAt(QPoint centre, const QRect& room, double scale) {
 }
 
 /// A frame around the window is no move.
-bool ScreenView::WasMoved() const { return (pos() - placed_).manhattanLength() > kFrame; }
+bool ScreenView::WasMoved() const { return (pos() - placed_).manhattanLength() > kFrameSlack; }
 
 void ScreenView::Retire() {
   retired_ = true;

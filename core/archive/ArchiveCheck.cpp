@@ -15,8 +15,6 @@
 namespace quillon {
 namespace {
 
-constexpr auto kIdleInterval = std::chrono::milliseconds(40);
-
 /// Hands the entries out to the threads, the largest first: none is left alone with one at the end.
 class Check {
  public:

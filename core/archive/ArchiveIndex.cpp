@@ -11,13 +11,13 @@ namespace quillon {
 namespace {
 
 constexpr std::int64_t kNanoseconds = 1'000'000'000;
-constexpr std::size_t kPiece = 1u << 20;  // bytes
+constexpr std::size_t kHashedPiece = 1u << 20;  // bytes
 
 std::uint32_t CrcOf(const std::string& hostPath) {
   const RawInput input(hostPath);
   std::string bytes;
   std::uint32_t crc = 0;
-  for (std::uint64_t at = 0; input.IsOpen() && input.ReadAt(at, kPiece, bytes) && !bytes.empty();
+  for (std::uint64_t at = 0; input.IsOpen() && input.ReadAt(at, kHashedPiece, bytes) && !bytes.empty();
        at += bytes.size())
     crc = libdeflate_crc32(crc, bytes.data(), bytes.size());
   return crc;

@@ -7,14 +7,9 @@
 #include "core/archive/ExtractPool.h"
 #include "core/archive/PackQueue.h"
 #include "core/archive/ZipBuilder.h"
+#include "core/host/PathText.h"
 
 namespace quillon {
-namespace {
-
-bool HasWildcard(std::string_view path) { return path.find_first_of("*?") != path.npos; }
-
-}  // namespace
-
 void ArchiveWriter::ClearFiles() {
   items_.clear();
   placeOf_.clear();

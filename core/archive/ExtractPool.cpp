@@ -12,7 +12,6 @@ namespace {
 
 constexpr std::size_t kQueueLength = 256;
 constexpr unsigned kMostThreads = 6;  // each may hold a packed and an unpacked entry
-constexpr auto kIdleInterval = std::chrono::milliseconds(40);
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -66,6 +67,9 @@ class ExtractPool {
   std::atomic<std::uint64_t> bytesDone_ = 0, filesDone_ = 0;
   std::vector<std::thread> threads_;
 };
+
+/// How long one who waits for workers may stay away from what `idle` does.
+inline constexpr std::chrono::milliseconds kIdleInterval{40};
 
 /// Worker threads that suit this machine.
 unsigned WorkerCount();

@@ -18,7 +18,6 @@ namespace {
 constexpr int kLevel = 6;  // the usual default of zip programs
 constexpr std::uint64_t kMostBytesAhead = 24u << 20;
 constexpr std::size_t kMostFilesAhead = 512;
-constexpr auto kIdleInterval = std::chrono::milliseconds(40);
 
 /// One a thread: a compressor serves one at a time.
 class Packer {

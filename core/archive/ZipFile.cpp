@@ -16,8 +16,8 @@ namespace quillon {
 namespace {
 
 // Entries above this are unpacked piece by piece, so that memory stays bounded.
-constexpr std::uint64_t kWholeLimit = 8u << 20;
-constexpr std::size_t kPiece = 256u << 10;
+constexpr std::uint64_t kUnpackWholeLimit = 8u << 20;
+constexpr std::size_t kStreamPiece = 256u << 10;
 
 struct CloseEntry {
   void operator()(zip_file_t* file) const { zip_fclose(file); }
@@ -159,7 +159,8 @@ void ZipFile::Unpack(std::size_t index, const Sink& sink) {
   if (const std::string obstacle = entry.Obstacle(); !obstacle.empty())
     throw Damage{entry.name + " can't be unpacked: " + obstacle};
   const bool rare = !IsUsual(entry.method);
-  const bool whole = entry.size <= kWholeLimit && entry.packedSize <= kWholeLimit + kWholeLimit / 8 &&
+  const bool whole = entry.size <= kUnpackWholeLimit &&
+                     entry.packedSize <= kUnpackWholeLimit + kUnpackWholeLimit / 8 &&
                      (entry.method == ZIP_CM_STORE || entry.method == ZIP_CM_DEFLATE);
   const EntryFile file(zip_fopen_index(zip_.get(), entry.place, whole || rare ? ZIP_FL_COMPRESSED : 0));
   if (!file) Broken(entry, zip_get_error(zip_.get()));
@@ -185,10 +186,10 @@ void ZipFile::UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sin
 }
 
 void ZipFile::UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
-  MakeRoom(unpacked_, kPiece);
+  MakeRoom(unpacked_, kStreamPiece);
   Checked checked(entry, sink);
   for (;;) {
-    const auto count = zip_fread(file, unpacked_.data(), kPiece);
+    const auto count = zip_fread(file, unpacked_.data(), kStreamPiece);
     if (count < 0) Broken(entry, zip_file_get_error(file));
     if (count == 0) break;
     checked.Take({unpacked_.data(), static_cast<std::size_t>(count)});
@@ -197,10 +198,10 @@ void ZipFile::UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Si
 }
 
 void ZipFile::UnpackRare(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
-  MakeRoom(packed_, kPiece);
+  MakeRoom(packed_, kStreamPiece);
   Checked checked(entry, sink);
   const auto more = [&]() -> std::string_view {
-    const auto count = zip_fread(file, packed_.data(), kPiece);
+    const auto count = zip_fread(file, packed_.data(), kStreamPiece);
     if (count < 0) Broken(entry, zip_file_get_error(file));
     return {packed_.data(), static_cast<std::size_t>(count)};
   };
