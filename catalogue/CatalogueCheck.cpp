@@ -8,7 +8,7 @@
 #include "catalogue/RouteMap.h"
 #include "catalogue/RouteName.h"
 #include "core/CopyOver.h"
-#include "core/OnAllProcessors.h"
+#include "core/host/Workers.h"
 #include "core/ProfileSnapshot.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"

@@ -6,7 +6,7 @@
 
 #include "catalogue/RouteName.h"
 #include "core/FlatFile.h"
-#include "core/OnAllProcessors.h"
+#include "core/host/Workers.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveReader.h"
 

@@ -8,8 +8,8 @@
 #include <mutex>
 #include <thread>
 
-#include "core/archive/ExtractPool.h"
 #include "core/host/RawFile.h"
+#include "core/host/Workers.h"
 
 namespace quillon {
 namespace {

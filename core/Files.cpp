@@ -135,7 +135,18 @@ void Files::Rename(std::string_view from, std::string_view to) {
 }
 
 void Files::FileCopy(std::string_view from, std::string_view to) {
-  const FileCode code = host_.Copy(from, to);
+  RaiseAboutCopy(host_.Copy(from, to), from, to);
+}
+
+void Files::FileCopyMany(const std::vector<FileSystem::CopyOrder>& orders,
+                         const std::function<void(std::size_t index)>& copied) {
+  host_.CopyMany(orders, [&](std::size_t i, FileCode code) {
+    RaiseAboutCopy(code, orders[i].from, orders[i].to);
+    copied(i);
+  });
+}
+
+void Files::RaiseAboutCopy(FileCode code, std::string_view from, std::string_view to) {
   if (code == FileCode::Ok) return;
   ReadAll(from, 0);  // raises when the source is to blame
   RaiseAboutFile(code, to);
@@ -242,28 +253,29 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
     meter_.CopyFoundNothing("No new routes found.");
     return 0;
   }
+  std::vector<FileSystem::CopyOrder> orders;
   for (const auto& entry : found) {
-    if (!entry.folder()) {
-      const std::string path = std::string(source) + entry.name;
-      const FileCode code = CopyTwice(path, std::string(destination) + entry.name);
-      if (code != FileCode::Ok && isPlace) meter_.CopyFailed(path, code);
-      if (each) each();
-    }
-    MoveCopyBar();
+    if (!entry.folder())
+      orders.push_back({std::string(source) + entry.name, std::string(destination) + entry.name});
   }
+  // What fails in silence is tried once more: another program may have held the file for a moment.
+  host_.CopyMany(orders, [&](std::size_t i, FileCode code) {
+    const auto& [from, to] = orders[i];
+    if (code != FileCode::Ok) code = host_.Copy(from, to);
+    if (code != FileCode::Ok && isPlace) meter_.CopyFailed(from, code);
+    if (each) each();
+    MoveCopyBar();
+  });
+  for (std::size_t folders = found.size() - orders.size(); folders > 0; --folders) MoveCopyBar();
   return static_cast<int>(found.size());
-}
-
-/// What fails in silence is tried once more: another program may have held the file for a moment.
-FileCode Files::CopyTwice(const std::string& from, const std::string& to) {
-  const FileCode code = host_.Copy(from, to);
-  return code == FileCode::Ok ? code : host_.Copy(from, to);
 }
 
 /// The copy gets the name as the disk spells it.
 int Files::CopyOneFile(std::string_view source, std::string_view destination, std::string_view name) {
   const std::string path = std::string(source) + std::string(name), host = host_.HostPath(path);
-  const FileCode code = CopyTwice(path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1));
+  const std::string target = std::string(destination) + host.substr(host.find_last_of("\\/") + 1);
+  FileCode code = host_.Copy(path, target);
+  if (code != FileCode::Ok) code = host_.Copy(path, target);
   if (code != FileCode::Ok && !FileExists(path)) {
     meter_.CopyFoundNothing("No new routes found.");
     return 0;

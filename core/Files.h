@@ -68,6 +68,9 @@ class Files {
   void KillIfThere(std::string_view path);
   void Rename(std::string_view from, std::string_view to);
   void FileCopy(std::string_view from, std::string_view to);
+  /// The same with many, several at once; `copied` hears of each, in order. The first that fails raises.
+  void FileCopyMany(const std::vector<FileSystem::CopyOrder>& orders,
+                    const std::function<void(std::size_t index)>& copied);
   /// The whole file, or its first `limit` bytes.
   std::string ReadAll(std::string_view path, std::uint64_t limit = kNoLimit);
   void WriteAll(std::string_view path, std::string_view bytes);
@@ -114,11 +117,11 @@ class Files {
 
  private:
   void WalkFolder(const std::string& folder, const WalkAction& action, class FolderWay* way);
-  FileCode CopyTwice(const std::string& from, const std::string& to);
   int CopyOneFile(std::string_view source, std::string_view destination, std::string_view name);
   void MoveCopyBar();
   int DelTreeOf(const std::string& folder, const Each& each);
   void RaiseAboutFile(FileCode code, std::string_view path, const char* denied = kNoPermission);
+  void RaiseAboutCopy(FileCode code, std::string_view from, std::string_view to);
 
   FileSystem& host_;
   Random& random_;

@@ -116,12 +116,17 @@ void PreviousRoute::EmptyActivityFolders() {
 void PreviousRoute::RemoveLoadedFiles() {
   const auto spared = wasPutAway_ ? lists_.NeverPlaced() : std::unordered_set<std::string>();
   FileCount count(progress_, lists_.Current().size());
+  std::vector<std::string> paths;
   for (const auto& line : lists_.Current()) {
-    if ((spared.empty() || !spared.contains(UpperCase(line))) && files_.Host().Delete(line) != FileCode::Ok &&
-        !files_.IsPathAFolder(line))
-      files_.KillIfThere(line);
-    count();
+    if (spared.empty() || !spared.contains(UpperCase(line)))
+      paths.push_back(line);
+    else
+      count();
   }
+  files_.Host().DeleteMany(paths, [&](std::size_t i, FileCode code) {
+    if (code != FileCode::Ok && !files_.IsPathAFolder(paths[i])) files_.KillIfThere(paths[i]);
+    count();
+  });
 }
 
 void PreviousRoute::GiveBackDefaultFiles() {

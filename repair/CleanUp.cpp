@@ -218,18 +218,18 @@ bool CleanUp::IsThere(const std::string& source) {
 void CleanUp::CopyDefaultFiles() {
   program_.Step("Copying the default files");
   const auto lines = Lines(files_.ReadAll(program_.app.CopyFilesList()));
-  int value = 0;
-  FileCount count(progress_, lines.size());
+  std::vector<FileSystem::CopyOrder> orders;
   for (const auto& line : lines) {
-    const std::string source = program_.shared.TrainSimPath + "\\" + line;
-    if (!line.empty() && IsThere(source)) {
-      progress_.Value(++value);
-      const std::string target = program_.BelowGame(DestinationOf(line));
-      files_.FileCopy(source, target);
-      files_.SetAttributes(target, kArchive);
-    }
-    count();
+    std::string source = program_.shared.TrainSimPath + "\\" + line;
+    if (!line.empty() && IsThere(source))
+      orders.push_back({std::move(source), program_.BelowGame(DestinationOf(line))});
   }
+  FileCount count(progress_, orders.size());
+  files_.FileCopyMany(orders, [&](std::size_t i) {
+    progress_.Value(static_cast<int>(i) + 1);
+    files_.SetAttributes(orders[i].to, kArchive);
+    count();
+  });
 }
 
 void CleanUp::ResetLists() {

@@ -9,8 +9,8 @@
 #include <numeric>
 #include <thread>
 
-#include "core/archive/ExtractPool.h"
 #include "core/archive/ZipLayout.h"
+#include "core/host/Workers.h"
 
 namespace quillon {
 namespace {

@@ -14,7 +14,9 @@ constexpr std::size_t kLongestComponent = 255;  // bytes, what common file syste
 constexpr std::size_t kLongestName = 2048;      // bytes, leaves room for the folders above
 
 bool IsDevice(std::string_view component) {
-  const std::string stem = UpperCase(Trim(component.substr(0, component.find('.'))));
+  const std::string trimmed = Trim(component.substr(0, component.find('.')));
+  if (trimmed.size() < 3 || trimmed.size() > 4) return false;
+  const std::string stem = UpperCase(trimmed);
   static constexpr std::array<std::string_view, 4> kDevices = {"CON", "PRN", "AUX", "NUL"};
   if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) return true;
   return stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")) && stem[3] >= '1' &&
@@ -76,7 +78,8 @@ std::string NormalStoredName(std::string_view stored) {
   std::string name;
   name.reserve(rest.size());
   while (!rest.empty()) {
-    const auto end = std::min(rest.find_first_of("/\\"), rest.size());
+    const auto end =
+        static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), IsSeparator) - rest.begin());
     const std::string_view component = rest.substr(0, end);
     const bool closed = end < rest.size();
     rest.remove_prefix(closed ? end + 1 : end);
@@ -120,6 +123,7 @@ const char* HarmIn(std::string_view normalName) {
 bool IsSystemsOwn(std::string_view normalName) {
   if (FileNameOf(normalName).starts_with("._")) return true;
   constexpr std::string_view kMacFolder = "__MACOSX\\";
+  if (!Contains(normalName, "__")) return false;
   const std::string upper = UpperCase(normalName);
   const auto at = upper.find(kMacFolder);
   return at == 0 || (at != std::string::npos && upper[at - 1] == '\\');

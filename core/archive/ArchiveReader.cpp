@@ -7,14 +7,13 @@
 
 #include "core/Text.h"
 #include "core/archive/ExtractPool.h"
+#include "core/host/PathText.h"
 
 namespace quillon {
 namespace {
 
 // Below this, threads cost more than they bring.
 constexpr std::uint64_t kWorthThreads = 4u << 20;
-
-bool IsWildcard(std::string_view pattern) { return pattern.find_first_of("*?") != pattern.npos; }
 
 }  // namespace
 
@@ -53,7 +52,7 @@ void ArchiveReader::AddFilter(std::string_view filter) { filters_.push_back(Uppe
 bool ArchiveReader::Selected(const ArchiveEntry& entry) const {
   const std::string name = UpperCase(entry.name);
   return std::any_of(filters_.begin(), filters_.end(), [&](const std::string& filter) {
-    return IsWildcard(filter) ? MatchesPattern(FileNameOf(name), filter) : name == filter;
+    return HasWildcard(filter) ? MatchesPattern(FileNameOf(name), filter) : name == filter;
   });
 }
 

@@ -4,10 +4,10 @@
 
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
-#include "core/archive/ExtractPool.h"
 #include "core/archive/PackQueue.h"
 #include "core/archive/ZipBuilder.h"
 #include "core/host/PathText.h"
+#include "core/host/Workers.h"
 
 namespace quillon {
 void ArchiveWriter::ClearFiles() {

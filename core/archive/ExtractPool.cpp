@@ -1,7 +1,5 @@
 #include "core/archive/ExtractPool.h"
 
-#include <algorithm>
-#include <chrono>
 #include <utility>
 
 #include "core/Files.h"
@@ -11,20 +9,8 @@ namespace quillon {
 namespace {
 
 constexpr std::size_t kQueueLength = 256;
-constexpr unsigned kMostThreads = 6;  // each may hold a packed and an unpacked entry
 
 }  // namespace
-
-unsigned WorkerCount() { return std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads); }
-
-void StartWorkers(std::vector<std::thread>& threads, unsigned count, const std::function<void()>& work) {
-  threads.reserve(count);
-  try {
-    while (threads.size() < count) threads.emplace_back(work);
-  } catch (const std::exception&) {
-    // Those that run do it all. None of them may be left behind by an exception.
-  }
-}
 
 ExtractPool::ExtractPool(std::string archiveHostPath, std::string archivePath,
                          const std::vector<ArchiveEntry>& entries, unsigned threads,

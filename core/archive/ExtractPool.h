@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -14,6 +13,7 @@
 #include <vector>
 
 #include "core/archive/ZipFile.h"
+#include "core/host/Workers.h"
 
 namespace quillon {
 
@@ -67,14 +67,5 @@ class ExtractPool {
   std::atomic<std::uint64_t> bytesDone_ = 0, filesDone_ = 0;
   std::vector<std::thread> threads_;
 };
-
-/// How long one who waits for workers may stay away from what `idle` does.
-inline constexpr std::chrono::milliseconds kIdleInterval{40};
-
-/// Worker threads that suit this machine.
-unsigned WorkerCount();
-
-/// Starts `count` threads, or as many as the machine gives; perhaps none. `threads` is empty.
-void StartWorkers(std::vector<std::thread>& threads, unsigned count, const std::function<void()>& work);
 
 }  // namespace quillon

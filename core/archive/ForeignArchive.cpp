@@ -20,11 +20,11 @@
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/ArchiveReader.h"
-#include "core/archive/ExtractPool.h"
 #include "core/archive/PackQueue.h"
 #include "core/archive/ZipBuilder.h"
 #include "core/host/ArchiveLocale.h"
 #include "core/host/RawFile.h"
+#include "core/host/Workers.h"
 
 namespace quillon {
 namespace {

@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "core/RunTimeError.h"
-#include "core/archive/ExtractPool.h"
 #include "core/host/RawFile.h"
+#include "core/host/Workers.h"
 
 namespace quillon {
 namespace {

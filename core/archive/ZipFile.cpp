@@ -71,29 +71,24 @@ class Checked {
   std::uint32_t crc_ = 0;
 };
 
-void ReadExactly(zip_file_t* file, const ArchiveEntry& entry, char* bytes, std::uint64_t size) {
-  std::uint64_t done = 0;
-  while (done < size) {
-    const auto count = zip_fread(file, bytes + done, size - done);
-    if (count <= 0) Broken(entry, zip_file_get_error(file));
-    done += static_cast<std::size_t>(count);
-  }
-}
-
 }  // namespace
 
 void RequireMemory(const zip_error_t* error) {
   if (zip_error_code_zip(error) == ZIP_ER_MEMORY) throw std::bad_alloc();
 }
 
-ZipFile::ZipFile(std::string hostPath) : hostPath_(std::move(hostPath)), entries_(ownEntries_) {
+ZipFile::ZipFile(std::string hostPath)
+    : hostPath_(std::move(hostPath)), input_(hostPath_), entries_(ownEntries_) {
   Open();
   ReadEntries();
 }
 
 ZipFile::ZipFile(std::string hostPath, const std::vector<ArchiveEntry>& knownEntries)
-    : hostPath_(std::move(hostPath)), entries_(knownEntries) {
-  Open();
+    : hostPath_(std::move(hostPath)), input_(hostPath_), entries_(knownEntries) {}
+
+zip_t* ZipFile::Handle() {
+  if (!zip_) Open();
+  return zip_.get();
 }
 
 void ZipFile::FreeDecompressor::operator()(libdeflate_decompressor* decompressor) const {
@@ -122,6 +117,7 @@ void ZipFile::Open() {
 void ZipFile::ReadEntries() {
   const auto count = static_cast<zip_uint64_t>(zip_get_num_entries(zip_.get(), 0));
   const bool backslashSeparates = BackslashSeparates(zip_.get(), count);
+  const std::vector<std::uint64_t> places = EntryPlaces(hostPath_);
   ownEntries_.reserve(static_cast<std::size_t>(count));
   for (zip_uint64_t i = 0; i < count; ++i) {
     zip_stat_t stat;
@@ -140,6 +136,7 @@ void ZipFile::ReadEntries() {
     entry.size = stat.size;
     entry.packedSize = stat.comp_size;
     entry.place = i;
+    entry.header = places.size() == count ? places[i] : kUnknownPlace;
     entry.crc = stat.crc;
     entry.method = stat.comp_method;
     entry.locked = stat.encryption_method != ZIP_EM_NONE;
@@ -162,21 +159,31 @@ void ZipFile::Unpack(std::size_t index, const Sink& sink) {
   const bool whole = entry.size <= kUnpackWholeLimit &&
                      entry.packedSize <= kUnpackWholeLimit + kUnpackWholeLimit / 8 &&
                      (entry.method == ZIP_CM_STORE || entry.method == ZIP_CM_DEFLATE);
-  const EntryFile file(zip_fopen_index(zip_.get(), entry.place, whole || rare ? ZIP_FL_COMPRESSED : 0));
-  if (!file) Broken(entry, zip_get_error(zip_.get()));
-  if (rare)
-    UnpackRare(entry, file.get(), sink);
-  else
-    whole ? UnpackWhole(entry, file.get(), sink) : UnpackStream(entry, file.get(), sink);
+  if (const auto packed = whole ? PackedBytes(entry) : std::string_view(); packed.data() != nullptr)
+    return UnpackWhole(entry, packed, sink);
+  const EntryFile file(zip_fopen_index(Handle(), entry.place, rare ? ZIP_FL_COMPRESSED : 0));
+  if (!file) Broken(entry, zip_get_error(Handle()));
+  rare ? UnpackRare(entry, file.get(), sink) : UnpackStream(entry, file.get(), sink);
 }
 
-void ZipFile::UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {
-  MakeRoom(packed_, entry.packedSize);
-  ReadExactly(file, entry, packed_.data(), entry.packedSize);
-  std::string_view data(packed_.data(), entry.packedSize);
+std::string_view ZipFile::PackedBytes(const ArchiveEntry& entry) {
+  constexpr std::size_t kNames = 512;  // bytes; a header with longer ones is found by the format library
+  if (entry.header == kUnknownPlace) return {};
+  std::size_t count = kLocalHeader + kNames + static_cast<std::size_t>(entry.packedSize);
+  MakeRoom(packed_, count);
+  if (!input_.IsOpen() || !input_.ReadInto(entry.header, packed_.data(), count)) return {};
+  const std::string_view bytes(packed_.data(), count);
+  const std::size_t begin = HeaderSize(bytes);
+  return begin > 0 && begin <= count && entry.packedSize <= count - begin
+             ? bytes.substr(begin, entry.packedSize)
+             : std::string_view();
+}
+
+void ZipFile::UnpackWhole(const ArchiveEntry& entry, std::string_view packed, const Sink& sink) {
+  std::string_view data = packed;
   if (entry.method == ZIP_CM_DEFLATE) {
     MakeRoom(unpacked_, entry.size);
-    const auto result = libdeflate_deflate_decompress(Decompressor(), packed_.data(), entry.packedSize,
+    const auto result = libdeflate_deflate_decompress(Decompressor(), packed.data(), packed.size(),
                                                       unpacked_.data(), entry.size, nullptr);
     if (result != LIBDEFLATE_SUCCESS) Broken(entry);
     data = {unpacked_.data(), entry.size};

@@ -11,15 +11,20 @@
 #include <string_view>
 #include <vector>
 
+#include "core/host/RawFile.h"
+
 struct libdeflate_decompressor;
 
 namespace quillon {
+
+inline constexpr std::uint64_t kUnknownPlace = ~std::uint64_t{0};
 
 /// One entry as the archive's directory tells it.
 struct ArchiveEntry {
   std::string name;  // stored name: backslashes, no drive, a folder ends in a backslash
   std::uint64_t size = 0, packedSize = 0;
-  std::uint64_t place = 0;  // in the archive's directory, from 0
+  std::uint64_t place = 0;   // in the archive's directory, from 0
+  std::uint64_t header = 0;  // where in the file its header lies; kUnknownPlace where that can't be told
   std::uint32_t crc = 0;
   std::uint16_t method = 0;
   bool locked = false;  // by a password
@@ -57,7 +62,7 @@ class ZipFile {
   void Unpack(std::size_t index, const Sink& sink);
 
   /// The archive below, for entries that travel packed into another archive.
-  zip_t* Handle() const { return zip_.get(); }
+  zip_t* Handle();
 
  private:
   struct Discard {
@@ -68,14 +73,17 @@ class ZipFile {
   };
 
   void Open();
+  /// An entry's packed bytes by one reading of the file; empty where its header is not found.
+  std::string_view PackedBytes(const ArchiveEntry& entry);
   void ReadEntries();
   libdeflate_decompressor* Decompressor();
-  void UnpackWhole(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
+  void UnpackWhole(const ArchiveEntry& entry, std::string_view packed, const Sink& sink);
   void UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
   void UnpackRare(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
 
   std::string hostPath_;
-  std::unique_ptr<zip_t, Discard> zip_;
+  RawInput input_;
+  std::unique_ptr<zip_t, Discard> zip_;  // of a further object: opened when it is needed
   std::vector<ArchiveEntry> ownEntries_;
   const std::vector<ArchiveEntry>& entries_;
   std::unique_ptr<libdeflate_decompressor, FreeDecompressor> decompressor_;  // made when it is needed

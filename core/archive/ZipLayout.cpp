@@ -10,7 +10,7 @@
 namespace quillon {
 namespace {
 
-constexpr std::size_t kEndRecord = 22, kLongestComment = 65535, kDirectoryEntry = 46, kLocalHeader = 30;
+constexpr std::size_t kEndRecord = 22, kLongestComment = 65535, kDirectoryEntry = 46;
 constexpr std::size_t kLongLocator = 20, kLongEndRecord = 56;
 constexpr std::uint64_t kMostDirectory = 64u << 20;  // bytes
 constexpr std::string_view kEndMark = "PK\5\6", kEntryMark = "PK\1\2", kDataMark = "PK\3\4";
@@ -102,6 +102,23 @@ Span SpanOf(std::string_view bytes, std::uint64_t stub) {
   return {begin, end < packed ? ~std::uint64_t{0} : end, bytes.substr(kDirectoryEntry, nameSize)};
 }
 
+/// The directory's own span, and those of its entries in its order; empty when it can't be read.
+std::vector<Span> SpansIn(const RawInput& file, std::string& bytes) {
+  const auto directory = FindDirectory(file);
+  if (!directory || directory->size > std::min(directory->end, kMostDirectory)) return {};
+  const std::uint64_t stub = StubOf(file, *directory), begin = stub + directory->at;
+  bytes = ReadAt(file, begin, static_cast<std::size_t>(directory->size));
+  std::vector<Span> spans = {{begin, begin + directory->size, "the archive's directory"}};
+  for (std::string_view rest = bytes; rest.size() >= kDirectoryEntry && rest.starts_with(kEntryMark);) {
+    const std::size_t size =
+        kDirectoryEntry + Number(rest, 28, 2) + Number(rest, 30, 2) + Number(rest, 32, 2);
+    if (size > rest.size()) break;
+    spans.push_back(SpanOf(rest, stub));
+    rest.remove_prefix(size);
+  }
+  return spans;
+}
+
 }  // namespace
 
 std::uint64_t StubBytes(const std::string& hostPath) {
@@ -111,23 +128,26 @@ std::uint64_t StubBytes(const std::string& hostPath) {
 }
 
 std::string FindOverlap(const std::string& hostPath) {
-  const RawInput file(hostPath);
-  const auto directory = FindDirectory(file);
-  if (!directory || directory->size > std::min(directory->end, kMostDirectory)) return {};
-  const std::uint64_t stub = StubOf(file, *directory), begin = stub + directory->at;
-  const std::string bytes = ReadAt(file, begin, static_cast<std::size_t>(directory->size));
-  std::vector<Span> spans = {{begin, begin + directory->size, "the archive's directory"}};
-  for (std::string_view rest = bytes; rest.size() >= kDirectoryEntry && rest.starts_with(kEntryMark);) {
-    const std::size_t size =
-        kDirectoryEntry + Number(rest, 28, 2) + Number(rest, 30, 2) + Number(rest, 32, 2);
-    if (size > rest.size()) break;
-    spans.push_back(SpanOf(rest, stub));
-    rest.remove_prefix(size);
-  }
+  std::string bytes;
+  std::vector<Span> spans = SpansIn(RawInput(hostPath), bytes);
   std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.begin < b.begin; });
   for (std::size_t i = 1; i < spans.size(); ++i)
     if (spans[i].begin < spans[i - 1].end) return std::string(spans[i].name);
   return {};
+}
+
+std::vector<std::uint64_t> EntryPlaces(const std::string& hostPath) {
+  std::string bytes;
+  const std::vector<Span> spans = SpansIn(RawInput(hostPath), bytes);
+  std::vector<std::uint64_t> places;
+  places.reserve(spans.size());
+  for (std::size_t i = 1; i < spans.size(); ++i) places.push_back(spans[i].begin);
+  return places;
+}
+
+std::size_t HeaderSize(std::string_view bytes) {
+  if (bytes.size() < kLocalHeader || !bytes.starts_with(kDataMark)) return 0;
+  return kLocalHeader + Number(bytes, 26, 2) + Number(bytes, 28, 2);
 }
 
 }  // namespace quillon

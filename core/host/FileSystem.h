@@ -89,9 +89,19 @@ class FileSystem {
   virtual FileCode Delete(std::string_view path) = 0;
   /// Renames a file or folder; a name that is taken is refused with AlreadyExists.
   virtual FileCode Move(std::string_view from, std::string_view to) = 0;
+  struct CopyOrder {
+    std::string from, to;
+  };
+  using HearsDone = std::function<void(std::size_t index, FileCode code)>;
+
   /// Copies a file with its time and read-only mark. An existing target is replaced; a read-only one is
   /// refused.
   virtual FileCode Copy(std::string_view from, std::string_view to) = 0;
+  /// Copies each as Copy does, as many at once as suits the host; `done` hears of each, in order. None starts
+  /// long before those in front of it.
+  virtual void CopyMany(const std::vector<CopyOrder>& orders, const HearsDone& done);
+  /// Deletes each, likewise.
+  virtual void DeleteMany(const std::vector<std::string>& paths, const HearsDone& done);
   /// One level only.
   virtual FileCode CreateFolder(std::string_view path) = 0;
   /// Removes an empty folder, or a link to one.
@@ -163,6 +173,14 @@ class FileSystem {
   virtual void BeginPass() = 0;
   virtual void EndPass() = 0;
 };
+
+inline void FileSystem::CopyMany(const std::vector<CopyOrder>& orders, const HearsDone& done) {
+  for (std::size_t i = 0; i < orders.size(); ++i) done(i, Copy(orders[i].from, orders[i].to));
+}
+
+inline void FileSystem::DeleteMany(const std::vector<std::string>& paths, const HearsDone& done) {
+  for (std::size_t i = 0; i < paths.size(); ++i) done(i, Delete(paths[i]));
+}
 
 /// The file calls of this machine.
 std::unique_ptr<FileSystem> MakeHostFileSystem();

@@ -58,11 +58,14 @@ void AddNames(std::string_view path, bool wildcards, PathText& text) {
   }
 }
 
-bool HasWildcard(std::string_view name) { return name.find_first_of("*?") != name.npos; }
+bool HasWildcard(std::string_view name) {
+  return std::any_of(name.begin(), name.end(), [](char c) { return c == '*' || c == '?'; });
+}
 
 bool HasRefusedLetter(std::string_view name) { return std::any_of(name.begin(), name.end(), IsRefused); }
 
 std::string WithStandIns(std::string_view hostName) {
+  if (std::none_of(hostName.begin(), hostName.end(), NeedsStandIn)) return std::string(hostName);
   std::string text;
   for (const char c : hostName) {
     if (!NeedsStandIn(c)) {
@@ -76,6 +79,7 @@ std::string WithStandIns(std::string_view hostName) {
 }
 
 std::string WithoutStandIns(std::string_view text) {
+  if (text.find('\xEF') == text.npos) return std::string(text);
   std::string name;
   for (std::size_t at = 0; at < text.size();) {
     const char c = StandsFor(text.substr(at));

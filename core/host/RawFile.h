@@ -44,7 +44,14 @@ class RawInput {
   bool IsOpen() const { return handle_ >= 0; }
   std::uint64_t Size() const;
   /// `count` bytes, fewer at the end of the file. False when the device fails.
-  bool ReadAt(std::uint64_t offset, std::size_t count, std::string& bytes) const;
+  bool ReadAt(std::uint64_t offset, std::size_t count, std::string& bytes) const {
+    bytes.resize(count);
+    const bool works = ReadInto(offset, bytes.data(), count);
+    bytes.resize(count);
+    return works;
+  }
+  /// The same into a buffer of the caller's; `count` becomes the number of bytes that came.
+  bool ReadInto(std::uint64_t offset, char* bytes, std::size_t& count) const;
 
  private:
   std::intptr_t handle_ = -1;

@@ -11,12 +11,15 @@
 #include <cstdlib>
 #include <future>
 #include <iterator>
+#include <unordered_set>
 #include <utility>
 
 #include "core/Text.h"
 #include "core/host/FileSystem.h"
 #include "core/host/Wildcards.h"
+#include "core/host/Workers.h"
 #include "core/host/posix_errors.h"
+#include "core/host/posix_file_acts.h"
 #include "core/host/posix_file_facts.h"
 #include "core/host/posix_folder_tree.h"
 #include "core/host/posix_new_file.h"
@@ -35,15 +38,7 @@ class PosixOutputFile final : public OutputFile {
 };
 
 constexpr std::size_t kManyNames = 2000;
-
-/// Where a file's bytes are to go.
-struct Target {
-  Place place;
-  std::string host;  // not through a link, so that the link stays one
-  struct stat old = {};
-
-  bool Replaces() const { return place.Exists(); }
-};
+constexpr std::size_t kTogether = 256;  // files that are copied or deleted before the caller hears of them
 
 class PosixFileSystem final : public FileSystem {
  public:
@@ -55,6 +50,8 @@ class PosixFileSystem final : public FileSystem {
   FileCode Delete(std::string_view path) override;
   FileCode Move(std::string_view from, std::string_view to) override;
   FileCode Copy(std::string_view from, std::string_view to) override;
+  void CopyMany(const std::vector<CopyOrder>& orders, const HearsDone& done) override;
+  void DeleteMany(const std::vector<std::string>& paths, const HearsDone& done) override;
   FileCode CreateFolder(std::string_view path) override;
   FileCode RemoveFolder(std::string_view path) override;
   FileCode Read(std::string_view path, std::string& bytes, std::uint64_t limit) override;
@@ -78,7 +75,13 @@ class PosixFileSystem final : public FileSystem {
   Place Locate(std::string_view path);
   FileCode FindOne(std::string_view path, std::vector<FoundFile>& found);
   FileCode LocateTarget(std::string_view path, Target& target);
-  FileCode CopyInto(const std::string& source, Target& target);
+  struct CopyTask {
+    std::string source;  // a host path
+    Target target;
+    FileCode code = FileCode::Ok;
+  };
+  CopyTask Prepare(const CopyOrder& order);
+  void Finish(const CopyTask& task);
   FileCode Respell(const Place& place);
   FileCode MoveAcross(const Place& source, const Place& place);
 
@@ -228,12 +231,28 @@ FileCode PosixFileSystem::Delete(std::string_view path) {
   StartCall();
   const Place place = Locate(path);
   if (!place.Exists()) return place.code;
-  FoundFile file;
-  if (const int error = Inspect(place.host, file); error != 0) return CodeOf(error, place.host);
-  if ((file.attributes & (kFolder | kReadOnly)) != 0) return FileCode::AccessDenied;
-  if (::unlink(place.host.c_str()) != 0) return CodeOf(errno, place.host);
-  tree_.Remove(place);
-  return FileCode::Ok;
+  const FileCode code = DeleteAt(place.host);
+  if (code == FileCode::Ok) tree_.Remove(place);
+  return code;
+}
+
+void PosixFileSystem::DeleteMany(const std::vector<std::string>& paths, const HearsDone& done) {
+  std::vector<Place> places;
+  for (std::size_t begin = 0; begin < paths.size(); begin += places.size()) {
+    StartCall();
+    places.clear();
+    for (std::size_t i = begin; i < paths.size() && places.size() < kTogether; ++i)
+      places.push_back(Locate(paths[i]));
+    OnAllProcessors(
+        places.size(),
+        [&](std::size_t i) {
+          if (places[i].Exists()) places[i].code = DeleteAt(places[i].host);
+        },
+        [this](std::size_t) { Idle(); });
+    for (const auto& place : places)
+      if (place.Exists()) tree_.Remove(place);
+    for (std::size_t i = 0; i < places.size(); ++i) done(begin + i, places[i].code);
+  }
 }
 
 FileCode PosixFileSystem::Move(std::string_view from, std::string_view to) {
@@ -271,8 +290,10 @@ FileCode PosixFileSystem::Respell(const Place& place) {
 FileCode PosixFileSystem::MoveAcross(const Place& source, const Place& place) {
   FoundFile file;
   if (Inspect(source.host, file) != 0 || file.folder()) return FileCode::Failed;
-  Target target{place, place.host};
-  if (const FileCode code = CopyInto(source.host, target); code != FileCode::Ok) return code;
+  const CopyTask task{
+      source.host, {place, place.host}, CopyInto(source.host, {place, place.host}, [this] { Idle(); })};
+  if (task.code != FileCode::Ok) return task.code;
+  Finish(task);
   if (::unlink(source.host.c_str()) != 0) return CodeOf(errno, source.host);
   tree_.Remove(source);
   return FileCode::Ok;
@@ -299,33 +320,45 @@ FileCode PosixFileSystem::LocateTarget(std::string_view path, Target& target) {
 }
 
 FileCode PosixFileSystem::Copy(std::string_view from, std::string_view to) {
-  StartCall();
-  const Place source = Locate(from);
-  if (!source.Exists()) return source.code;
-  Target target;
-  const FileCode code = LocateTarget(to, target);
-  return code == FileCode::Ok ? CopyInto(source.host, target) : code;
+  CopyTask task = Prepare({std::string(from), std::string(to)});
+  if (task.code == FileCode::Ok) task.code = CopyInto(task.source, task.target, [this] { Idle(); });
+  Finish(task);
+  return task.code;
 }
 
-FileCode PosixFileSystem::CopyInto(const std::string& source, Target& target) {
-  // Must not wait for someone at the other end of a pipe.
-  const Descriptor in(::open(source.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-  struct stat file;
-  if (!in.IsOpen() || ::fstat(in.Number(), &file) != 0) return CodeOf(errno, source);
-  if (!S_ISREG(file.st_mode)) return FileCode::AccessDenied;
-  if (target.Replaces() && file.st_dev == target.old.st_dev && file.st_ino == target.old.st_ino)
-    return FileCode::SharingViolation;
+PosixFileSystem::CopyTask PosixFileSystem::Prepare(const CopyOrder& order) {
+  StartCall();
+  CopyTask task;
+  const Place source = Locate(order.from);
+  task.source = source.host;
+  task.code = source.Exists() ? LocateTarget(order.to, task.target) : source.code;
+  return task;
+}
 
-  NewFile out(target.host, target.Replaces(), file.st_mode & 0777);
-  const timespec times[2] = {{0, UTIME_OMIT}, file.st_mtim};
-  int error = out.Error();
-  if (error == 0)
-    error =
-        CopyBytes(in.Number(), out.Number(), static_cast<std::uint64_t>(file.st_size), [this] { Idle(); });
-  if (error == 0 && ::futimens(out.Number(), times) != 0) error = errno;
-  if (error == 0) error = out.Publish();
-  if (error == 0 && !target.Replaces()) tree_.Add(target.place, DT_REG);
-  return CodeOf(error, target.host);
+void PosixFileSystem::Finish(const CopyTask& task) {
+  if (task.code == FileCode::Ok && !task.target.Replaces()) tree_.Add(task.target.place, DT_REG);
+}
+
+void PosixFileSystem::CopyMany(const std::vector<CopyOrder>& orders, const HearsDone& done) {
+  std::vector<CopyTask> tasks;
+  for (std::size_t begin = 0; begin < orders.size(); begin += tasks.size()) {
+    tasks.clear();
+    // One that has to do with what another makes comes after it.
+    std::unordered_set<std::string> made;
+    for (std::size_t i = begin; i < orders.size() && tasks.size() < kTogether; ++i) {
+      if (made.contains(UpperCase(orders[i].from)) || !made.insert(UpperCase(orders[i].to)).second) break;
+      tasks.push_back(Prepare(orders[i]));
+    }
+    OnAllProcessors(
+        tasks.size(),
+        [&](std::size_t i) {
+          if (tasks[i].code == FileCode::Ok)
+            tasks[i].code = CopyInto(tasks[i].source, tasks[i].target, [] {});
+        },
+        [this](std::size_t) { Idle(); });
+    for (const auto& task : tasks) Finish(task);
+    for (std::size_t i = 0; i < tasks.size(); ++i) done(begin + i, tasks[i].code);
+  }
 }
 
 FileCode PosixFileSystem::CreateFolder(std::string_view path) {

@@ -180,18 +180,19 @@ Place FolderTree::Locate(const PathText& text) {
 }
 
 Place FolderTree::LocateAgain(std::string_view path) {
-  const auto cut = path.find_last_of("\\/");
-  const std::string_view name = path.substr(cut + 1);
-  if (cut == path.npos || name.empty() || name == "." || name == "..") return Locate(TakeApart(path));
-  const std::string folderText(path.substr(0, cut));
+  const auto begin = std::find_if(path.rbegin(), path.rend(), IsSeparator).base();
+  const std::string_view name = path.substr(static_cast<std::size_t>(begin - path.begin()));
+  if (name.size() == path.size() || name.empty() || name == "." || name == "..")
+    return Locate(TakeApart(path));
+  const std::string_view folderText = path.substr(0, path.size() - name.size() - 1);
   const auto known = remembered_.find(folderText);
   if (known == remembered_.end()) {
     const Place place = Locate(TakeApart(path));
     const bool inFolder = place.folder != nullptr && place.host.size() > place.name.size();
     if (inFolder && remembered_.size() >= kMostRemembered) remembered_.clear();
     if (inFolder)
-      remembered_[folderText] = {place.folder,
-                                 place.host.substr(0, place.host.size() - place.name.size() - 1)};
+      remembered_[std::string(folderText)] = {
+          place.folder, place.host.substr(0, place.host.size() - place.name.size() - 1)};
     return place;
   }
   Place place;

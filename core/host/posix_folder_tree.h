@@ -2,6 +2,7 @@
 // be.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -88,8 +89,13 @@ class FolderTree {
     std::string host;
   };
 
+  struct HashText {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+  };
+
   std::shared_ptr<FolderNode> root_;
-  std::unordered_map<std::string, Remembered> remembered_;
+  std::unordered_map<std::string, Remembered, HashText, std::equal_to<>> remembered_;
 };
 
 }  // namespace quillon

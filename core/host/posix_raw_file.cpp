@@ -83,17 +83,14 @@ std::uint64_t RawInput::Size() const {
   return ::fstat(Fd(handle_), &file) == 0 ? static_cast<std::uint64_t>(file.st_size) : 0;
 }
 
-bool RawInput::ReadAt(std::uint64_t offset, std::size_t count, std::string& bytes) const {
-  bytes.resize(count);
-  std::size_t filled = 0;
-  while (filled < count) {
-    const auto part =
-        ::pread(Fd(handle_), bytes.data() + filled, count - filled, static_cast<off_t>(offset + filled));
+bool RawInput::ReadInto(std::uint64_t offset, char* bytes, std::size_t& count) const {
+  const std::size_t wanted = std::exchange(count, 0);
+  while (count < wanted) {
+    const auto part = ::pread(Fd(handle_), bytes + count, wanted - count, static_cast<off_t>(offset + count));
     if (part < 0 && errno != EINTR) return false;
     if (part == 0) break;
-    if (part > 0) filled += static_cast<std::size_t>(part);
+    if (part > 0) count += static_cast<std::size_t>(part);
   }
-  bytes.resize(filled);
   return true;
 }
 

@@ -94,21 +94,17 @@ std::uint64_t RawInput::Size() const {
   return ::GetFileSizeEx(ToHandle(handle_), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
 }
 
-bool RawInput::ReadAt(std::uint64_t offset, std::size_t count, std::string& bytes) const {
-  bytes.resize(count);
-  std::size_t filled = 0;
-  while (filled < count) {
-    OVERLAPPED place = PlaceAt(offset + filled);
-    const auto wanted = static_cast<DWORD>(std::min(count - filled, kMostBytes));
+bool RawInput::ReadInto(std::uint64_t offset, char* bytes, std::size_t& count) const {
+  const std::size_t wanted = std::exchange(count, 0);
+  while (count < wanted) {
+    OVERLAPPED place = PlaceAt(offset + count);
     DWORD part = 0;
-    if (::ReadFile(ToHandle(handle_), bytes.data() + filled, wanted, &part, &place) == 0) {
-      if (::GetLastError() != ERROR_HANDLE_EOF) return false;
-      break;
-    }
+    if (::ReadFile(ToHandle(handle_), bytes + count, static_cast<DWORD>(std::min(wanted - count, kMostBytes)),
+                   &part, &place) == 0)
+      return ::GetLastError() == ERROR_HANDLE_EOF;
     if (part == 0) break;
-    filled += part;
+    count += part;
   }
-  bytes.resize(filled);
   return true;
 }
 

@@ -1,18 +1,16 @@
-#include "core/OnAllProcessors.h"
+#include "core/host/Workers.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
 #include <exception>
 #include <mutex>
-#include <thread>
-#include <vector>
-
-#include "core/archive/ExtractPool.h"
 
 namespace quillon {
 namespace {
 
+constexpr unsigned kMostThreads = 6;  // each may hold a packed and an unpacked entry
 constexpr auto kTickInterval = std::chrono::milliseconds(20);
 
 class Shared {
@@ -26,7 +24,7 @@ class Shared {
   }
 
   void Run(const std::function<void(std::size_t done)>& tick) {
-    StartWorkers(threads_, WorkerCount(), [this] { Work(); });
+    if (count_ > 1) StartWorkers(threads_, WorkerCount(), [this] { Work(); });
     if (threads_.empty()) Work();
     for (std::unique_lock lock(mutex_); done_ < count_ && !failure_;) {
       allDone_.wait_for(lock, kTickInterval);
@@ -62,6 +60,17 @@ class Shared {
 };
 
 }  // namespace
+
+unsigned WorkerCount() { return std::clamp(std::thread::hardware_concurrency(), 1u, kMostThreads); }
+
+void StartWorkers(std::vector<std::thread>& threads, unsigned count, const std::function<void()>& work) {
+  threads.reserve(count);
+  try {
+    while (threads.size() < count) threads.emplace_back(work);
+  } catch (const std::exception&) {
+    // Those that run do it all. None of them may be left behind by an exception.
+  }
+}
 
 void OnAllProcessors(std::size_t count, const std::function<void(std::size_t)>& work,
                      const std::function<void(std::size_t done)>& tick) {
