@@ -47,6 +47,8 @@ install_as(${CMAKE_CURRENT_LIST_DIR}/quillon.desktop applications quillon.deskto
 install_as(${CMAKE_CURRENT_LIST_DIR}/quillon.xml mime/packages quillon.xml)
 install_as(${CMAKE_CURRENT_LIST_DIR}/quillon.bash-completion bash-completion/completions quillon)
 install_as(${CMAKE_CURRENT_LIST_DIR}/copyright doc/quillon copyright)
+# What a package's script has made; a plain build has none.
+install(FILES ${made}/THIRD-PARTY.txt DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/quillon OPTIONAL)
 install_as(${CMAKE_CURRENT_LIST_DIR}/quillon.lintian-overrides lintian/overrides quillon)
 install_as(${PROJECT_SOURCE_DIR}/docs/custom-scripts.md doc/quillon custom-scripts.md)
 

@@ -20,7 +20,7 @@ VIProductVersion "${NUMBERS}"
 VIAddVersionKey CompanyName "Ostrand"
 VIAddVersionKey FileDescription "Quillon, a route manager for Microsoft Train Simulator"
 VIAddVersionKey FileVersion "${VERSION}"
-VIAddVersionKey LegalCopyright ""
+VIAddVersionKey LegalCopyright "2026 the Quillon developers, MIT License"
 VIAddVersionKey ProductName "Quillon"
 VIAddVersionKey ProductVersion "${VERSION}"
 

@@ -1,5 +1,6 @@
 # The real program on a display of its own, for the scripts that drive it from outside: they source this with
-# the folder of the programs and, for those who want pictures, a folder for them. `manager` names a window manager.
+# the folder of the programs and, for those who want pictures, a folder for them. `manager` names a window manager,
+# `sample_scale` the size of the sample.
 programs=$1 pictures=${2:-}
 world=$(mktemp -d)
 export HOME=$world/home QT_QPA_PLATFORM=xcb XDG_RUNTIME_DIR=$world/run
@@ -25,7 +26,7 @@ click() {  # x y in the window that is on top
 }
 picture() { [[ -z $pictures ]] || { sleep 0.3; import -window "$(window "$title" | tail -1)" "$pictures/$1.png"; }; }
 
-"$programs/quillon" sample "$world/s" >/dev/null
+"$programs/quillon" sample "$world/s" ${sample_scale:+--scale "$sample_scale"} >/dev/null
 "$programs/quillon" --app "$app" setup --game "$world/s/game" >/dev/null
 mkdir "$app/downloaded_routes" && cp "$world/s/zips/"*.zip "$app/downloaded_routes/"
 
