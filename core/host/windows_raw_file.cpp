@@ -35,7 +35,7 @@ OVERLAPPED PlaceAt(std::uint64_t offset) {
   return place;
 }
 
-constexpr std::size_t kMostBytes = std::size_t{1} << 30;  // of one call
+constexpr std::size_t kMostOfOneCall = std::size_t{1} << 30;  // of one call
 
 }  // namespace
 
@@ -99,7 +99,7 @@ bool RawInput::ReadInto(std::uint64_t offset, char* bytes, std::size_t& count) c
   while (count < wanted) {
     OVERLAPPED place = PlaceAt(offset + count);
     DWORD part = 0;
-    if (::ReadFile(ToHandle(handle_), bytes + count, static_cast<DWORD>(std::min(wanted - count, kMostBytes)),
+    if (::ReadFile(ToHandle(handle_), bytes + count, static_cast<DWORD>(std::min(wanted - count, kMostOfOneCall)),
                    &part, &place) == 0)
       return ::GetLastError() == ERROR_HANDLE_EOF;
     if (part == 0) break;
