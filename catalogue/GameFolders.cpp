@@ -62,6 +62,24 @@ std::string TextOfHostPath(Program& program, const std::string& path) {
   return game + ReplaceAll(hostPath.substr(hostGame.size()), "/", "\\");
 }
 
+std::string MissingRights(Program& program, const std::string& folder) {
+  Files& files = program.files;
+  const std::string game = CutBackslash(folder);
+  if (!files.FileExists(game + std::string(kTrainExe))) return {};
+  const auto isShut = [&](const std::string& path) {
+    return files.IsPathAFolder(path) && !files.Host().MayWrite(path);
+  };
+  const auto tell = [&](const std::string& path, const std::string& whose) {
+    const std::string host = files.Host().HostPath(path);
+    return "You may not write into " + host + ". Give yourself the right to change this folder, or install " +
+           whose + " in a folder of your own" +
+           (Contains(UpperCase(host), "\\PROGRAM FILES") ? ", outside Program Files." : ".");
+  };
+  for (const std::string_view below : {"", "\\Routes", "\\Routes\\Quillon-route", "\\Trains\\Consists"})
+    if (const std::string path = game + std::string(below); isShut(path)) return tell(path, "Train Simulator");
+  return isShut(program.app.App()) ? tell(program.app.App(), "Quillon") : "";
+}
+
 bool StoreGameFolder(Program& program, const std::string& path) {
   program.shared.TrainSimPath = CutBackslash(path);
   if (!program.files.IsPathAFolder(path)) {

@@ -8,7 +8,7 @@
 #include <new>
 #include <utility>
 
-#include "core/RunTimeError.h"
+#include "core/Files.h"
 #include "core/archive/ExtractPool.h"
 #include "core/host/RawFile.h"
 
@@ -71,7 +71,11 @@ PackedFile Packer::Pack(const std::string& bytes) {
 
 std::string ReadWhole(const std::string& hostPath, const std::string& path) {
   const RawInput file(hostPath);
-  if (!file.IsOpen()) throw RunTimeError(ErrorNumber::PathFileAccessError, path, "it can't be opened");
+  if (!file.IsOpen()) {
+    const std::string reason = OpenElsewhere(path);
+    throw RunTimeError(ErrorNumber::PathFileAccessError, path,
+                       reason.empty() ? "it can't be opened" : reason);
+  }
   std::string bytes;
   if (!file.ReadAt(0, file.Size(), bytes)) throw RunTimeError(ErrorNumber::DeviceIoError, path);
   return bytes;
