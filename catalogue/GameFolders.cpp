@@ -69,15 +69,15 @@ std::string MissingRights(Program& program, const std::string& folder) {
   const auto isShut = [&](const std::string& path) {
     return files.IsPathAFolder(path) && !files.Host().MayWrite(path);
   };
-  const auto tell = [&](const std::string& path, const std::string& whose) {
-    const std::string host = files.Host().HostPath(path);
-    return "You may not write into " + host + ". Give yourself the right to change this folder, or install " +
-           whose + " in a folder of your own" +
-           (Contains(UpperCase(host), "\\PROGRAM FILES") ? ", outside Program Files." : ".");
+  const auto tell = [&](const std::string& path, const std::string& named, const std::string& what) {
+    const bool guarded = Contains(UpperCase(files.Host().HostPath(path)), "PROGRAM FILES");
+    return "You may not write into " + named + ". Give yourself the right to, or install " + what +
+           (guarded ? " elsewhere, outside Program Files." : " elsewhere.");
   };
-  for (const std::string_view below : {"", "\\Routes", "\\Routes\\Quillon-route", "\\Trains\\Consists"})
-    if (const std::string path = game + std::string(below); isShut(path)) return tell(path, "Train Simulator");
-  return isShut(program.app.App()) ? tell(program.app.App(), "Quillon") : "";
+  for (const std::string below : {"", "\\Routes", "\\Routes\\Quillon-route", "\\Trains\\Consists"})
+    if (isShut(game + below))
+      return tell(game, below.empty() ? "this folder" : "its folder " + below.substr(1), "the game");
+  return isShut(program.app.App()) ? tell(program.app.App(), "Quillon's own folder", "Quillon") : "";
 }
 
 bool StoreGameFolder(Program& program, const std::string& path) {

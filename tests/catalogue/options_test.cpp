@@ -34,6 +34,21 @@ TEST_F(OptionsTest, OkStoresTheFolder) {
   EXPECT_EQ(MainTexts({"FlashTarget"}), "options");
 }
 
+TEST_F(OptionsTest, MissingRightsAreToldAndTheFolderIsStoredAllTheSame) {
+  if (!HasPermissions()) GTEST_SKIP() << "folders are shut in another way here";
+  FirstRun();
+  const WithoutPrivileges user(Root());
+  const std::string whole = Capture([&] { SetOptions(Game()); });
+  EXPECT_FALSE(Contains(whole, "write")) << whole;
+  const std::vector<std::pair<std::string, std::string>> shuts = {
+      {Game(), "into this folder"}, {GamePath("TRAINS\\CONSISTS"), "Trains\\Consists"}, {App(), "Quillon's own"}};
+  for (const auto& [folder, named] : shuts) {
+    const ShutFolder shut(folder);
+    EXPECT_TRUE(Contains(Capture([&] { SetOptions(Game()); }), named)) << folder;
+    EXPECT_EQ(Stored(), Game() + "|Yes|string:" + Game());
+  }
+}
+
 TEST_F(OptionsTest, OkRefusesWhatIsNoFolder) {
   Run("start");
   EXPECT_EQ(SetOptions(Game() + "/train.exe", true), 3);

@@ -130,7 +130,9 @@ TEST_F(FileSystemTest, WhatIsHeldForAMomentIsWaitedFor) {
     if (!Exists("held")) Put("held");
     if (i == 0) written("old");
     EXPECT_TRUE(WaitsFor(Hold(Host("held"), 0), acts[i])) << i;
-    if (i == 2) EXPECT_EQ(Read("held"), "[S]\r\nK=new\r\n");
+    if (i == 2) {
+      EXPECT_EQ(Read("held"), "[S]\r\nK=new\r\n");
+    }
   }
 }
 
