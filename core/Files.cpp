@@ -41,11 +41,6 @@ ErrorNumber NumberOf(FileCode code) {
   }
 }
 
-std::string OpenElsewhere(std::string_view path) {
-  const std::string holder = HolderOf(path);
-  return holder.empty() ? "" : kOpenIn + holder;
-}
-
 void RaiseFileError(FileCode code, std::string_view path) {
   if (code == FileCode::Ok) return;
   std::string reason;

@@ -17,9 +17,6 @@ namespace quillon {
 /// The classic number that stands for a failure.
 ErrorNumber NumberOf(FileCode code);
 
-/// As the reason of an error: which programs have the file or folder at `path` open; empty when none is known.
-std::string OpenElsewhere(std::string_view path);
-
 /// Throws the RunTimeError that stands for `code` after an attempt to change something; nothing for Ok.
 void RaiseFileError(FileCode code, std::string_view path);
 

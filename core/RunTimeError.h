@@ -30,8 +30,6 @@ const char* ErrorText(ErrorNumber number);
 // The reasons of errors that come from a missing permission.
 inline constexpr const char* kNoPermission = "it is read-only or there is no permission to change it";
 inline constexpr const char* kNoPermissionToRead = "there is no permission to read it";
-/// What stands before the names of programs that have the file open.
-inline constexpr const char* kOpenIn = "it is open in ";
 
 /// A failure that nothing on the way handles: the programs' mains report it and end.
 class RunTimeError : public std::exception {

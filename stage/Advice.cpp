@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "core/Text.h"
+#include "core/host/Holder.h"
 #include "core/host/PathText.h"
 
 namespace quillon {

@@ -8,8 +8,9 @@
 #include <new>
 #include <utility>
 
-#include "core/Files.h"
+#include "core/RunTimeError.h"
 #include "core/archive/ExtractPool.h"
+#include "core/host/Holder.h"
 #include "core/host/RawFile.h"
 
 namespace quillon {

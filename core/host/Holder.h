@@ -11,4 +11,13 @@ namespace quillon {
 /// known, and on hosts where an open file stands in nobody's way.
 std::string HolderOf(std::string_view path);
 
+/// What stands before their names in the reason of an error.
+inline constexpr const char* kOpenIn = "it is open in ";
+
+/// The same as the reason of an error; empty when none is known.
+inline std::string OpenElsewhere(std::string_view path) {
+  const std::string holder = HolderOf(path);
+  return holder.empty() ? holder : kOpenIn + holder;
+}
+
 }  // namespace quillon

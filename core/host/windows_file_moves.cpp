@@ -59,11 +59,14 @@ FileCode MoveAcross(const std::wstring& from, const std::wstring& to, const std:
 
 /// Whether all that is left in a folder is deleted, and only still open somewhere.
 bool IsEmptySoon(const std::wstring& folder) {
+  constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  constexpr DWORD kAsItself = FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT;
   bool goes = true;
   const FileCode code = List(folder, [&](FoundFile&& file) {
     if (file.dots()) return true;
-    goes = ::GetFileAttributesW((folder + L"\\" + Widen(file.name)).c_str()) == INVALID_FILE_ATTRIBUTES &&
-           IsDeletePending(::GetLastError());
+    const Handle open(::CreateFileW((folder + L"\\" + Widen(file.name)).c_str(), 0, kShareAll, nullptr,
+                                    OPEN_EXISTING, kAsItself, nullptr));
+    goes = !open.IsOpen() && IsDeletePending(::GetLastError());
     return goes;
   });
   return code == FileCode::Ok && goes;

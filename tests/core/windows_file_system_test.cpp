@@ -127,8 +127,7 @@ TEST_F(FileSystemTest, WhatIsHeldForAMomentIsWaitedFor) {
       [&] { EXPECT_EQ(Move("held", "moved"), Ok); }};
   for (std::size_t i = 0; i < acts.size(); ++i) {
     out_.reset();
-    if (!Exists("held")) Put("held");
-    if (i == 0) written("old");
+    if (!Exists("held")) Put("held", "[S]\r\nK=old\r\n");
     EXPECT_TRUE(WaitsFor(Hold(Host("held"), 0), acts[i])) << i;
     if (i == 2) {
       EXPECT_EQ(Read("held"), "[S]\r\nK=new\r\n");
@@ -138,6 +137,7 @@ TEST_F(FileSystemTest, WhatIsHeldForAMomentIsWaitedFor) {
 
 TEST_F(FileSystemTest, WhatIsDeletedButStillOpenIsWaitedFor) {
   for (const bool whole : {false, true}) {
+    if (whole && UnderWine()) continue;  // it tells of such a file as of any other
     Put("folder/file");
     const HANDLE held = Hold(Host("folder/file"), FILE_SHARE_READ | FILE_SHARE_DELETE);
     EXPECT_EQ(Delete("folder\\file"), Ok);

@@ -4,6 +4,7 @@
 
 #include "core/host/ProfileFunctions.h"
 #include "core/host/Registry.h"
+#include "core/host/windows_text.h"
 #include "tests/world/TestFolder.h"
 
 namespace quillon {
@@ -23,32 +24,33 @@ class WindowsRegistryTest : public testing::Test, protected TestFolder {
 
 TEST_F(WindowsRegistryTest, WhoMayNotChangeTheMachinesGetsKeysOfHisOwn) {
   const std::string yes = "Yes", type = "Larkmoor.Compressed.Route\\DefaultIcon";
-  registry_->CreateKey(RegRoot::LocalMachine, kLarkmoorKey);
+  HKEY machine = nullptr, user = nullptr;
+  // In what is forgotten at the end of a session nothing lasting can be made.
+  ASSERT_EQ(::RegCreateKeyExW(HKEY_CURRENT_USER, L"machine", 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS,
+                              nullptr, &machine, nullptr),
+            ERROR_SUCCESS);
+  for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CLASSES_ROOT}) ::RegOverridePredefKey(root, machine);
+  ::RegCreateKeyExW(machine, Widen(kLarkmoorKey).c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS,
+                    nullptr, &user, nullptr);
+  ::RegCloseKey(user);
   registry_->RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath", std::string("C:\\machine"));
-  HKEY user = nullptr, gone = nullptr, machine = nullptr, classes = nullptr;
-  ASSERT_EQ(::RegOpenKeyW(HKEY_LOCAL_MACHINE, nullptr, &machine), ERROR_SUCCESS);
-  ASSERT_EQ(::RegOpenKeyW(HKEY_CLASSES_ROOT, nullptr, &classes), ERROR_SUCCESS);
-  // In a key that is deleted nobody makes anything.
-  ASSERT_EQ(::RegCreateKeyW(HKEY_CURRENT_USER, L"gone", &gone), ERROR_SUCCESS);
-  ::RegDeleteKeyW(HKEY_CURRENT_USER, L"gone");
-  for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CLASSES_ROOT}) ::RegOverridePredefKey(root, gone);
+  registry_->RegSetValue(RegRoot::LocalMachine, kQuillonKey, "Associated", yes);
+  EXPECT_EQ(Get(RegRoot::LocalMachine, kQuillonKey, "Associated"), "") << "the key is missing";
   for (int again = 0; again < 2; ++again) {
     registry_->CreateKey(RegRoot::LocalMachine, kQuillonKey);
     registry_->CreateKey(RegRoot::ClassesRoot, type);
   }
   registry_->RegSetValue(RegRoot::LocalMachine, kQuillonKey, "Associated", yes);
   registry_->RegSetValue(RegRoot::ClassesRoot, type, "", yes);
-  registry_->RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath", std::string("C:\\own"));
   EXPECT_EQ(Get(RegRoot::LocalMachine, kQuillonKey, "Associated"), yes);
   EXPECT_EQ(Get(RegRoot::ClassesRoot, type, ""), yes);
-  EXPECT_EQ(::RegOpenKeyW(HKEY_CURRENT_USER, L"Software\\Classes\\Larkmoor.Compressed.Route", &user),
+  EXPECT_EQ(::RegOpenKeyW(HKEY_CURRENT_USER, Widen("Software\\Classes\\" + type).c_str(), &user),
             ERROR_SUCCESS);
-  for (const HKEY key : {user, gone}) ::RegCloseKey(key);
-  ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, machine);
-  ::RegOverridePredefKey(HKEY_CLASSES_ROOT, classes);
-  for (const HKEY key : {machine, classes}) ::RegCloseKey(key);
-  EXPECT_EQ(Get(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath"), "C:\\own") << "before the machine's";
-  EXPECT_EQ(desktop_.RegistryValue(kLarkmoorKey, "TrainSimPath"), "string:C:\\machine");
+  EXPECT_EQ(Get(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath"), "C:\\machine");
+  registry_->RegSetValue(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath", std::string("C:\\own"));
+  EXPECT_EQ(Get(RegRoot::LocalMachine, kLarkmoorKey, "TrainSimPath"), "C:\\own");
+  EXPECT_EQ(desktop_.RegistryValue(kLarkmoorKey, "TrainSimPath"), "string:C:\\machine") << "as it was";
+  for (const HKEY key : {user, machine}) ::RegCloseKey(key);
 }
 
 }  // namespace
