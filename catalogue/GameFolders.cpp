@@ -62,6 +62,24 @@ std::string TextOfHostPath(Program& program, const std::string& path) {
   return game + ReplaceAll(hostPath.substr(hostGame.size()), "/", "\\");
 }
 
+std::string MissingRights(Program& program, const std::string& folder) {
+  Files& files = program.files;
+  const std::string game = CutBackslash(folder);
+  if (!files.FileExists(game + std::string(kTrainExe))) return {};
+  const auto isShut = [&](const std::string& path) {
+    return files.IsPathAFolder(path) && !files.Host().MayWrite(path);
+  };
+  const auto tell = [&](const std::string& path, const std::string& named, const std::string& what) {
+    const bool guarded = Contains(UpperCase(files.Host().HostPath(path)), "PROGRAM FILES");
+    return "You may not write into " + named + ". Give yourself the right to, or install " + what +
+           (guarded ? " elsewhere, outside Program Files." : " elsewhere.");
+  };
+  for (const std::string below : {"", "\\Routes", "\\Routes\\Quillon-route", "\\Trains\\Consists"})
+    if (isShut(game + below))
+      return tell(game, below.empty() ? "this folder" : "its folder " + below.substr(1), "the game");
+  return isShut(program.app.App()) ? tell(program.app.App(), "Quillon's own folder", "Quillon") : "";
+}
+
 bool StoreGameFolder(Program& program, const std::string& path) {
   program.shared.TrainSimPath = CutBackslash(path);
   if (!program.files.IsPathAFolder(path)) {

@@ -23,6 +23,10 @@ bool GameWasFound(Program& program);
 /// in front and backslashes behind it.
 std::string TextOfHostPath(Program& program, const std::string& path);
 
+/// What is wrong, and what to do about it, when the user may not change what has to be changed in the
+/// application folder, or in the game at `folder`; empty when all is well or there is no game.
+std::string MissingRights(Program& program, const std::string& folder);
+
 /// Keeps `path` as the game's folder in the stores, as the options do on OK. False, with a box, when it is no
 /// folder.
 bool StoreGameFolder(Program& program, const std::string& path);

@@ -20,7 +20,10 @@ void OptionsScreen::Activate() {
   if (program_.shared.FlashTarget == "options") program_.shared.FlashTarget = "locate";
 }
 
-void OptionsScreen::SetTSPath(const std::string& path) { path_ = path.empty() ? beforeBrowse_ : path; }
+void OptionsScreen::SetTSPath(const std::string& path) {
+  path_ = path.empty() ? beforeBrowse_ : path;
+  rights_ = MissingRights(program_, path_);
+}
 
 std::string OptionsScreen::btnLocateClick() {
   program_.shared.FlashTarget.clear();

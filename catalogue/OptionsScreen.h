@@ -31,6 +31,8 @@ class OptionsScreen : public Screen {
 
   /// What is wrong with the folder in the field; empty when the game is there.
   std::string Hint() const;
+  /// That the user may not change the game in that folder, or Quillon's own, and what to do; empty when he may.
+  const std::string& RightsHint() const { return rights_; }
 
   void btnOKClick();
   void btnCancelClick();
@@ -45,7 +47,7 @@ class OptionsScreen : public Screen {
  private:
   void BackToMain();
 
-  std::string path_, atActivation_, beforeBrowse_;
+  std::string path_, atActivation_, beforeBrowse_, rights_;
 };
 
 }  // namespace quillon

@@ -5,6 +5,7 @@
 #include "core/FolderWay.h"
 #include "core/Installation.h"
 #include "core/Text.h"
+#include "core/host/Holder.h"
 #include "core/host/PathText.h"
 #include "core/host/RawFile.h"
 
@@ -41,7 +42,10 @@ ErrorNumber NumberOf(FileCode code) {
 
 void RaiseFileError(FileCode code, std::string_view path) {
   if (code == FileCode::Ok) return;
-  throw RunTimeError(NumberOf(code), std::string(path), code == FileCode::AccessDenied ? kNoPermission : "");
+  std::string reason;
+  if (code == FileCode::AccessDenied) reason = kNoPermission;
+  if (code == FileCode::SharingViolation) reason = OpenElsewhere(path);
+  throw RunTimeError(NumberOf(code), std::string(path), std::move(reason));
 }
 
 std::uint64_t RoomFor(std::uint64_t size) {
@@ -131,6 +135,10 @@ void Files::KillIfThere(std::string_view path) {
 
 void Files::Rename(std::string_view from, std::string_view to) {
   const FileCode code = host_.Move(from, to);
+  // A folder is refused like one without permission when something in it is open.
+  if (code == FileCode::AccessDenied && IsPathAFolder(from))
+    if (std::string reason = OpenElsewhere(from); !reason.empty())
+      throw RunTimeError(NumberOf(code), std::string(from), std::move(reason));
   RaiseFileError(code, code == FileCode::AlreadyExists ? to : from);
 }
 

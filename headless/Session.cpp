@@ -7,6 +7,7 @@
 #include <new>
 
 #include "catalogue/CatalogueCheck.h"
+#include "catalogue/GameFolders.h"
 #include "catalogue/MainScreen.h"
 #include "catalogue/OptionsScreen.h"
 #include "catalogue/RouteDetails.h"
@@ -121,6 +122,11 @@ void Session::SayWhatToType(const Command& command) {
   if (advice != nullptr) std::fprintf(stderr, "quillon: %s\n", advice);
 }
 
+/// Rights that loads will need. Rights may be given later: all goes on.
+void Session::SayMissing(const std::string& rights, const std::string& game) {
+  if (!rights.empty()) std::fprintf(stderr, "quillon: %s: %s\n", game.c_str(), rights.c_str());
+}
+
 /// A game that is not there is stored all the same: it may come.
 void Session::SayWithoutGame() {
   const std::string& game = program_.Get().shared.TrainSimPath;
@@ -205,6 +211,7 @@ void Session::RefuseRow(std::string_view name, const char* list) {
 }
 
 void Session::Setup(const Command& command) {
+  if (command.game) SayMissing(MissingRights(program_.Get(), AbsoluteHostPath(*command.game)), *command.game);
   SetUp(program_.Get(), DeliveredTree(), command.game);
   if (command.game) SayWithoutGame();
 }
@@ -425,6 +432,7 @@ void Session::ChangeOptions(const Command& command) {
   auto& options = dynamic_cast<OptionsScreen&>(*screens_.Top());
   screens_.Do([&] {
     if (command.game) options.SetTSPath(AbsoluteHostPath(*command.game));
+    if (command.game && !command.cancel) SayMissing(options.RightsHint(), *command.game);
     if (command.shortcut) options.chkShortcut = *command.shortcut;
     command.cancel ? options.btnCancelClick() : options.btnOKClick();
   });

@@ -43,6 +43,7 @@ class Session {
   MainScreen& Main();
   int Status();
   void SayWhatToType(const Command& command);
+  static void SayMissing(const std::string& rights, const std::string& game);
   void SayWithoutGame();
   void PutRow(const std::string& text, const char* list = "causes");
   void PutCounts(const std::string& causesFile);

@@ -1,6 +1,7 @@
 #include "screens/DesktopFrontEnd.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLayout>
@@ -239,9 +240,11 @@ QString DesktopFrontEnd::HostPath(const std::string& text) {
 
 QString DesktopFrontEnd::PickFolder(const QString& title, const std::string& start) {
   SyncAll();
-  const QString folder = QFileDialog::getExistingDirectory(ActiveScreen(), title, HostPath(start));
+  // A drive alone would be the folder that is current on it.
+  const QString from = HostPath(start.ends_with(':') ? start + "\\" : start);
+  const QString folder = QFileDialog::getExistingDirectory(ActiveScreen(), title, from);
   RethrowFailure();
-  return folder;
+  return QDir::toNativeSeparators(folder);
 }
 
 void DesktopFrontEnd::Tell(std::string_view title, std::string_view text) {

@@ -16,6 +16,7 @@ frmOptions::frmOptions(OptionsScreen& model, Desk& desk) : ScreenView(model, des
   label7_ = AddText("Label7", "Show shortcut to downloaded routes folder on desktop?");
   label5_ = AddText("Label5", "Check for updates, post questions to the forum, and get news.");
   hint_ = AddText("lblHint", {});
+  rights_ = AddText("lblRights", {});
   AddLink();
   Bind("lblVersion", m.lblVersion);
   AddPathField();
@@ -65,6 +66,7 @@ void frmOptions::Sync() {
   const QString path = QString::fromStdString(model_.txtTSPath());
   if (txtTSPath_->text() != path) txtTSPath_->setText(path);
   ShowWhole(*hint_, model_.Hint());
+  ShowWhole(*rights_, model_.RightsHint());
   label5_->setVisible(!model_.goToWebPage.visible);
   goToWebPage_->ShowText(model_.goToWebPage.visible ? QString::fromStdString(model_.goToWebPage.text)
                                                     : QString());

@@ -27,7 +27,7 @@ class frmOptions : public ScreenView {
 
   OptionsScreen& model_;
   QLineEdit* txtTSPath_;
-  QLabel *label5_, *label7_, *hint_;
+  QLabel *label5_, *label7_, *hint_, *rights_;
   TextLink* goToWebPage_;
 };
 

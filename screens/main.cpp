@@ -27,11 +27,30 @@ constexpr const char* kBoxStyle =
     "QProgressDialog QProgressBar::chunk { background: #A9BCEB; }"
     "QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }";
 
+/// What the program reads of its command line, behind its name. The shell hands over the name of a route file
+/// that was opened, without quotes: from the first word that is no option all is part of that, and ignored.
+QStringList OwnWords(const std::vector<std::string>& words) {
+  const QStringList known = {"-h", "--help"};
+  QStringList own = {"Larkmoor"};
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    const QString word = QString::fromStdString(words[i]);
+    if (word == "--app" && i + 1 < words.size())
+      own << word << QString::fromStdString(words[++i]);
+    else if (word.startsWith("--app=") || known.contains(word))
+      own << word;
+    else if (!word.startsWith('-'))
+      break;
+  }
+  return own;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   using namespace quillon;
-  PrepareProcess(argc, argv);
+  const QStringList words = OwnWords(PrepareProcess(argc, argv));
+  // The name of a route file may hold words that the toolkit would take for its own.
+  argc = 1;
   QApplication application(argc, argv);
   QApplication::setApplicationName("Larkmoor");
   QApplication::setDesktopFileName("quillon");
@@ -41,10 +60,11 @@ int main(int argc, char** argv) {
 
   QCommandLineParser parser;
   parser.setApplicationDescription("Quillon, a route manager for Microsoft Train Simulator.");
-  parser.addHelpOption();
+  const QCommandLineOption help = parser.addHelpOption();
   parser.addOption({"app", "The application folder; without it, $QUILLON_APP or the program's own.", "folder",
                     qEnvironmentVariable("QUILLON_APP")});
-  parser.process(application);
+  parser.parse(words);
+  if (parser.isSet(help)) parser.showHelp();
   const std::string app = parser.value("app").toStdString();
 
   const std::string folder = app.empty() ? ExecutableFolder() : AbsoluteHostPath(app);

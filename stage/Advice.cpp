@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "core/Text.h"
+#include "core/host/Holder.h"
 #include "core/host/PathText.h"
 
 namespace quillon {
@@ -45,6 +47,7 @@ constexpr std::string_view
     kCloseIt =
         "Another program has it open: Train Simulator, its editor, a viewer or a virus scanner. Close it and "
         "try again.",
+    kCloseNamed = "Close %, or wait until it is done with the file, and try again.",
     kLayAgain =
         "A delivered file is missing: run 'quillon setup' to lay it again, or install Quillon again. What is "
         "yours stays.",
@@ -64,6 +67,7 @@ constexpr std::array kCauses = {
           "A fault of Quillon itself. Write to its makers, with this text and what you did."},
     Cause{0, kNoPermission, "", "",
           "Take the read-only mark off it, or get the right to change it and its folder, and try again."},
+    Cause{0, kOpenIn, "", "", kCloseNamed},
     Cause{0, kNoPermissionToRead, "", "",
           "Take the read-only mark off it, or get the right to read it and its folder, and try again."},
     Cause{0, "the delivered tree", "", "",
@@ -159,7 +163,9 @@ std::string ErrorLine(const Program& program, const RunTimeError& error) {
 }
 
 std::string Advice(const RunTimeError& error, std::string_view step) {
-  return std::string(CauseOf(error, step).advice);
+  const std::string_view advice = CauseOf(error, step).advice;
+  if (advice != kCloseNamed) return std::string(advice);
+  return ReplaceAll(advice, "%", error.reason().substr(error.reason().find(kOpenIn) + std::strlen(kOpenIn)));
 }
 
 Remedy RemedyOf(const RunTimeError& error) { return CauseOf(error, {}).remedy; }

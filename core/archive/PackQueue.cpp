@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core/RunTimeError.h"
+#include "core/host/Holder.h"
 #include "core/host/RawFile.h"
 #include "core/host/Workers.h"
 
@@ -70,7 +71,11 @@ PackedFile Packer::Pack(const std::string& bytes) {
 
 std::string ReadWhole(const std::string& hostPath, const std::string& path) {
   const RawInput file(hostPath);
-  if (!file.IsOpen()) throw RunTimeError(ErrorNumber::PathFileAccessError, path, "it can't be opened");
+  if (!file.IsOpen()) {
+    const std::string reason = OpenElsewhere(path);
+    throw RunTimeError(ErrorNumber::PathFileAccessError, path,
+                       reason.empty() ? "it can't be opened" : reason);
+  }
   std::string bytes;
   if (!file.ReadAt(0, file.Size(), bytes)) throw RunTimeError(ErrorNumber::DeviceIoError, path);
   return bytes;

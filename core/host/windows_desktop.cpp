@@ -134,8 +134,10 @@ DesktopAnswer RunCommand(const std::string& command, const std::string& hostFold
   STARTUPINFOW start = {};
   start.cb = sizeof start;
   PROCESS_INFORMATION process = {};
-  if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, Widen(hostFolder).c_str(),
-                       &start, &process) == FALSE)
+  // A program for a console gets none of its own: it would flash over the windows.
+  const DWORD flags = ::GetConsoleWindow() == nullptr ? DWORD{CREATE_NO_WINDOW} : 0;
+  if (::CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, flags, nullptr,
+                       Widen(hostFolder).c_str(), &start, &process) == FALSE)
     return Known(false);
   ::CloseHandle(process.hThread);
   ::CloseHandle(process.hProcess);

@@ -1,6 +1,7 @@
 #include "core/host/windows_file_facts.h"
 
 #include "core/host/windows_errors.h"
+#include "core/host/windows_patience.h"
 #include "core/host/windows_text.h"
 
 namespace quillon {
@@ -9,16 +10,9 @@ namespace {
 constexpr std::int64_t kTicks = 10'000'000, kEpoch = 11'644'473'600;  // a second; seconds from 1601 to 1970
 constexpr DWORD kKept = kReadOnly | kHidden | kSystem | kFolder | kArchive;
 
-/// A placeholder of a file in some cloud is no link. Without a tag nothing is known: the careful answer is
-/// yes.
-bool IsLink(const WIN32_FIND_DATAW& data) {
-  const DWORD tag = data.dwReserved0;
-  return Holds(data.dwFileAttributes, FILE_ATTRIBUTE_REPARSE_POINT) &&
-         (tag == 0 || IsReparseTagNameSurrogate(tag));
-}
-
 FoundFile Told(const WIN32_FIND_DATAW& data) {
-  FoundFile file{Narrow(data.cFileName), data.dwFileAttributes & kKept, IsLink(data)};
+  FoundFile file{Narrow(data.cFileName), WithoutVainMarks(data.dwFileAttributes) & kKept,
+                 IsLink(data.dwFileAttributes, data.dwReserved0)};
   file.size = std::uint64_t{data.nFileSizeHigh} << 32 | data.nFileSizeLow;
   const auto& time = data.ftLastWriteTime;
   file.modified =
@@ -46,6 +40,15 @@ class Search {
 
 }  // namespace
 
+/// Without a tag nothing is known: the careful answer is yes.
+bool IsLink(DWORD attributes, DWORD tag) {
+  return Holds(attributes, FILE_ATTRIBUTE_REPARSE_POINT) && (tag == 0 || IsReparseTagNameSurrogate(tag));
+}
+
+DWORD WithoutVainMarks(DWORD attributes) {
+  return Holds(attributes, kFolder) ? attributes & ~DWORD{kReadOnly} : attributes;
+}
+
 FileCode Inspect(const std::wstring& path, FoundFile& file) {
   WIN32_FIND_DATAW data;
   const Search search(path, data);
@@ -71,15 +74,27 @@ FileCode List(const std::wstring& folder, const std::function<bool(FoundFile&&)>
 }
 
 DWORD AttributesOf(const std::wstring& path, FileCode& code) {
-  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  DWORD attributes = INVALID_FILE_ATTRIBUTES;
+  Patiently(path, [&] {
+    attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES;
+  });
   code = attributes == INVALID_FILE_ATTRIBUTES ? LastCode() : FileCode::Ok;
   return attributes;
 }
 
+HANDLE OpenPatiently(const std::wstring& path, DWORD access, DWORD share, DWORD how, DWORD flags) {
+  HANDLE file = INVALID_HANDLE_VALUE;
+  Patiently(path, [&] {
+    file = ::CreateFileW(path.c_str(), access, share, nullptr, how, flags, nullptr);
+    return file != INVALID_HANDLE_VALUE;
+  });
+  return file;
+}
+
 HANDLE OpenExisting(const std::wstring& path, DWORD access) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-  return ::CreateFileW(path.c_str(), access, kShareAll, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS,
-                       nullptr);
+  return OpenPatiently(path, access, kShareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
 }
 
 FileCode GetFacts(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& facts, FILE_BASIC_INFO& times) {

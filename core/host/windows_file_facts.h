@@ -31,6 +31,13 @@ class Handle {
   HANDLE handle_;
 };
 
+/// Whether what has these attributes, and `tag` when it is a reparse point, stands for something elsewhere. A
+/// placeholder of a file in some cloud and a compressed file are reparse points, too, but files.
+bool IsLink(DWORD attributes, DWORD tag);
+
+/// The attributes less the read-only mark of a folder: that keeps nobody from changing what is in it.
+DWORD WithoutVainMarks(DWORD attributes);
+
 /// Attributes and kind of what stands at `path`; the name is as the disk spells it.
 FileCode Inspect(const std::wstring& path, FoundFile& file);
 
@@ -44,7 +51,10 @@ inline bool Holds(DWORD attributes, DWORD bit) {
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & bit) != 0;
 }
 
-/// Follows links. `access` 0 asks only about the file.
+/// The platform's opening of a file, while another program holds it again and again.
+HANDLE OpenPatiently(const std::wstring& path, DWORD access, DWORD share, DWORD how, DWORD flags);
+
+/// Follows links. `access` 0 asks only about the file. Waits while another program holds the file.
 HANDLE OpenExisting(const std::wstring& path, DWORD access);
 
 /// Identity and state of what stands at `path`; follows links.

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <exception>
 #include <map>
 #include <unordered_set>
 #include <utility>
@@ -12,8 +11,10 @@
 #include "core/host/Wildcards.h"
 #include "core/host/windows_errors.h"
 #include "core/host/windows_file_facts.h"
+#include "core/host/windows_file_moves.h"
 #include "core/host/windows_new_file.h"
 #include "core/host/windows_paths.h"
+#include "core/host/windows_patience.h"
 #include "core/host/windows_text.h"
 
 namespace quillon {
@@ -66,7 +67,6 @@ class WindowsFileSystem final : public FileSystem {
 
   FileCode FindAll(WindowsPath& path, std::vector<FoundFile>& found);
   FileCode LocateTarget(std::string_view path, Target& target);
-  FileCode CopyBytes(const std::wstring& from, const std::wstring& to);
 
   void FollowMove(const std::wstring& from, const std::wstring& to, bool folder);
 
@@ -79,6 +79,12 @@ FileCode Look(const WindowsPath& path, DWORD& attributes) {
   if (code == FileCode::Ok) attributes = AttributesOf(path.Call(), code);
   if (code != FileCode::Ok) return code == FileCode::NotADirectory ? FileCode::PathNotFound : code;
   return path.text.closed && !Holds(attributes, kFolder) ? FileCode::InvalidName : FileCode::Ok;
+}
+
+bool IsLink(const std::wstring& path, DWORD attributes) {
+  FoundFile file;
+  return Holds(attributes, FILE_ATTRIBUTE_REPARSE_POINT) &&
+         (Inspect(path, file) != FileCode::Ok || file.link);
 }
 
 /// In upper case, by UTF-16 code units: so the platform's own disks list, but not all others.
@@ -141,7 +147,8 @@ FileCode WindowsFileSystem::GetAttributes(std::string_view path, std::uint32_t& 
   Idle();
   DWORD found = 0;
   const FileCode code = Look(TakeApart(path), found);
-  if (code == FileCode::Ok) attributes = found & (kReadOnly | kHidden | kSystem | kFolder | kArchive);
+  if (code == FileCode::Ok)
+    attributes = WithoutVainMarks(found) & (kReadOnly | kHidden | kSystem | kFolder | kArchive);
   return code;
 }
 
@@ -150,10 +157,12 @@ FileCode WindowsFileSystem::SetAttributes(std::string_view path, std::uint32_t a
   const WindowsPath named = TakeApart(path);
   DWORD old = 0;
   if (const FileCode code = Look(named, old); code != FileCode::Ok) return code;
-  if (Holds(old, FILE_ATTRIBUTE_REPARSE_POINT)) return FileCode::Ok;
+  const std::wstring call = named.Call();
+  if (IsLink(call, old)) return FileCode::Ok;
   const DWORD wanted = attributes & (kReadOnly | kHidden | kSystem | kArchive);
   const DWORD set = wanted == 0 ? DWORD{FILE_ATTRIBUTE_NORMAL} : wanted;
-  return ::SetFileAttributesW(named.Call().c_str(), set) != 0 ? FileCode::Ok : LastCode();
+  return Patiently(call, [&] { return ::SetFileAttributesW(call.c_str(), set) != 0; }) ? FileCode::Ok
+                                                                                       : LastCode();
 }
 
 FileCode WindowsFileSystem::GetSize(std::string_view path, std::uint64_t& size) {
@@ -187,7 +196,8 @@ FileCode WindowsFileSystem::Delete(std::string_view path) {
   DWORD attributes = 0;
   if (const FileCode code = Look(named, attributes); code != FileCode::Ok) return code;
   if (Holds(attributes, kFolder | kReadOnly)) return FileCode::AccessDenied;
-  return ::DeleteFileW(named.Call().c_str()) != 0 ? FileCode::Ok : LastCode();
+  const std::wstring call = named.Call();
+  return Patiently(call, [&] { return ::DeleteFileW(call.c_str()) != 0; }) ? FileCode::Ok : LastCode();
 }
 
 FileCode WindowsFileSystem::Move(std::string_view from, std::string_view to) {
@@ -197,12 +207,11 @@ FileCode WindowsFileSystem::Move(std::string_view from, std::string_view to) {
   if (const FileCode code = Look(source, attributes); code != FileCode::Ok) return code;
   if (!target.Named()) return target.text.code;
   if (!Creatable(target.Name())) return FileCode::InvalidName;
-  if (::MoveFileExW(source.Call().c_str(), target.Call().c_str(), MOVEFILE_COPY_ALLOWED) != 0) {
-    FollowMove(source.Call(), target.Call(), Holds(attributes, kFolder));
-    return FileCode::Ok;
-  }
-  // What a folder on its way into itself is told.
-  return ::GetLastError() == ERROR_INVALID_PARAMETER ? FileCode::SharingViolation : LastCode();
+  const std::wstring old = source.Call(), renamed = target.Call();
+  const bool folder = Holds(attributes, kFolder);
+  const FileCode code = MoveNamed(old, renamed, folder, [this] { Idle(); });
+  if (code == FileCode::Ok) FollowMove(old, renamed, folder);
+  return code;
 }
 
 /// What a link in the end leads to.
@@ -225,7 +234,7 @@ FileCode WindowsFileSystem::LocateTarget(std::string_view path, Target& target) 
     return named.text.names.empty() ? FileCode::AccessDenied : FileCode::InvalidName;
   target.path = named.Call();
   if (code == FileCode::FileNotFound) return named.text.closed ? FileCode::InvalidName : FileCode::Ok;
-  if (Holds(target.attributes, FILE_ATTRIBUTE_REPARSE_POINT) && !Holds(target.attributes, kFolder)) {
+  if (!Holds(target.attributes, kFolder) && IsLink(target.path, target.attributes)) {
     if (code = FollowLink(target.path); code != FileCode::Ok) return code;
     target.attributes = AttributesOf(target.path, code);
   }
@@ -251,35 +260,9 @@ FileCode WindowsFileSystem::Copy(std::string_view from, std::string_view to) {
   const std::wstring path = source.Call();
   if (target.Replaces() && AreOneFile(path, target.path)) return FileCode::SharingViolation;
   PartFile part(target.path);
-  FileCode code = CopyBytes(path, part.Name());
+  FileCode code = CopyBytes(path, part.Name(), [this] { Idle(); });
   if (code == FileCode::Ok) code = part.Publish();
   if (code == FileCode::Ok) unflushed_.insert(target.path);
-  return code;
-}
-
-/// No exception may pass through the platform's copying: it ends that, and goes on afterwards.
-struct CopyWatch {
-  std::function<void()> idle;
-  std::exception_ptr thrown;
-
-  static DWORD CALLBACK Turn(LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, LARGE_INTEGER, DWORD, DWORD, HANDLE,
-                             HANDLE, LPVOID data) {
-    auto& watch = *static_cast<CopyWatch*>(data);
-    try {
-      watch.idle();
-      return PROGRESS_CONTINUE;
-    } catch (...) {
-      watch.thrown = std::current_exception();
-      return PROGRESS_CANCEL;
-    }
-  }
-};
-
-FileCode WindowsFileSystem::CopyBytes(const std::wstring& from, const std::wstring& to) {
-  CopyWatch watch{[this] { Idle(); }, nullptr};
-  const BOOL copied = ::CopyFileExW(from.c_str(), to.c_str(), &CopyWatch::Turn, &watch, nullptr, 0);
-  const FileCode code = copied != 0 ? FileCode::Ok : LastCode();
-  if (watch.thrown) std::rethrow_exception(watch.thrown);
   return code;
 }
 
@@ -291,7 +274,9 @@ FileCode WindowsFileSystem::CreateFolder(std::string_view path) {
   if (code == FileCode::Ok) return FileCode::AlreadyExists;
   if (code != FileCode::FileNotFound) return code;
   if (!Creatable(named.Name())) return FileCode::InvalidName;
-  return ::CreateDirectoryW(named.Call().c_str(), nullptr) != 0 ? FileCode::Ok : LastCode();
+  const std::wstring folder = named.Call();
+  return Patiently(folder, [&] { return ::CreateDirectoryW(folder.c_str(), nullptr) != 0; }) ? FileCode::Ok
+                                                                                             : LastCode();
 }
 
 FileCode WindowsFileSystem::RemoveFolder(std::string_view path) {
@@ -300,7 +285,7 @@ FileCode WindowsFileSystem::RemoveFolder(std::string_view path) {
   DWORD attributes = 0;
   if (const FileCode code = Look(named, attributes); code != FileCode::Ok) return code;
   if (!Holds(attributes, kFolder)) return FileCode::NotADirectory;
-  return ::RemoveDirectoryW(named.Call().c_str()) != 0 ? FileCode::Ok : LastCode();
+  return RemoveEmptyFolder(named.Call());
 }
 
 FileCode WindowsFileSystem::Read(std::string_view path, std::string& bytes, std::uint64_t limit) {
@@ -329,8 +314,8 @@ FileCode WindowsFileSystem::Replace(std::string_view path, std::string_view byte
   if (const FileCode code = LocateTarget(path, target); code != FileCode::Ok) return code;
   PartFile part(target.path);
   const DWORD attributes = target.Replaces() ? target.attributes : DWORD{FILE_ATTRIBUTE_NORMAL};
-  Handle file(::CreateFileW(part.Name().c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                            attributes & (FILE_ATTRIBUTE_NORMAL | kHidden | kSystem | kArchive), nullptr));
+  Handle file(OpenPatiently(part.Name(), GENERIC_WRITE, 0, CREATE_NEW,
+                            attributes & (FILE_ATTRIBUTE_NORMAL | kHidden | kSystem | kArchive)));
   if (!file.IsOpen()) return LastCode();
   if (const FileCode code = WriteAll(file.Get(), bytes); code != FileCode::Ok) return code;
   if (!file.Close()) return LastCode();
@@ -344,8 +329,8 @@ FileCode WindowsFileSystem::Open(std::string_view path, bool append, std::unique
   file.reset();
   Target target;
   if (const FileCode code = LocateTarget(path, target); code != FileCode::Ok) return code;
-  const HANDLE handle = ::CreateFileW(target.path.c_str(), append ? FILE_APPEND_DATA : GENERIC_WRITE,
-                                      kShareAll, nullptr, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE handle = OpenPatiently(target.path, append ? FILE_APPEND_DATA : GENERIC_WRITE, kShareAll,
+                                      OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL);
   if (handle == INVALID_HANDLE_VALUE) return LastCode();
   file = std::make_unique<WindowsOutputFile>(handle);
   unflushed_.insert(target.path);
@@ -364,11 +349,17 @@ std::string WindowsFileSystem::HostPath(std::string_view path) {
   return Narrow(named.Plain());
 }
 
-/// A folder is opened with the rights to make names in it; nothing is made.
+/// Rights tell less than trying: some guards of the platform stop the making of files itself. What is made goes
+/// with its handle, whatever becomes of the program.
 bool WindowsFileSystem::MayWrite(std::string_view folder) {
   Idle();
-  const WindowsPath named = TakeApart(folder);
-  return named.Named() && Handle(OpenExisting(named.Call(), FILE_ADD_FILE | FILE_ADD_SUBDIRECTORY)).IsOpen();
+  WindowsPath named = TakeApart(folder);
+  if (!named.Named() || !Handle(OpenExisting(named.Call(), FILE_ADD_FILE | FILE_ADD_SUBDIRECTORY)).IsOpen())
+    return false;
+  named.text.names.push_back("quillon-" + std::to_string(::GetCurrentProcessId()) + std::string(kPartMark));
+  return Handle(OpenPatiently(named.Call(), GENERIC_WRITE | DELETE, FILE_SHARE_DELETE, CREATE_NEW,
+                              FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE))
+      .IsOpen();
 }
 
 std::uint64_t WindowsFileSystem::FreeSpace(std::string_view path) {
@@ -419,19 +410,6 @@ void WindowsFileSystem::FollowMove(const std::wstring& from, const std::wstring&
     moved.insert(below ? to + path.substr(from.size()) : path);
   }
   unflushed_ = std::move(moved);
-}
-
-/// A read-only file gives nobody the right to flush it: it is writable for that moment.
-HANDLE OpenToFlush(const std::wstring& path) {
-  const HANDLE file = OpenExisting(path, GENERIC_WRITE);
-  const DWORD attributes = ::GetFileAttributesW(path.c_str());
-  if (file != INVALID_HANDLE_VALUE || attributes == INVALID_FILE_ATTRIBUTES ||
-      !Holds(attributes, kReadOnly) || Holds(attributes, kFolder))
-    return file;
-  ::SetFileAttributesW(path.c_str(), attributes & ~DWORD{kReadOnly});
-  const HANDLE opened = OpenExisting(path, GENERIC_WRITE);
-  ::SetFileAttributesW(path.c_str(), attributes);
-  return opened;
 }
 
 /// A whole disk is flushed for an administrator only, so each file is. The device of a disk is waited for

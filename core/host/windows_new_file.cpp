@@ -6,13 +6,13 @@
 
 #include "core/host/windows_errors.h"
 #include "core/host/windows_file_facts.h"
+#include "core/host/windows_patience.h"
 
 namespace quillon {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
-constexpr DWORD kMostBytes = 1u << 30, kPause = 20;  // of one call; milliseconds
-constexpr int kTries = 10;
+constexpr DWORD kMostBytes = 1u << 30;  // of one call
 
 /// The longest names have no room for the mark.
 std::wstring PartName(const std::wstring& path) {
@@ -23,6 +23,7 @@ std::wstring PartName(const std::wstring& path) {
 
 /// A file that is in use can't be replaced, either; the platform says that it is forbidden.
 FileCode WhyNotReplaced(const std::wstring& path, FileCode told) {
+  if (told != FileCode::AccessDenied) return told;
   const Handle file(OpenExisting(path, DELETE));
   return !file.IsOpen() && ::GetLastError() == ERROR_SHARING_VIOLATION ? FileCode::SharingViolation : told;
 }
@@ -40,14 +41,22 @@ PartFile::~PartFile() {
 FileCode PartFile::Publish(bool flush) {
   const DWORD flags = MOVEFILE_REPLACE_EXISTING | (flush ? MOVEFILE_WRITE_THROUGH : 0);
   // Programs that look through every new file hold it for a moment.
-  for (int tries = 1; ::MoveFileExW(part_.c_str(), path_.c_str(), flags) == 0; ++tries) {
-    const FileCode code = LastCode();
-    if (code != FileCode::AccessDenied && code != FileCode::SharingViolation) return code;
-    if (tries == kTries) return WhyNotReplaced(path_, code);
-    ::Sleep(kPause);
-  }
+  if (!Patiently(path_, [&] { return ::MoveFileExW(part_.c_str(), path_.c_str(), flags) != 0; }))
+    return WhyNotReplaced(path_, LastCode());
   part_.clear();
   return FileCode::Ok;
+}
+
+HANDLE OpenToFlush(const std::wstring& path) {
+  const HANDLE file = OpenExisting(path, GENERIC_WRITE);
+  const DWORD attributes = ::GetFileAttributesW(path.c_str());
+  if (file != INVALID_HANDLE_VALUE || attributes == INVALID_FILE_ATTRIBUTES ||
+      !Holds(attributes, kReadOnly) || Holds(attributes, kFolder))
+    return file;
+  ::SetFileAttributesW(path.c_str(), attributes & ~DWORD{kReadOnly});
+  const HANDLE opened = OpenExisting(path, GENERIC_WRITE);
+  ::SetFileAttributesW(path.c_str(), attributes);
+  return opened;
 }
 
 bool FlushFile(HANDLE file, bool wait) {
@@ -74,7 +83,7 @@ FileCode WriteAll(HANDLE file, std::string_view bytes) {
 bool RemoveAnyFile(const std::wstring& path) {
   if (::DeleteFileW(path.c_str()) != 0) return true;
   ::SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
-  return ::DeleteFileW(path.c_str()) != 0;
+  return Patiently(path, [&] { return ::DeleteFileW(path.c_str()) != 0; });
 }
 
 }  // namespace quillon

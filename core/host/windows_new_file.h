@@ -28,6 +28,10 @@ class PartFile {
   std::wstring path_, part_;
 };
 
+/// For FlushFile; INVALID_HANDLE_VALUE when the file is gone. A read-only file gives nobody the right to
+/// flush it: it is writable for that moment.
+HANDLE OpenToFlush(const std::wstring& path);
+
 /// Writes out what the platform holds back of an open file; with `wait` it returns when the device has all of
 /// it and of what was flushed before. False: GetLastError tells why.
 bool FlushFile(HANDLE file, bool wait);

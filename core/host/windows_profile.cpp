@@ -5,7 +5,9 @@
 
 #include "core/host/FileProfiles.h"
 #include "core/host/windows_errors.h"
+#include "core/host/windows_file_facts.h"
 #include "core/host/windows_paths.h"
+#include "core/host/windows_patience.h"
 #include "core/host/windows_text.h"
 
 namespace quillon {
@@ -34,9 +36,15 @@ class WindowsProfiles final : public ProfileFunctions {
     const std::wstring path = PathFor(file);
     if (path.empty()) return plain_->GetString(section, key, defaultText, size, file);
     const bool list = !section || !key;
-    const std::wstring text =
-        Ask(Argument(section), Argument(key), Argument(defaultText ? defaultText : Name("")), list,
-            static_cast<DWORD>(size), path);
+    const Argument sectionArgument(section), keyArgument(key),
+        otherwise(defaultText ? defaultText : Name(""));
+    const auto ask = [&] {
+      return Ask(sectionArgument, keyArgument, otherwise, list, static_cast<DWORD>(size), path);
+    };
+    std::wstring text = ask();
+    // A file that another program holds reads as one that holds nothing.
+    if ((text.empty() || text == otherwise.Get()) && Handle(OpenExisting(path, GENERIC_READ)).IsOpen())
+      text = ask();
     // Of a list's end too little is said to know what was cut: it is cut here.
     const std::string bytes = NarrowBytes(text);
     const std::size_t room = size - std::min<std::size_t>(size, list && bytes.size() >= size ? 2 : 1);
@@ -46,8 +54,11 @@ class WindowsProfiles final : public ProfileFunctions {
   FileCode WriteString(Name section, Name key, Name value, std::string_view file) override {
     const std::wstring path = PathFor(file);
     if (path.empty() || !section) return plain_->WriteString(section, key, value, file);
-    const bool written = ::WritePrivateProfileStringW(Argument(section).Get(), Argument(key).Get(),
-                                                      Argument(value).Get(), path.c_str()) != 0;
+    const Argument sectionArgument(section), keyArgument(key), text(value);
+    const bool written = Patiently(path, [&] {
+      return ::WritePrivateProfileStringW(sectionArgument.Get(), keyArgument.Get(), text.Get(),
+                                          path.c_str()) != 0;
+    });
     return written ? FileCode::Ok : LastCode();
   }
 

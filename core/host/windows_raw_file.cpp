@@ -19,8 +19,7 @@ std::intptr_t ToNumber(HANDLE handle) { return reinterpret_cast<std::intptr_t>(h
 HANDLE OpenNew(const std::wstring& path) {
   constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_DELETE;
   const auto open = [&] {
-    return ::CreateFileW(path.c_str(), GENERIC_WRITE, kShared, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL,
-                         nullptr);
+    return OpenPatiently(path, GENERIC_WRITE, kShared, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
   };
   const HANDLE handle = open();
   const bool taken = handle == INVALID_HANDLE_VALUE && ::GetLastError() == ERROR_FILE_EXISTS;

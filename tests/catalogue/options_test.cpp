@@ -34,6 +34,27 @@ TEST_F(OptionsTest, OkStoresTheFolder) {
   EXPECT_EQ(MainTexts({"FlashTarget"}), "options");
 }
 
+TEST_F(OptionsTest, MissingRightsAreToldAndTheFolderIsStoredAllTheSame) {
+  if (!HasPermissions()) GTEST_SKIP() << "folders are shut in another way here";
+  FirstRun();
+  const WithoutPrivileges user(Root());
+  const auto told = [&] {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(SetOptions(Game()), 0);
+    return testing::internal::GetCapturedStderr();
+  };
+  EXPECT_EQ(told(), "");
+  const std::vector<std::pair<std::string, std::string>> shuts = {
+      {Game(), "into this folder"},
+      {GamePath("TRAINS\\CONSISTS"), "Trains\\Consists"},
+      {App(), "Quillon's own"}};
+  for (const auto& [folder, named] : shuts) {
+    const ShutFolder shut(folder);
+    EXPECT_TRUE(Contains(told(), named)) << folder;
+    EXPECT_EQ(Stored(), Game() + "|Yes|string:" + Game());
+  }
+}
+
 TEST_F(OptionsTest, OkRefusesWhatIsNoFolder) {
   Run("start");
   EXPECT_EQ(SetOptions(Game() + "/train.exe", true), 3);

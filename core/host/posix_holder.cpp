@@ -1,0 +1,7 @@
+#include "core/host/Holder.h"
+
+namespace quillon {
+
+std::string HolderOf(std::string_view) { return {}; }
+
+}  // namespace quillon
