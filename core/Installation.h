@@ -81,6 +81,8 @@ class Installation {
   std::string OddDownloadIni() const { return app_ + "\\resources\\Do_Not_Delete!\\odd_download.ini"; }
   /// What became of each download, a line each.
   std::string IntakeLog() const { return app_ + "\\intake.log"; }
+  /// Which release has laid the delivered files, and each as it was then.
+  std::string DeliveredList() const { return app_ + "\\resources\\Do_Not_Delete!\\delivered.tsl"; }
   std::string IntakeJournal() const { return app_ + "\\resources\\Do_Not_Delete!\\intake.tsl"; }
   std::string NoImagePicture() const { return app_ + "\\resources\\Do_Not_Delete!\\qnnoimage.jpg"; }
   std::string DefaultPicture() const { return MiscInfo() + "\\qndefault.jpg"; }

@@ -14,7 +14,9 @@ void MakeDesktopShortcut(Files& files) {
   const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
   const std::string desktop = GetSpecialFolder(SpecialFolder::Desktop);
   if (programs.empty() || desktop.empty()) return;
-  files.TryCopy(programs + std::string(kInPrograms), desktop + std::string(kOnDesktop));
+  const std::string shortcut = desktop + std::string(kOnDesktop);
+  files.TryCopy(programs + std::string(kInPrograms), shortcut);
+  ShowShortcut(files.Host().HostPath(shortcut));
 }
 
 void RemoveDesktopShortcut(Files& files) {
@@ -22,13 +24,29 @@ void RemoveDesktopShortcut(Files& files) {
   if (desktop.empty()) return;
   const std::string shortcut = desktop + std::string(kOnDesktop);
   if (files.FileExists(shortcut)) files.Kill(shortcut);
+  ForgetShortcut(files.Host().HostPath(shortcut));
 }
 
 void MakeProgramsShortcut(Files& files, const std::string& target) {
   const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
   if (programs.empty()) return;
   files.MakeFolders(programs + "\\Ostrand\\Quillon");
-  files.WriteAll(programs + std::string(kInPrograms), ShortcutContent(target));
+  const std::string shortcut = programs + std::string(kInPrograms);
+  files.WriteAll(shortcut, ShortcutContent(target));
+  ShowShortcut(files.Host().HostPath(shortcut));
+}
+
+void RenewShortcuts(Files& files, const std::string& target) {
+  const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
+  const auto isToRenew = [&](const std::string& shortcut) {
+    if (!files.FileExists(shortcut)) return false;
+    const std::string leadsTo = ShortcutTarget(files.ReadAll(shortcut));
+    return leadsTo == target || (!leadsTo.empty() && !files.IsPathAFolder(leadsTo));
+  };
+  if (programs.empty() || !isToRenew(programs + std::string(kInPrograms))) return;
+  MakeProgramsShortcut(files, target);
+  const std::string desktop = GetSpecialFolder(SpecialFolder::Desktop);
+  if (!desktop.empty() && isToRenew(desktop + std::string(kOnDesktop))) MakeDesktopShortcut(files);
 }
 
 }  // namespace quillon

@@ -14,4 +14,8 @@ void RemoveDesktopShortcut(Files& files);
 /// What the installer does: the shortcut in the programs menu, to the host folder `target`.
 void MakeProgramsShortcut(Files& files, const std::string& target);
 
+/// Makes the shortcuts that are there anew when they lead to the host folder `target` in another version's
+/// way, or to where nothing is any more: the application folder has moved. Those of another one stay.
+void RenewShortcuts(Files& files, const std::string& target);
+
 }  // namespace quillon

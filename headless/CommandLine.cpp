@@ -5,10 +5,13 @@
 #include <algorithm>
 #include <map>
 
+#include "core/Text.h"
 #include "core/Version.h"
 
 namespace quillon {
 namespace {
+
+CommandLineEnd NoFolder() { return {"--app names no folder\nquillon --help tells what there is.\n", false}; }
 
 /// The parser fills values of its own types; Take moves them over.
 class Definition {
@@ -22,6 +25,11 @@ class Definition {
   }
 
   CommandLine Parse(std::vector<std::string> arguments) {
+    // The parser would take the next word for the folder.
+    if (std::find(arguments.begin(), arguments.end(), "--app=") != arguments.end()) throw NoFolder();
+    line_.options.appIsTyped = std::any_of(arguments.begin(), arguments.end(), [](const auto& word) {
+      return word == "--app" || word.starts_with("--app=");
+    });
     std::reverse(arguments.begin(), arguments.end());
     try {
       parser_.parse(arguments);
@@ -118,6 +126,7 @@ class Definition {
   }
 
   CommandLine Take() {
+    if (line_.options.appIsTyped && line_.options.app.empty()) throw NoFolder();
     line_.options.answerYes = answer_ == "yes";
     line_.options.welcomeOk = welcome_ == "ok";
     line_.options.noActLoad = noAct_ == "load";
@@ -172,6 +181,13 @@ std::vector<std::string> ShellWords(const std::string& line) {
 
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments) {
   return Definition(true).Parse(arguments);
+}
+
+std::string AsToBeTyped(const std::string& text, const Options& options) {
+  if (!options.appIsTyped) return text;
+  const bool plain = options.app.find_first_of(" \t'\"&|;<>()*?[]!#$`") == options.app.npos;
+  const std::string app = plain ? options.app : '"' + options.app + '"';
+  return ReplaceAll(text, "quillon ", "quillon --app " + app + " ");
 }
 
 std::optional<Command> ParseScriptLine(const std::string& line) {

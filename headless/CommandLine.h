@@ -29,7 +29,8 @@ struct Command {
 };
 
 struct Options {
-  std::string app;  // host path; empty: the executable's folder
+  std::string app;          // host path; empty: the executable's folder
+  bool appIsTyped = false;  // on the command line
   bool json = false;
   bool answerYes = false;
   bool welcomeOk = false;
@@ -51,6 +52,10 @@ struct CommandLineEnd : std::runtime_error {
 
 /// Throws CommandLineEnd.
 CommandLine ParseCommandLine(const std::vector<std::string>& arguments);
+
+/// `text`, which names commands as a user would type them, with what this command line says of the
+/// application folder.
+std::string AsToBeTyped(const std::string& text, const Options& options);
 
 /// One line of a script: a command without options. Nothing for a blank line or a comment ("#"). Throws
 /// CommandLineEnd.

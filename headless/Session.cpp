@@ -119,7 +119,7 @@ void Session::SayWhatToType(const Command& command) {
     advice = "there is no Checkup to tell of; type: quillon checkup";
   else if (nothingSelected && (command.name == "load" || command.name == "info"))
     advice = "no route is selected; type: quillon pick NAME (quillon routes lists them)";
-  if (advice != nullptr) std::fprintf(stderr, "quillon: %s\n", advice);
+  if (advice != nullptr) std::fprintf(stderr, "quillon: %s\n", AsToBeTyped(advice, options_).c_str());
 }
 
 /// Rights that loads will need. Rights may be given later: all goes on.
@@ -131,7 +131,8 @@ void Session::SayMissing(const std::string& rights, const std::string& game) {
 void Session::SayWithoutGame() {
   const std::string& game = program_.Get().shared.TrainSimPath;
   if (!program_.Get().files.FileExists(game + std::string(kTrainExe)))
-    std::fprintf(stderr, "quillon: train.exe is not in %s; type: quillon options --game DIR\n", game.c_str());
+    std::fprintf(stderr, "quillon: train.exe is not in %s; type: %s\n", game.c_str(),
+                 AsToBeTyped("quillon options --game DIR", options_).c_str());
 }
 
 int Session::RunScript(const Command& command) {
@@ -165,12 +166,14 @@ void Session::Report(const RunTimeError& error) {
   if (!error.reason().empty()) event["reason"] = error.reason();
   output_.Put(event);
   std::fprintf(stderr, "quillon: %s\n%s\n", ErrorLine(program_.Get(), error).c_str(),
-               Advice(error, program_.Get().step).c_str());
+               AsToBeTyped(Advice(error, program_.Get().step), options_).c_str());
 }
 
 bool Session::StartUp() {
   if (!started_) {
+    RequireSetUp(program_.Get());
     program_.TakeLock();
+    Renew(program_.Get(), DeliveredTree());
     started_ = true;
     screens_.Do([this] { screens_.Show("frmMain"); });
   }
@@ -205,8 +208,8 @@ RoutesScreen* Session::AtRoutes() {
 }
 
 void Session::RefuseRow(std::string_view name, const char* list) {
-  std::fprintf(stderr, "quillon: there is no row \"%s\"; type: quillon %s\n", std::string(name).c_str(),
-               list);
+  std::fprintf(stderr, "quillon: there is no row \"%s\"; type: %s\n", std::string(name).c_str(),
+               AsToBeTyped("quillon " + std::string(list), options_).c_str());
   program_.Get().Refuse();
 }
 
@@ -475,7 +478,8 @@ void Session::Verify(const Command& command) {
              : std::to_string(findings.size()) + " found, " + std::to_string(repaired) + " repaired.",
          "verify");
   if (!command.repair && CanBeRepaired(findings))
-    std::fprintf(stderr, "quillon: not all fits together; type: quillon verify --repair\n");
+    std::fprintf(stderr, "quillon: not all fits together; type: %s\n",
+                 AsToBeTyped("quillon verify --repair", options_).c_str());
   if (!cutStart_ || std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
         return finding.kind == CatalogueFinding::Kind::NoPreview && !finding.repaired;
       }))

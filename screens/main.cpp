@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QIcon>
+#include <cstdio>
 
 #include "core/host/Console.h"
 #include "core/host/Desktop.h"
@@ -66,7 +67,10 @@ int main(int argc, char** argv) {
   parser.parse(words);
   if (parser.isSet(help)) parser.showHelp();
   const std::string app = parser.value("app").toStdString();
-
+  if (app.empty() && parser.isSet("app")) {
+    std::fputs("Larkmoor: --app names no folder\n", stderr);
+    return 2;
+  }
   const std::string folder = app.empty() ? ExecutableFolder() : AbsoluteHostPath(app);
 
   DesktopFrontEnd frontEnd;
@@ -76,10 +80,13 @@ int main(int argc, char** argv) {
     const bool addAgain = status == DesktopFrontEnd::kAddAgain;
     RunningProgram program(folder, frontEnd);
     frontEnd.Serve(program);
-    program.TakeLock();
+    frontEnd.Handle([&] {
+      RequireLayable(program.Get());
+      program.TakeLock();
+    });
     // A second window would only say that there is one.
     if (program.Get().otherInstanceRuns && program.CallOther()) return 0;
-    frontEnd.Handle([&] { SetUpIfNeeded(program.Get()); });
+    frontEnd.Handle([&] { SetUpOrRenew(program.Get()); });
     status = addAgain ? frontEnd.GoOn() : frontEnd.Run();
   } while (status == DesktopFrontEnd::kAddAgain || status == DesktopFrontEnd::kStartAgain);
   frontEnd.StartGameIfAsked();

@@ -70,8 +70,19 @@ constexpr std::array kCauses = {
     Cause{0, kOpenIn, "", "", kCloseNamed},
     Cause{0, kNoPermissionToRead, "", "",
           "Take the read-only mark off it, or get the right to read it and its folder, and try again."},
-    Cause{0, "the delivered tree", "", "",
-          "Quillon was copied without its delivered files. Install it again."},
+    Cause{0, "the files that Quillon brings along", "", "",
+          "Nothing was written. If you have started it inside a zip, unpack the whole zip first and start it "
+          "there; "
+          "else install Quillon again."},
+    Cause{0, "there is no such folder", "", "Looking at the application folder",
+          "Nothing was written. Correct the name, or make a new application folder there: run 'quillon "
+          "setup'."},
+    Cause{0, "nothing is laid out in that folder yet", "", "",
+          "Nothing was written. Correct the name, or lay the application folder out there: run 'quillon "
+          "setup'."},
+    Cause{0, "it is no folder", "", "", "Nothing was written. Name a folder by --app."},
+    Cause{0, "an application folder is laid out with", "", "",
+          "Nothing was written. Name another folder by --app, of your own."},
     Cause{0, "it is a folder", "", "", "Name a file."},
     Cause{0, "it exists and is not empty", "", "", "Name a folder that is empty or not there yet."},
     Cause{0, "stands where a", "", "", kMoveAway},

@@ -31,6 +31,14 @@ DesktopAnswer RunCommand(const std::string& command, const std::string& hostFold
 /// The bytes of a shortcut file to a folder, as this desktop understands it.
 std::string ShortcutContent(const std::string& hostFolder);
 
+/// The host folder that such bytes lead to; empty when they are of another kind.
+std::string ShortcutTarget(const std::string& bytes);
+
+/// A shortcut file has come, or has gone: does what else this desktop needs to show and open it. A failure is
+/// nobody's concern.
+void ShowShortcut(const std::string& hostPath);
+void ForgetShortcut(const std::string& hostPath);
+
 /// The folder of the running executable, without a closing separator.
 std::string ExecutableFolder();
 

@@ -153,11 +153,6 @@ DesktopAnswer RunCommand(const std::string& command, const std::string& hostFold
   return StartDetached({"/bin/sh", "-c", "cd \"$1\" && " + command, "sh", hostFolder});
 }
 
-std::string ShortcutContent(const std::string& hostFolder) {
-  return "[Desktop Entry]\nType=Link\nName=Downloaded MSTS routes\nIcon=folder-download\nURL=file://" +
-         hostFolder + "\n";
-}
-
 std::string ExecutableFolder() {
   std::error_code failed;
   return fs::read_symlink("/proc/self/exe", failed).parent_path().string();

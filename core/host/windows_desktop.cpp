@@ -159,6 +159,28 @@ std::string ShortcutContent(const std::string& hostFolder) {
   return BytesOf(stream.Get());
 }
 
+std::string ShortcutTarget(const std::string& bytes) {
+  const Objects objects;
+  Reference<IShellLinkW> link;
+  Reference<IPersistStream> saved;
+  Reference<IStream> stream;
+  std::wstring folder(MAX_PATH, L'\0');
+  LARGE_INTEGER begin = {};
+  if (FAILED(::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                                link.Place())) ||
+      FAILED(link->QueryInterface(IID_IPersistStream, saved.Place())) ||
+      FAILED(::CreateStreamOnHGlobal(nullptr, TRUE, stream.Typed())) ||
+      FAILED(stream->Write(bytes.data(), static_cast<ULONG>(bytes.size()), nullptr)) ||
+      FAILED(stream->Seek(begin, STREAM_SEEK_SET, nullptr)) || FAILED(saved->Load(stream.Get())) ||
+      link->GetPath(folder.data(), static_cast<int>(folder.size()), nullptr, 0) != S_OK)
+    return {};
+  return Narrow(folder.c_str());
+}
+
+// The file itself is all that there is to it.
+void ShowShortcut(const std::string&) {}
+void ForgetShortcut(const std::string&) {}
+
 std::string ExecutableFolder() {
   std::wstring path(MAX_PATH, L'\0');
   // A name that does not fit is cut, and fills the room.

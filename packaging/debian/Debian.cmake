@@ -8,6 +8,7 @@ set(QUILLON_VERSION ${PROJECT_VERSION}${QUILLON_VERSION_SUFFIX})
 string(REPLACE "-" "~" QUILLON_DEBIAN_VERSION ${QUILLON_VERSION})  # a beta sorts before its release
 set(QUILLON_DEBIAN_REVISION 1)
 set(QUILLON_MAN_DATE "November 21, 2026")
+set(QUILLON_RELEASE_DATE 2026-11-21)
 set(made ${PROJECT_BINARY_DIR}/debian)
 
 # The programs themselves lie apart; what a user starts tells them where the user's folder is.
@@ -43,6 +44,9 @@ foreach(size 16x16 22x22 24x24)
 endforeach()
 install_as(${icon} icons/hicolor/scalable/mimetypes application-x-quillon-route.svg)
 install_as(${icon} icons/hicolor/scalable/mimetypes application-x-quillon-terrain.svg)
+set(metainfo example.quillon.quillon.metainfo.xml)
+configure_file(${PROJECT_SOURCE_DIR}/packaging/linux/${metainfo}.in ${made}/${metainfo} @ONLY)
+install_as(${made}/${metainfo} metainfo ${metainfo})
 install_as(${CMAKE_CURRENT_LIST_DIR}/quillon.desktop applications quillon.desktop)
 install_as(${CMAKE_CURRENT_LIST_DIR}/quillon.xml mime/packages quillon.xml)
 install_as(${CMAKE_CURRENT_LIST_DIR}/quillon.bash-completion bash-completion/completions quillon)
