@@ -11,10 +11,15 @@ constexpr std::string_view kOnDesktop = "\\Downloaded MSTS routes.lnk";
 }  // namespace
 
 void MakeDesktopShortcut(Files& files) {
-  const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
   const std::string desktop = GetSpecialFolder(SpecialFolder::Desktop);
-  if (programs.empty() || desktop.empty()) return;
-  files.TryCopy(programs + std::string(kInPrograms), desktop + std::string(kOnDesktop));
+  if (desktop.empty()) return;
+  // What is installed for all users has its entry in the menu that they share.
+  for (const SpecialFolder menu : {SpecialFolder::Programs, SpecialFolder::CommonPrograms}) {
+    const std::string programs = GetSpecialFolder(menu), shortcut = programs + std::string(kInPrograms);
+    if (programs.empty() || !files.FileExists(shortcut)) continue;
+    files.TryCopy(shortcut, desktop + std::string(kOnDesktop));
+    return;
+  }
 }
 
 void RemoveDesktopShortcut(Files& files) {

@@ -8,6 +8,7 @@ Var Elevated     ; 1: started anew by an installer or uninstaller that had no ri
 Var Given        ; the folder that the command line named, or ""
 Var ForMeButton
 Var ForAllButton
+Var RenewalLabel
 
 !macro HasSwitch name  ; $R9 becomes 1 or 0
   ${GetParameters} $R8
@@ -151,44 +152,42 @@ Function ForWhomPage
   Pop $ForAllButton
   ${NSD_CreateLabel} 12u 62u 280u 20u "Windows asks for an administrator. All users share one collection of routes and one game."
   Pop $0
-  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
-  ${If} $0 == ""
-    ReadRegStr $0 HKLM "${UNINSTALL_KEY}" InstallLocation
-  ${EndIf}
-  ${If} $0 != ""
-    ${NSD_CreateLabel} 0 96u 100% 30u "Quillon is installed already, in $0. It will be renewed; your routes, zips and \
-settings stay as they are."
-    Pop $0
-  ${EndIf}
+  ${NSD_CreateLabel} 0 96u 100% 30u ""
+  Pop $RenewalLabel
   StrCpy $1 $ForMeButton
   ${If} $ForAll = 1
     StrCpy $1 $ForAllButton
   ${EndIf}
   ${NSD_Check} $1
-  ${NSD_OnClick} $ForMeButton ShowShield
-  ${NSD_OnClick} $ForAllButton ShowShield
-  Push 0
-  Call ShowShield
+  ${NSD_OnClick} $ForMeButton ShowChoice
+  ${NSD_OnClick} $ForAllButton ShowChoice
+  Push $1
+  Call ShowChoice
   ${NSD_SetFocus} $1
   nsDialogs::Show
 FunctionEnd
 
 ; The shield on the button Next tells that Windows will ask.
-Function ShowShield
+Function ShowChoice
   Pop $0
   ${NSD_GetState} $ForAllButton $ForAll
   Call LacksRights
   GetDlgItem $2 $HWNDPARENT 1
   SendMessage $2 0x160C 0 $0  ; BCM_SETSHIELD
+  Call ChooseFolder
+  ReadRegStr $0 SHCTX "${UNINSTALL_KEY}" InstallLocation
+  ${If} $0 == $INSTDIR
+    ${NSD_SetText} $RenewalLabel "Quillon lies already in $INSTDIR. It will be renewed; your routes, zips and settings stay."
+  ${Else}
+    ${NSD_SetText} $RenewalLabel ""
+  ${EndIf}
 FunctionEnd
 
 Function LeaveForWhomPage
-  ${NSD_GetState} $ForAllButton $ForAll
   Call LacksRights
   ${If} $0 = 1
     Call StartElevatedInstaller
     MessageBox MB_OK|MB_ICONEXCLAMATION "${NO_RIGHTS} Choose $\"Just for me$\", or try again."
     Abort
   ${EndIf}
-  Call ChooseFolder
 FunctionEnd

@@ -188,6 +188,8 @@ Section
   File /r "${TREE}\*.*"
   WriteUninstaller "$INSTDIR\Uninstall.exe"
 
+  ; Where one user's key is, the program makes none for all.
+  WriteRegStr SHCTX "Software\Ostrand\Larkmoor\Quillon" Associated Yes
   DetailPrint "Laying out Quillon's folder"
   nsExec::ExecToLog '"$INSTDIR\quillon.exe" --app "$INSTDIR" setup'
   Pop $0
@@ -206,7 +208,6 @@ Section
   CreateDirectory "${GROUP}"
   CreateShortcut "${GROUP}\Quillon.lnk" "$INSTDIR\Larkmoor.exe"
   !insertmacro ForEachFileType RegisterFileType
-  WriteRegStr SHCTX "Software\Ostrand\Larkmoor\Quillon" Associated Yes
 
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayName "Quillon"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
@@ -277,6 +278,7 @@ Section Uninstall
   Delete "$INSTDIR\README.txt"
   Delete "$INSTDIR\Qt6*.dll"
   Delete "$INSTDIR\qt.conf"
+  Delete "$INSTDIR\quillon.lock"
   !insertmacro RemoveTree un. qt
   !insertmacro RemoveTree un. licences
   StrCpy $R0 "$INSTDIR\delivered\resources"
@@ -289,7 +291,6 @@ Section Uninstall
     DetailPrint "Deleting routes, zips, rescued files and settings"
     !insertmacro ForEachFolder RemoveTree
     Delete "$INSTDIR\intake.log"
-    Delete "$INSTDIR\quillon.lock"
   ${Else}
     !insertmacro ForEachFolder RemoveEmpty
   ${EndIf}
@@ -302,6 +303,7 @@ Section Uninstall
   !insertmacro ForEachFileType ForgetFileTypeEverywhere
   ; So that the next installation makes them known again. Where the game lies is the user's setting and stays.
   DeleteRegValue HKCU "Software\Ostrand\Larkmoor\Quillon" Associated
+  DeleteRegKey /ifempty HKCU "Software\Ostrand\Larkmoor\Quillon"
   DeleteRegValue HKLM "Software\Ostrand\Larkmoor\Quillon" Associated
   DeleteRegKey SHCTX "${UNINSTALL_KEY}"
 SectionEnd
