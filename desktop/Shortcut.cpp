@@ -11,12 +11,17 @@ constexpr std::string_view kOnDesktop = "\\Downloaded MSTS routes.lnk";
 }  // namespace
 
 void MakeDesktopShortcut(Files& files) {
-  const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
   const std::string desktop = GetSpecialFolder(SpecialFolder::Desktop);
-  if (programs.empty() || desktop.empty()) return;
-  const std::string shortcut = desktop + std::string(kOnDesktop);
-  files.TryCopy(programs + std::string(kInPrograms), shortcut);
-  ShowShortcut(files.Host().HostPath(shortcut));
+  if (desktop.empty()) return;
+  const std::string onDesktop = desktop + std::string(kOnDesktop);
+  // What is installed for all users has its entry in the menu that they share.
+  for (const SpecialFolder menu : {SpecialFolder::Programs, SpecialFolder::CommonPrograms}) {
+    const std::string programs = GetSpecialFolder(menu), shortcut = programs + std::string(kInPrograms);
+    if (programs.empty() || !files.FileExists(shortcut)) continue;
+    files.TryCopy(shortcut, onDesktop);
+    ShowShortcut(files.Host().HostPath(onDesktop));
+    return;
+  }
 }
 
 void RemoveDesktopShortcut(Files& files) {

@@ -8,8 +8,8 @@
 
 namespace quillon {
 
-/// The classic numbers of the user's folders.
-enum class SpecialFolder { Programs = 2, Desktop = 16 };
+/// The classic numbers of the user's folders, and of those that all users share.
+enum class SpecialFolder { Programs = 2, Desktop = 16, CommonPrograms = 23 };
 
 /// The folder in the system's form, made when it is missing; empty when there is none.
 std::string GetSpecialFolder(SpecialFolder folder);

@@ -137,6 +137,7 @@ class FileLock : public InstanceLock {
 }  // namespace
 
 std::string GetSpecialFolder(SpecialFolder folder) {
+  if (folder == SpecialFolder::CommonPrograms) return {};  // packages lay their own entries
   const fs::path path = folder == SpecialFolder::Desktop
                             ? ConfiguredDesktop().value_or(Home() / "Desktop")
                             : XdgFolder("XDG_DATA_HOME", ".local/share") / "applications";

@@ -1,5 +1,7 @@
 ; The installer. `package` defines VERSION, NUMBERS (four of them), TREE (the folder to install), TARGET (the
-; installer to write), PROGRAMS (SIZE in KB) and PICTURE (the side of the first page).
+; installer to write), SIZE (of the tree, in KB) and PICTURES (the folder with side.bmp and header.bmp).
+; Without a window: setup.exe /S [/AllUsers | /CurrentUser] [/D=FOLDER], Uninstall.exe /S [/DeleteMyFiles].
+; It ends with 0, 1 when Quillon's folder could not be laid out, 2 when nothing could be done, 3 when Quillon runs.
 Target amd64-unicode
 SetCompressor /SOLID lzma
 ManifestDPIAware true
@@ -12,9 +14,9 @@ Caption "Quillon ${VERSION}"
 BrandingText "Quillon ${VERSION}"
 OutFile "${TARGET}"
 ; The program keeps its routes beside itself, so it must not lie where only administrators may write.
-InstallDir "C:\Quillon"
-; For the registry and the programs' menu.
-RequestExecutionLevel admin
+InstallDir "$LOCALAPPDATA\Quillon"
+RequestExecutionLevel user
+AllowSkipFiles off
 
 VIProductVersion "${NUMBERS}"
 VIAddVersionKey CompanyName "Ostrand"
@@ -26,10 +28,14 @@ VIAddVersionKey ProductVersion "${VERSION}"
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Quillon"
 !define GROUP "$SMPROGRAMS\Ostrand\Quillon"
+!define DOWNLOADS_LINK "Downloaded MSTS routes.lnk"
 
 !define MUI_ICON quillon.ico
 !define MUI_UNICON quillon.ico
-!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURE}"
+!define MUI_WELCOMEFINISHPAGE_BITMAP "${PICTURES}/side.bmp"
+!define MUI_HEADERIMAGE
+!define MUI_HEADERIMAGE_RIGHT
+!define MUI_HEADERIMAGE_BITMAP "${PICTURES}/header.bmp"
 !define MUI_ABORTWARNING
 !define MUI_WELCOMEPAGE_TITLE "Welcome to Quillon!"
 !define MUI_WELCOMEPAGE_TEXT "Quillon takes in your downloaded routes for Microsoft Train Simulator, keeps each \
@@ -37,31 +43,62 @@ as one compressed file, and puts exactly one at a time into the game.$\r$\n$\r$\
 close it now.$\r$\n$\r$\nClick Next to continue."
 !define MUI_DIRECTORYPAGE_TEXT_TOP "Quillon keeps your routes in its own folder. Choose a place with enough room, \
 where you may write; not below Program Files."
+!define MUI_FINISHPAGE_TITLE "Quillon is ready"
+!define MUI_FINISHPAGE_TEXT "Start Quillon and show it where Train Simulator lies. Then drop your downloaded route \
+zips on its window.$\r$\n$\r$\nYou find it in the Start menu, in Ostrand. F1 opens the help on every screen."
 !define MUI_FINISHPAGE_RUN
 !define MUI_FINISHPAGE_RUN_TEXT "Start Quillon"
 !define MUI_FINISHPAGE_RUN_FUNCTION StartQuillon
 
+!macro RemoveMenu
+  Delete "${GROUP}\Quillon.lnk"
+  Delete "${GROUP}\${DOWNLOADS_LINK}"
+  RMDir "${GROUP}"
+  RMDir "$SMPROGRAMS\Ostrand"
+!macroend
+
+!include for_whom.nsh
+!include removal.nsh
+!include file_types.nsh
+
+!define MUI_PAGE_CUSTOMFUNCTION_PRE SkipWhenElevated
 !insertmacro MUI_PAGE_WELCOME
+Page custom ForWhomPage LeaveForWhomPage
+!define MUI_PAGE_CUSTOMFUNCTION_SHOW NoWayBackWhenElevated
 !define MUI_PAGE_CUSTOMFUNCTION_LEAVE CheckFolder
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_PAGE_FINISH
-!define MUI_UNCONFIRMPAGE_TEXT_TOP "Quillon's programs will be removed. Your routes, downloads, original zips and \
-settings stay in this folder."
-!insertmacro MUI_UNPAGE_CONFIRM
+UninstPage custom un.ConfirmPage un.LeaveConfirmPage
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
 Function .onInit
-  ${If} $INSTDIR == "C:\Quillon"  ; not chosen on the command line
-    ReadRegStr $0 HKLM "${UNINSTALL_KEY}" InstallLocation
-    ${If} $0 == ""
-      StrCpy $0 $WINDIR 2
-      StrCpy $0 "$0\Quillon"
+  Call FindKind
+  Call ChooseFolder
+  Call LacksRights
+  ${If} $0 = 1
+    ${If} ${Silent}
+      Call StartElevatedInstaller
+    ${ElseIf} $Elevated = 1
+      MessageBox MB_OK|MB_ICONEXCLAMATION "${NO_RIGHTS}"
+    ${Else}
+      Return  ; the page asks
     ${EndIf}
-    StrCpy $INSTDIR $0
+    SetErrorLevel 2
+    Quit
+  ${EndIf}
+  ${If} ${Silent}
+    Call CheckFolder
   ${EndIf}
 FunctionEnd
+
+; Says the fault of the folder, and stays on the page; without a window ends.
+!macro RefuseFolder text
+  MessageBox MB_OK|MB_ICONEXCLAMATION "${text}" /SD IDOK
+  SetErrorLevel 2
+  Abort
+!macroend
 
 !macro RefuseBelow folder
   StrLen $0 "${folder}"
@@ -69,9 +106,16 @@ FunctionEnd
   StrCpy $2 "$INSTDIR\" 1 $0
   ${If} $1 == "${folder}"
   ${AndIf} $2 == "\"
-    MessageBox MB_OK|MB_ICONEXCLAMATION "Quillon keeps your routes in its own folder, and Windows lets no program \
-write below ${folder}. Please choose another place, for example C:\Quillon."
-    Abort
+    !insertmacro RefuseFolder "Quillon keeps your routes in its own folder, and Windows lets no program write below \
+${folder}. Please choose another place, for example C:\Quillon."
+  ${EndIf}
+!macroend
+
+!macro RefuseThatOf hive whose
+  ReadRegStr $0 ${hive} "${UNINSTALL_KEY}" InstallLocation
+  ${If} $0 == $INSTDIR
+    !insertmacro RefuseFolder "In $INSTDIR lies the Quillon that is installed for ${whose}. Please choose another folder, \
+or go back and renew that one."
   ${EndIf}
 !macroend
 
@@ -79,6 +123,19 @@ Function CheckFolder
   !insertmacro RefuseBelow $PROGRAMFILES64
   !insertmacro RefuseBelow $PROGRAMFILES32
   !insertmacro RefuseBelow $WINDIR
+  ${If} $ForAll = 1
+    !insertmacro RefuseThatOf HKCU "you alone"
+  ${Else}
+    !insertmacro RefuseThatOf HKLM "everyone"
+  ${EndIf}
+  CreateDirectory $INSTDIR
+  ClearErrors
+  GetTempFileName $0 $INSTDIR
+  Delete $0
+  ${If} ${Errors}
+    !insertmacro RefuseFolder "You may not write into $INSTDIR. Please choose another folder."
+  ${EndIf}
+  RMDir $INSTDIR  ; an empty one: the user may choose another still
 FunctionEnd
 
 ; By way of the explorer, so that the program doesn't run as administrator.
@@ -106,16 +163,33 @@ Function OpenRegistry
   ${EndIf}
 FunctionEnd
 
+; Laying out the folder for all users, and older versions, made entries in the menu of whoever installs.
+Function TidyOwnMenu
+  SetShellVarContext current
+  ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
+  ${If} $0 == ""
+    !insertmacro RemoveMenu
+  ${Else}
+    CreateShortcut "${GROUP}\${DOWNLOADS_LINK}" "$0\downloaded_routes"
+  ${EndIf}
+  SetShellVarContext all
+FunctionEnd
+
 Section
+  Call AwaitClosed
   SetOutPath "$INSTDIR"
   ; What an older version delivered and this one doesn't.
   ${If} ${FileExists} "$INSTDIR\Larkmoor.exe"
-    RMDir /r "$INSTDIR\delivered"
-    RMDir /r "$INSTDIR\licences"
+    !insertmacro RemoveTree "" delivered
+    !insertmacro RemoveTree "" licences
+    !insertmacro RemoveTree "" qt
+    Delete "$INSTDIR\Qt6*.dll"
   ${EndIf}
   File /r "${TREE}\*.*"
   WriteUninstaller "$INSTDIR\Uninstall.exe"
 
+  ; Where one user's key is, the program makes none for all.
+  WriteRegStr SHCTX "Software\Ostrand\Larkmoor\Quillon" Associated Yes
   DetailPrint "Laying out Quillon's folder"
   nsExec::ExecToLog '"$INSTDIR\quillon.exe" --app "$INSTDIR" setup'
   Pop $0
@@ -124,150 +198,112 @@ Section
     SetErrorLevel 1
     Abort
   ${EndIf}
-  Call OpenRegistry
 
+  ${If} $ForAll = 1
+    Call OpenRegistry
+    Call TidyOwnMenu
+    CreateDirectory "${GROUP}"
+    CreateShortcut "${GROUP}\${DOWNLOADS_LINK}" "$INSTDIR\downloaded_routes"
+  ${EndIf}
   CreateDirectory "${GROUP}"
   CreateShortcut "${GROUP}\Quillon.lnk" "$INSTDIR\Larkmoor.exe"
+  !insertmacro ForEachFileType RegisterFileType
 
-  WriteRegStr HKLM "${UNINSTALL_KEY}" DisplayName "Quillon"
-  WriteRegStr HKLM "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
-  WriteRegStr HKLM "${UNINSTALL_KEY}" Publisher "Ostrand"
-  WriteRegStr HKLM "${UNINSTALL_KEY}" DisplayIcon "$INSTDIR\Larkmoor.exe"
-  WriteRegStr HKLM "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
-  WriteRegStr HKLM "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\Uninstall.exe"'
-  WriteRegStr HKLM "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\Uninstall.exe" /S'
-  WriteRegDWORD HKLM "${UNINSTALL_KEY}" EstimatedSize ${SIZE}
-  WriteRegDWORD HKLM "${UNINSTALL_KEY}" NoModify 1
-  WriteRegDWORD HKLM "${UNINSTALL_KEY}" NoRepair 1
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayName "Quillon"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" Publisher "Ostrand"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" DisplayIcon "$INSTDIR\Larkmoor.exe"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\Uninstall.exe"'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\Uninstall.exe" /S'
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" EstimatedSize ${SIZE}
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoModify 1
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" NoRepair 1
 SectionEnd
 
-; Are the files $R0 and $R1 the same? $0 is 1 or 0.
-Function un.SameFile
-  ClearErrors
-  FileOpen $1 $R0 r
-  FileOpen $2 $R1 r
-  StrCpy $0 0
-  ${IfNot} ${Errors}
-    ${Do}
-      ClearErrors
-      FileReadByte $1 $3
-      ${If} ${Errors}
-        StrCpy $3 end
-        ClearErrors
-      ${EndIf}
-      FileReadByte $2 $4
-      ${If} ${Errors}
-        StrCpy $4 end
-      ${EndIf}
-      ${If} $3 != $4
-        ${Break}
-      ${ElseIf} $3 == end
-        StrCpy $0 1
-        ${Break}
-      ${EndIf}
-    ${Loop}
-  ${EndIf}
-  FileClose $1
-  FileClose $2
-FunctionEnd
+Var DeleteFiles  ; 1: the user's routes, zips, rescued files and settings go, too
+Var DeleteFilesBox
 
-; Removes below $R1 what lies the same below $R0, the delivered tree. What the user changed stays.
-Function un.RemoveDelivered
-  Push $R2
-  Push $R3
-  FindFirst $R2 $R3 "$R0\*.*"
-  ${DoWhile} $R3 != ""
-    ${If} $R3 != "."
-    ${AndIf} $R3 != ".."
-      Push $R0
-      Push $R1
-      StrCpy $R0 "$R0\$R3"
-      StrCpy $R1 "$R1\$R3"
-      ${If} ${FileExists} "$R0\*.*"
-        Call un.RemoveDelivered
-      ${Else}
-        Call un.SameFile
-        ${If} $0 = 1
-          Delete "$R1"
-        ${EndIf}
-      ${EndIf}
-      Pop $R1
-      Pop $R0
+Function un.onInit
+  StrCpy $ForAll 0
+  ReadRegStr $0 HKLM "${UNINSTALL_KEY}" InstallLocation
+  ${If} $0 == $INSTDIR
+    StrCpy $ForAll 1
+  ${EndIf}
+  !insertmacro HasSwitch /Elevated
+  StrCpy $Elevated $R9
+  !insertmacro HasSwitch /DeleteMyFiles
+  StrCpy $DeleteFiles $R9
+  Call un.LacksRights
+  ${If} $0 = 1
+    StrCpy $1 ""
+    ${If} $DeleteFiles = 1
+      StrCpy $1 "/DeleteMyFiles "
     ${EndIf}
-    FindNext $R2 $R3
-  ${Loop}
-  FindClose $R2
-  Pop $R3
-  Pop $R2
+    StrCpy $1 "$1_?=$INSTDIR"
+    Call un.StartElevated
+    MessageBox MB_OK|MB_ICONEXCLAMATION "${NO_RIGHTS}" /SD IDOK
+    SetErrorLevel 2
+    Quit
+  ${EndIf}
+  Call un.UseKind
 FunctionEnd
 
-; Removes the empty folders at and below $R0; one that leads elsewhere stays.
-Function un.RemoveEmpty
-  System::Call 'kernel32::GetFileAttributesW(w R0) i .r0'
-  IntOp $1 $0 & 0x400
-  ${If} $0 = -1
-  ${OrIf} $1 <> 0
-    Return
-  ${EndIf}
-  Push $R2
-  Push $R3
-  FindFirst $R2 $R3 "$R0\*.*"
-  ${DoWhile} $R3 != ""
-    ${If} $R3 != "."
-    ${AndIf} $R3 != ".."
-    ${AndIf} ${FileExists} "$R0\$R3\*.*"
-      Push $R0
-      StrCpy $R0 "$R0\$R3"
-      Call un.RemoveEmpty
-      Pop $R0
-    ${EndIf}
-    FindNext $R2 $R3
-  ${Loop}
-  FindClose $R2
-  Pop $R3
-  Pop $R2
-  RMDir "$R0"
+Function un.ConfirmPage
+  !insertmacro MUI_HEADER_TEXT "Uninstall Quillon" "Remove Quillon's programs from your computer."
+  nsDialogs::Create 1018
+  Pop $0
+  ${NSD_CreateLabel} 0 4u 100% 40u "Quillon's programs will be removed from $INSTDIR.$\r$\n$\r$\nA route that is to stay \
+in the game must have been made permanent before, in the route manager."
+  Pop $0
+  ${NSD_CreateCheckBox} 0 52u 100% 12u "&Delete my routes, zips and rescued files, too"
+  Pop $DeleteFilesBox
+  ${NSD_SetState} $DeleteFilesBox $DeleteFiles
+  ${NSD_CreateLabel} 12u 66u 280u 30u "Without this they stay in their folder with your settings, and another \
+installation in the same folder finds them again. With it they are gone for good."
+  Pop $0
+  GetDlgItem $0 $HWNDPARENT 1
+  SendMessage $0 ${WM_SETTEXT} 0 "STR:&Uninstall"
+  nsDialogs::Show
 FunctionEnd
 
-!macro RemoveEmpty folder
-  StrCpy $R0 "$INSTDIR\${folder}"
-  Call un.RemoveEmpty
-!macroend
-
-!macro ForgetFileType extension type
-  ReadRegStr $0 HKCR "${extension}" ""
-  ${If} $0 == "${type}"
-    DeleteRegKey HKCR "${extension}"
-  ${EndIf}
-  DeleteRegKey HKCR "${type}"
-!macroend
+Function un.LeaveConfirmPage
+  ${NSD_GetState} $DeleteFilesBox $DeleteFiles
+FunctionEnd
 
 Section Uninstall
+  Call un.AwaitClosed
   Delete "$INSTDIR\Larkmoor.exe"
   Delete "$INSTDIR\quillon.exe"
   Delete "$INSTDIR\README.txt"
-  RMDir /r "$INSTDIR\licences"
+  Delete "$INSTDIR\Qt6*.dll"
+  Delete "$INSTDIR\qt.conf"
+  Delete "$INSTDIR\quillon.lock"
+  !insertmacro RemoveTree un. qt
+  !insertmacro RemoveTree un. licences
   StrCpy $R0 "$INSTDIR\delivered\resources"
   StrCpy $R1 "$INSTDIR\resources"
   Call un.RemoveDelivered
-  RMDir /r "$INSTDIR\delivered"
+  !insertmacro RemoveTree un. delivered
   Delete "$INSTDIR\Uninstall.exe"
   SetOutPath "$TEMP"  ; a current folder can't be removed
-  !insertmacro RemoveEmpty downloaded_routes
-  !insertmacro RemoveEmpty original_zips
-  !insertmacro RemoveEmpty resources
-  !insertmacro RemoveEmpty routes
+  ${If} $DeleteFiles = 1
+    DetailPrint "Deleting routes, zips, rescued files and settings"
+    !insertmacro ForEachFolder RemoveTree
+    Delete "$INSTDIR\intake.log"
+  ${Else}
+    !insertmacro ForEachFolder RemoveEmpty
+  ${EndIf}
   RMDir "$INSTDIR"
 
-  Delete "${GROUP}\Quillon.lnk"
-  Delete "${GROUP}\Downloaded MSTS routes.lnk"
-  Delete "$DESKTOP\Downloaded MSTS routes.lnk"
-  RMDir "${GROUP}"
-  RMDir "$SMPROGRAMS\Ostrand"
-
-  !insertmacro ForgetFileType .qnz Larkmoor.Compressed.Route
-  !insertmacro ForgetFileType .qnc Larkmoor.Terrain.Cache
+  !insertmacro RemoveMenu
+  SetShellVarContext current
+  Delete "$DESKTOP\${DOWNLOADS_LINK}"
+  Call un.UseKind
+  !insertmacro ForEachFileType ForgetFileTypeEverywhere
   ; So that the next installation makes them known again. Where the game lies is the user's setting and stays.
+  DeleteRegValue HKCU "Software\Ostrand\Larkmoor\Quillon" Associated
+  DeleteRegKey /ifempty HKCU "Software\Ostrand\Larkmoor\Quillon"
   DeleteRegValue HKLM "Software\Ostrand\Larkmoor\Quillon" Associated
-  DeleteRegKey HKLM "${UNINSTALL_KEY}"
+  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
 SectionEnd

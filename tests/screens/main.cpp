@@ -2,9 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <string>
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen:configfile=" QUILLON_SOURCE_DIR "/tests/screens/two_displays.json");
+  std::string displays = QUILLON_SOURCE_DIR "/tests/screens/two_displays.json";
+  displays.erase(0, displays.find(':') + 1);  // a colon would end the name: without a drive it is the current one
+  qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + displays).c_str());
   testing::InitGoogleTest(&argc, argv);
   const QApplication application(argc, argv);
   return RUN_ALL_TESTS();
