@@ -1,5 +1,6 @@
 #include "checkup/FactsCache.h"
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -68,7 +69,7 @@ std::optional<std::string> MaybeText(FlatReader& source) {
 }
 
 std::vector<ServiceCall> Calls(FlatReader& source) {
-  std::vector<ServiceCall> calls(source.Number());
+  std::vector<ServiceCall> calls(source.Count());
   for (auto& call : calls) {
     call.service = source.Text();
     call.at = source.Small();
@@ -84,7 +85,7 @@ FileFacts FactsFrom(std::string_view written) {
   facts.consist = MaybeText(source);
   facts.playersServices = Calls(source);
   facts.otherServices = Calls(source);
-  facts.items.resize(source.Number());
+  facts.items.resize(source.Count());
   for (auto& item : facts.items) item = source.Small();
   return facts;
 }
@@ -104,7 +105,7 @@ void FactsCache::Load(std::string_view bytes) {
   const auto content = Unsealed(kMark, bytes);
   if (!content) return;
   FlatReader source(*content);
-  found_ = source.Number();
+  found_ = source.Count();
   kept_.reserve(found_);
   places_.assign(3 * found_ + 1, 0);
   for (std::size_t left = found_; left > 0; --left) {
@@ -135,7 +136,10 @@ bool FactsCache::Take(FileKind kind, const GameFile& file, FileFacts& facts) {
   if (place == 0) return false;
   const Kept& kept = kept_[place - 1];
   if (kept.kind != kind || kept.size != file.size || kept.modified != file.modified) return false;
-  facts = FactsFrom(kept.facts);
+  FileFacts found = FactsFrom(kept.facts);
+  if (std::any_of(found.items.begin(), found.items.end(), [&](auto item) { return item >= items_.size(); }))
+    return false;
+  facts = std::move(found);
   ++taken_;
   return true;
 }

@@ -1,6 +1,7 @@
 // Caches in one flat file: numbers and texts, one behind the other, between a mark and a checksum.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -17,7 +18,8 @@ void Seal(std::string& bytes);
 /// The content of a file; none when it is damaged or has another mark.
 std::optional<std::string_view> Unsealed(std::string_view mark, std::string_view bytes);
 
-/// What was added, read in the same order. The checksum was right: only a number too large is caught.
+/// What was added, read in the same order. A right checksum does not vouch for the content: whatever it is,
+/// nothing is read behind the end, where numbers are 0 and texts empty.
 class FlatReader {
  public:
   /// `bytes` outlives the object and the texts.
@@ -25,6 +27,11 @@ class FlatReader {
 
   std::uint64_t Number();
   std::uint32_t Small() { return static_cast<std::uint32_t>(Number()); }
+  /// How many of something follow, each of at least one byte: never more than bytes are left.
+  std::size_t Count() {
+    const std::uint64_t count = Number();
+    return static_cast<std::size_t>(std::min<std::uint64_t>(count, rest_.size()));
+  }
   std::string_view Text();
   bool Empty() const { return rest_.empty(); }
 
