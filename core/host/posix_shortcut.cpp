@@ -13,7 +13,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kHead = "[Desktop Entry]\n",
-                           kFolder = "\nX-Quillon-Folder=", kOlderFolder = "\nURL=file://";
+                           kFolderKey = "\nX-Quillon-Folder=", kOlderFolder = "\nURL=file://";
 
 /// An argument of a command line, as the key Exec has it.
 std::string Argument(std::string_view text) {
@@ -54,7 +54,7 @@ std::string BytesOf(const fs::path& path) {
 }
 
 /// In one step, as a desktop may look at any time.
-void Place(const fs::path& path, std::string_view bytes, fs::perms permissions) {
+void PlaceFile(const fs::path& path, std::string_view bytes, fs::perms permissions) {
   std::error_code failed;
   const fs::path part = path.native() + std::string(".part~");
   std::ofstream file(part, std::ios::binary | std::ios::trunc);
@@ -83,7 +83,7 @@ void SetHidden(const fs::path& path, bool hidden) {
   if (names.empty())
     fs::remove(list, failed);
   else
-    Place(list, names, fs::perms(0644));
+    PlaceFile(list, names, fs::perms(0644));
 }
 
 }  // namespace
@@ -92,17 +92,17 @@ std::string ShortcutContent(const std::string& hostFolder) {
   return std::string(kHead) +
          "Type=Application\nName=Downloaded MSTS routes\nComment=Put downloaded route zips here\n"
          "Icon=folder-download\nCategories=Game;Simulation;\nTerminal=false\nExec=xdg-open " +
-         Value(Argument(hostFolder)) + std::string(kFolder) + Value(hostFolder) + '\n';
+         Value(Argument(hostFolder)) + std::string(kFolderKey) + Value(hostFolder) + '\n';
 }
 
 std::string ShortcutTarget(const std::string& bytes) {
   if (!bytes.starts_with(kHead)) return {};
-  for (const auto key : {kFolder, kOlderFolder}) {
+  for (const auto key : {kFolderKey, kOlderFolder}) {
     const auto at = bytes.find(key);
     if (at == bytes.npos) continue;
     const auto begin = at + key.size();
     const std::string value = bytes.substr(begin, bytes.find('\n', begin) - begin);
-    return key == kFolder ? TextOf(value) : value;
+    return key == kFolderKey ? TextOf(value) : value;
   }
   return {};
 }
@@ -111,7 +111,7 @@ std::string ShortcutTarget(const std::string& bytes) {
 void ShowShortcut(const std::string& hostPath) {
   const std::string bytes = BytesOf(ToPath(hostPath));
   if (ShortcutTarget(bytes).empty()) return;
-  Place(EntryBeside(hostPath), bytes, fs::perms(0755));
+  PlaceFile(EntryBeside(hostPath), bytes, fs::perms(0755));
   SetHidden(ToPath(hostPath), true);
 }
 
