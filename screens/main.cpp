@@ -1,6 +1,8 @@
 // Larkmoor: the route manager with its screens.
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
 #include <QIcon>
 #include <cstdio>
 
@@ -28,19 +30,22 @@ constexpr const char* kBoxStyle =
     "QProgressDialog QProgressBar::chunk { background: #A9BCEB; }"
     "QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }";
 
-/// What the program reads of its command line, behind its name. The shell hands over the name of a route file
-/// that was opened, without quotes: from the first word that is no option all is part of that, and ignored.
+/// What the program reads of its command line, behind its name; all else is ignored. The shell hands over the
+/// name of a route file that was opened in as many words as it has blanks: behind the first word that is no
+/// option only what can be no part of a name counts.
 QStringList OwnWords(const std::vector<std::string>& words) {
-  const QStringList known = {"-h", "--help"};
   QStringList own = {"Larkmoor"};
+  bool inName = false;
   for (std::size_t i = 0; i < words.size(); ++i) {
     const QString word = QString::fromStdString(words[i]);
-    if (word == "--app" && i + 1 < words.size())
-      own << word << QString::fromStdString(words[++i]);
-    else if (word.startsWith("--app=") || known.contains(word))
+    const QString next = i + 1 < words.size() ? QString::fromStdString(words[i + 1]) : QString();
+    const bool namesFolder = QDir::isAbsolutePath(next) && QFileInfo(next).isDir();
+    if (word == "--app" && !next.isEmpty() && (!inName || namesFolder))
+      own << word << next, ++i;
+    else if (!inName && (word.startsWith("--app=") || word == "-h" || word == "--help"))
       own << word;
-    else if (!word.startsWith('-'))
-      break;
+    else
+      inName = inName || !word.startsWith('-');
   }
   return own;
 }
