@@ -67,13 +67,14 @@ class Delivery {
     for (const auto& line : older) Remember(line);
     TextLines now;
     for (const auto& [path, sum] : delivered_) now.push_back(sum + " " + path);
-    for (const auto& folder : folders_) files_.MakeFolders(target_ + folder);
+    files_.MakeFolders(CutBackslash(FolderOf(program_.app.DeliveredList())));
     if (ReadDeliveryNote(program_).release != kRelease) {
       // Until this has ended, a file is as it was laid when it is that of either version.
       TextLines both = older;
       both.insert(both.end(), now.begin(), now.end());
       WriteList(program_, {}, both);
     }
+    for (const auto& folder : folders_) files_.MakeFolders(target_ + folder);
     for (const auto& [path, sum] : delivered_) LayFile(path, sum);
     for (const auto& [name, path] : obsolete_) Remove(path);
     files_.Flush(target_);
@@ -131,14 +132,15 @@ class Delivery {
 
   void Remove(const std::string& path) {
     const std::string file = target_ + path;
-    if (!files_.FileExists(file) || files_.IsPathAFolder(file) ||
-        !IsAsLaid(path, SumOf(files_.ReadAll(file))))
-      return;
-    files_.KillIfThere(file);
+    if (files_.FileExists(file)) {
+      if (files_.IsPathAFolder(file) || !IsAsLaid(path, SumOf(files_.ReadAll(file)))) return;
+      files_.KillIfThere(file);
+    }
     // Folders that have nothing in them any more go, too.
     for (std::string folder = CutBackslash(FolderOf(path)); !known_.contains(UpperCase(folder));
          folder = CutBackslash(FolderOf(folder)))
-      if (files_.Host().RemoveFolder(target_ + folder) != FileCode::Ok) break;
+      if (files_.FileExists(target_ + folder) && files_.Host().RemoveFolder(target_ + folder) != FileCode::Ok)
+        break;
   }
 
   Program& program_;

@@ -96,12 +96,13 @@ void Renew(Program& program, const std::string& deliveredTree) {
       note.release != kRelease && !deliveredTree.empty() && !IsDelivered(program, deliveredTree);
   if (!moved && !other) return;
   program.Step("Renewing the delivered files");
-  if (other && note.release.empty() && !note.folder.empty())
-    LayDelivered(program, deliveredTree);  // the set-up was cut short
-  else if (other)
-    LayDeliveredFiles(program, deliveredTree);
   RenewShortcuts(program.files, DownloadsOnHost(program));
-  if (moved && !other) NoteAppFolder(program);
+  if (!other)
+    NoteAppFolder(program);
+  else if (note.release.empty() && !note.folder.empty())
+    LayDelivered(program, deliveredTree);  // the set-up was cut short
+  else
+    LayDeliveredFiles(program, deliveredTree);
 }
 
 void LayDelivered(Program& program, const std::string& deliveredTree) {

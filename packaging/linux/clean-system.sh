@@ -43,6 +43,15 @@ use() {
   check "load" user "$quillon" load "Grosstal Bahn"
   check "the route is in the game" ls "$root$try/game/ROUTES/Quillon-route/grosstal.trk"
   check "previews are made" test -s "$root$app/routes/tsGrosstal Bahn.jpg"
+  # As if another version had laid the folder out.
+  local laid="$root$app/resources/Do_Not_Delete!"
+  sed -i $'1s/.*/Quillon 0.9\r/' "$laid/delivered.tsl"
+  rm "$root$app/resources/files/help/index.html"
+  echo "the user's own" > "$laid/misc_info/files.tsl"
+  check "a start of another version" user "$quillon" start
+  check "it renews the help" test -e "$root$app/resources/files/help/index.html"
+  check "it leaves what the user has changed" grep -q "the user's own" "$laid/misc_info/files.tsl"
+  check "the routes are as they were" says "  Grosstal Bahn (Loaded)" user "$quillon" routes
 }
 
 # use_window LARKMOOR CLASS: a second user's first start, on a display outside: of the system inside the window has only

@@ -1,4 +1,5 @@
 // What a later version does to what an earlier one has laid, and to what the user has made of it.
+#include "core/host/Desktop.h"
 #include "headless/HeadlessFrontEnd.h"
 #include "stage/RunningProgram.h"
 #include "stage/Setup.h"
@@ -23,8 +24,9 @@ class DeliveryTest : public ProgramTest {
  protected:
   DeliveryTest() {
     for (const std::string version : {"1", "2"}) {
-      fs::copy(ToPath(std::string(QUILLON_SOURCE_DIR) + "/resources"), ToPath(Tree(version) + "/resources"),
-               fs::copy_options::recursive);
+      fs::create_directories(ToPath(Delivered(version)));
+      fs::copy(ToPath(std::string(QUILLON_SOURCE_DIR) + "/resources"),
+               ToPath(Delivered(version) + "/resources"), fs::copy_options::recursive);
       Deliver(version, "files\\help.hlp", "book " + version);
       for (const std::string name : {"files.tsl", "snowmaker.tsl", "custom_scripts\\mine.txt"})
         Deliver(version, Misc(name), "list " + version);
@@ -35,7 +37,7 @@ class DeliveryTest : public ProgramTest {
     Deliver("2", Misc("new\\one.txt"), "new");
     Remove(DataPath("delivered.tsl"));
     fs::remove_all(ToPath(AppPath("resources")));
-    WithProgram([&](Program& program) { SetUp(program, Tree("1"), Game()); });
+    WithProgram([&](Program& program) { quillon::SetUp(program, Delivered("1"), Game()); });
     // The user's own.
     Write(DataPath("misc_info\\files.tsl"), "a user's list");
     Write(DataPath("misc_info\\custom_scripts\\Old\\about.txt"), "a user's note");
@@ -43,10 +45,10 @@ class DeliveryTest : public ProgramTest {
     GetOlder();
   }
 
-  std::string Tree(const std::string& version) const { return Root() + "/delivered" + version; }
+  std::string Delivered(const std::string& version) const { return Root() + "/delivered" + version; }
   static std::string Misc(const std::string& name) { return "Do_Not_Delete!\\misc_info\\" + name; }
   void Deliver(const std::string& version, const std::string& name, const std::string& bytes) const {
-    Write(Tree(version) + "/resources\\" + name, bytes);
+    Write(Delivered(version) + "/resources\\" + name, bytes);
   }
   /// As if the release before this one had laid what is there.
   void GetOlder() const {
@@ -60,7 +62,7 @@ class DeliveryTest : public ProgramTest {
     act(program.Get());
   }
   void RenewFrom(const std::string& version) {
-    WithProgram([&](Program& program) { Renew(program, Tree(version)); });
+    WithProgram([&](Program& program) { Renew(program, Delivered(version)); });
   }
   std::string Laid(const std::string& name) const {
     const std::string path = DataPath("misc_info\\" + name);
@@ -115,7 +117,8 @@ TEST_F(DeliveryTest, WhatWasCutShortGoesOnByWhicheverVersion) {
     End end(at);
     bool ended = false;
     try {
-      WithProgram([&](Program& program) { Renew(program, Tree("2")); }, std::make_unique<FaultyFiles>(end));
+      WithProgram([&](Program& program) { Renew(program, Delivered("2")); },
+                  std::make_unique<FaultyFiles>(end));
     } catch (const RunTimeError&) {
       ended = true;
     }
@@ -139,21 +142,21 @@ TEST_F(DeliveryTest, WithoutAListAllThatDiffersIsTheUsers) {
 }
 
 TEST_F(DeliveryTest, TheDeliveredTreeIsNoApplicationFolder) {
-  fs::path way = ToPath(Tree("2"));
+  fs::path way = ToPath(Delivered("2"));
   if (HasLinks()) {
     way = ToPath(Root()) / "a link";
-    MakeFolderLink(ToPath(Tree("2")), way);
+    MakeFolderLink(ToPath(Delivered("2")), way);
   }
-  const auto before = State(Tree("2"));
+  const auto before = State(Delivered("2"));
   for (const fs::path& folder : {way, way / "resources" / "files"}) {
     options.app = FromPath(folder);
     RecordedOutput output;
     HeadlessFrontEnd frontEnd(output, options);
     RunningProgram program(options.app, frontEnd);
-    EXPECT_THROW(SetUp(program.Get(), Tree("2"), {}), RunTimeError);
-    Renew(program.Get(), Tree("2"));
+    EXPECT_THROW(quillon::SetUp(program.Get(), Delivered("2"), {}), RunTimeError);
+    Renew(program.Get(), Delivered("2"));
   }
-  EXPECT_EQ(State(Tree("2")), before);
+  EXPECT_EQ(State(Delivered("2")), before);
 }
 
 TEST_F(DeliveryTest, AWrongFolderIsLeftAsItIs) {
@@ -179,7 +182,7 @@ TEST_F(DeliveryTest, TheShortcutFollowsAMovedFolderAndNoOther) {
   const fs::path shortcut = Desktop().Desktop() / "Downloaded MSTS routes.lnk";
   const auto leadsTo = [&] { return ShortcutTarget(ReadBytes(FromPath(shortcut))); };
   ASSERT_EQ(FirstRun(), 0);
-  ASSERT_EQ(Run({.name = "options", .shortcut = true}), 0);
+  ASSERT_EQ(Run(Command{.name = "options", .shortcut = true}), 0);
   EXPECT_EQ(leadsTo(), AppPath("downloaded_routes"));
   const std::string first = App(), moved = Root() + "/moved", copy = Root() + "/copy";
   fs::copy(ToPath(first), ToPath(copy), fs::copy_options::recursive);
