@@ -71,8 +71,9 @@ class Parts {
   }
   std::int64_t Seek(std::int64_t offset, int from) {
     const auto length = static_cast<std::int64_t>(Length());
-    const std::int64_t base =
-        from == SEEK_SET ? 0 : from == SEEK_CUR ? static_cast<std::int64_t>(at_) : length;
+    const std::int64_t base = from == SEEK_SET   ? 0
+                              : from == SEEK_CUR ? static_cast<std::int64_t>(at_)
+                                                 : length;
     // An archive may ask for any offset: the sum could overflow.
     if (offset < -base || offset > length - base) return ARCHIVE_FATAL;
     at_ = static_cast<std::uint64_t>(base + offset);
