@@ -1,6 +1,4 @@
 // The memory of the Checkup, its checksum right whatever it holds; and the causes that it leaves.
-#include <algorithm>
-
 #include "checkup/CauseFile.h"
 #include "checkup/FactsCache.h"
 #include "core/FlatFile.h"
@@ -16,8 +14,7 @@ std::string CacheOf(std::string_view bytes, const GameFile& file) {
   } else {
     AddNumber(cache, 1);
     AddText(cache, file.Path());
-    for (const std::uint64_t number : {std::uint64_t{0}, file.size, std::uint64_t{1}})
-      AddNumber(cache, number);
+    for (const std::uint64_t number : {0ul, file.size, 1ul}) AddNumber(cache, number);
     AddText(cache, bytes);
     AddText(cache, "engine");
   }
@@ -27,16 +24,15 @@ std::string CacheOf(std::string_view bytes, const GameFile& file) {
 
 void Try(std::string_view bytes) {
   World world;
-  const auto folder = std::make_shared<const std::string>("\\game\\trains\\consists\\");
-  const GameFile file{folder, "a.con", 9, 1};
+  const GameFile file{std::make_shared<const std::string>("\\game\\trains\\consists\\"), "a.con", 9, 1};
   world.Memory().Put(world.Get().app.FactsCacheFile(), CacheOf(bytes, file));
+  world.Memory().Put("\\causes.json", bytes);
   FactsCache cache(world.Get());
   cache.Open();
   std::vector<FileFacts> facts(1);
   if (cache.Take(FileKind::Consist, file, facts[0]))
     for (const auto item : facts[0].items) Require(item < cache.Items().size(), "an item that is not there");
   cache.Save({{FileKind::Consist, std::vector{file}, facts}});
-  world.Memory().Put("\\causes.json", bytes);
   ReadCauses(world.Get(), "\\causes.json");
   ReadCauseCounts(world.Get(), "\\causes.json");
 }

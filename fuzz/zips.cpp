@@ -9,21 +9,21 @@
 
 namespace quillon::fuzz {
 
-constexpr std::uint64_t kMostBytes = 1u << 20;  // unpacked; more is only slow
-
 void Try(std::string_view bytes) {
   static World world{World::OnDisk()};
+  Files& files = world.DiskFiles();
   std::ofstream(world.Folder() + "/a.zip", std::ios::binary) << bytes;
-  ArchiveReader archive(world.DiskFiles());
+  ArchiveReader archive(files);
   archive.InputFile = world.Folder() + "\\a.zip";
   archive.ReadDirectory();
-  BombIn(world.DiskFiles(), archive);
+  BombIn(files, archive);
   MapRoute(archive);
   archive.FileWhereFolderIsWanted();
   std::uint64_t claimed = 0;
   for (const auto& entry : archive.Entries()) claimed = SaturatedSum(claimed, entry.size);
-  if (claimed > kMostBytes) return;
-  const auto whole = DamagedEntries(world.DiskFiles(), archive, [](auto, auto) {}).empty();
+  if (claimed > 1u << 20) return;  // more is only slow
+  bool whole = DamagedEntries(files, archive, [](auto, auto) {}).empty();
+  for (const auto& entry : archive.Entries()) whole = whole && entry.Obstacle().empty();
   archive.OutputFolder = world.Folder() + "\\out\\";
   archive.AddFilter("*");
   try {

@@ -15,6 +15,10 @@
 namespace quillon {
 namespace {
 
+// What a zip may claim: even terrain that is all flat does not pack as well as this.
+constexpr std::uint64_t kAlwaysRoom = 1u << 30;  // bytes
+constexpr std::uint64_t kMostRatio = 200;        // of unpacked to packed, beyond the first
+
 /// Hands the entries out to the threads, the largest first: none is left alone with one at the end.
 class Check {
  public:
@@ -108,8 +112,12 @@ std::string BombIn(Files& files, const ArchiveReader& archive) {
     return "entries overlap in the file: " + name;
   std::uint64_t claimed = 0;
   for (const auto& entry : archive.Entries()) claimed = SaturatedSum(claimed, entry.size);
-  const bool fits = claimed <= files.Host().DiskOf(archive.InputFile).size;
-  return fits ? "" : "it claims more than the disk holds: " + std::to_string(claimed >> 20) + " MB";
+  const std::string much = ": " + std::to_string(claimed >> 20) + " MB";
+  if (claimed > files.Host().DiskOf(archive.InputFile).size)
+    return "it claims more than the disk holds" + much;
+  if (claimed > kAlwaysRoom && claimed / kMostRatio > files.Size(archive.InputFile))
+    return "it claims more than any honest file of its size holds" + much;
+  return {};
 }
 
 std::vector<int> DamagedEntries(Files& files, const ArchiveReader& archive,

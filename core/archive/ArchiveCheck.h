@@ -11,7 +11,7 @@
 namespace quillon {
 
 /// Why an archive is not to be unpacked at all: entries that lie in each other, or that claim more than the
-/// disk holds. Empty for an honest one. `archive` has read its directory.
+/// disk, or any honest file of its size, holds. Empty for an honest one. `archive` has read its directory.
 std::string BombIn(Files& files, const ArchiveReader& archive);
 
 /// The entries of `archive` whose data or checksum are wrong, by index, in rising order; `archive` has read

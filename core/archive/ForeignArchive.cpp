@@ -70,9 +70,12 @@ class Parts {
     return static_cast<std::int64_t>(skipped);
   }
   std::int64_t Seek(std::int64_t offset, int from) {
-    const std::int64_t base =
-        from == SEEK_SET ? 0 : static_cast<std::int64_t>(from == SEEK_CUR ? at_ : Length());
-    if (base + offset < 0 || static_cast<std::uint64_t>(base + offset) > Length()) return ARCHIVE_FATAL;
+    const auto length = static_cast<std::int64_t>(Length());
+    const std::int64_t base = from == SEEK_SET   ? 0
+                              : from == SEEK_CUR ? static_cast<std::int64_t>(at_)
+                                                 : length;
+    // An archive may ask for any offset: the sum could overflow.
+    if (offset < -base || offset > length - base) return ARCHIVE_FATAL;
     at_ = static_cast<std::uint64_t>(base + offset);
     return base + offset;
   }

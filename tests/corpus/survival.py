@@ -1,4 +1,5 @@
 """What a download that means harm must not do, from the intake of it to the clean-up after it."""
+import hashlib
 import json
 import os
 import re
@@ -10,8 +11,9 @@ from pathlib import Path
 PAGE_FILE = Path(__file__).resolve().parents[2] / "docs/hostile.md"
 OTHER, WORKING = "Other Line", "ROUTES/Quillon-route"
 CPU, HANGS, MEMORY = 5, 120, 200  # seconds of processors, of the clock, and MB, for each command
+SHOWN = 4 << 20  # bytes
 # Where what a download says may leave files, below the application folder and the game.
-ROOM = re.compile(r"app/(original_zips|downloaded_routes|routes|rescued)/|app/intake\\.log$|app/resources/|"
+ROOM = re.compile(r"app/(original_zips|downloaded_routes|routes|rescued)/|app/intake\.log$|app/resources/|"
                   r"game/ROUTES/Quillon-route/|game/(TRAINS/CONSISTS|SAVES)/|home/", re.I)
 
 
@@ -22,8 +24,9 @@ def census(folder):
         for path in (os.path.join(place, name) for name in (*folders, *names)):
             state, key = os.lstat(path), os.path.relpath(path, folder)
             if stat.S_ISREG(state.st_mode):
-                with open(path, "rb") as file:
-                    found[key] = file.read() + b" setuid" * bool(state.st_mode & 0o7000) + b" linked" * (state.st_nlink > 1)
+                with open(path, "rb") as file:  # a command that is started looks as large as this process
+                    data = file.read() if state.st_size < SHOWN else hashlib.file_digest(file, "md5").digest()
+                    found[key] = data + b" setuid" * bool(state.st_mode & 0o7000) + b" linked" * (state.st_nlink > 1)
             elif not stat.S_ISDIR(state.st_mode):
                 found[key] = "no file"
     return found
@@ -90,7 +93,6 @@ class Survival:
             return "stopped", f"{self.errors[0]['number']} {self.errors[0]['text']}"
         if not verdicts:
             return "none", ""
-        self.t.verdict = verdicts[0]["class"]
         return ("taken in" if verdicts[0]["class"] == "ADD" else "set aside"), self.plain(verdicts[0]["reason"])
 
 
