@@ -16,8 +16,7 @@ namespace quillon {
 namespace {
 
 // What a zip may claim: even terrain that is all flat does not pack as well as this.
-constexpr std::uint64_t kAlwaysRoom = 1u << 30;  // bytes
-constexpr std::uint64_t kMostRatio = 200;        // of unpacked to packed, beyond the first
+constexpr std::uint64_t kMostRatio = 200;  // of unpacked to packed, beyond the first
 
 /// Hands the entries out to the threads, the largest first: none is left alone with one at the end.
 class Check {

@@ -10,6 +10,9 @@
 
 namespace quillon {
 
+/// Bytes that any archive may claim, however small it is.
+inline constexpr std::uint64_t kAlwaysRoom = 1u << 30;
+
 /// Why an archive is not to be unpacked at all: entries that lie in each other, or that claim more than the
 /// disk, or any honest file of its size, holds. Empty for an honest one. `archive` has read its directory.
 std::string BombIn(Files& files, const ArchiveReader& archive);

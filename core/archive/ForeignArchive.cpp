@@ -18,6 +18,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/ArchiveReader.h"
 #include "core/archive/PackQueue.h"
@@ -32,9 +33,8 @@ namespace {
 constexpr std::string_view k7z("7z\xBC\xAF\x27\x1C", 6), kRar("Rar!\x1A\x07", 6);
 constexpr std::size_t kLongestStub = 4u << 20, kPiece = 256u << 10;  // bytes
 constexpr std::size_t kMostMarks = 16, kMostEntries = 300'000;
-constexpr std::uint64_t kMostRatio = 1100;        // of unpacked to packed, beyond the first
-constexpr std::uint64_t kAlwaysRoom = 1u << 30;   // bytes
-constexpr std::uint64_t kWholeLimit = 32u << 20;  // bytes; above it a file is packed as a stream
+constexpr std::uint64_t kMostForeignRatio = 1100;  // of unpacked to packed, beyond the first
+constexpr std::uint64_t kWholeLimit = 32u << 20;   // bytes; above it a file is packed as a stream
 
 /// The parts of an archive as one run of bytes.
 class Parts {
@@ -285,7 +285,8 @@ Listing List(Files& files, const std::vector<std::string>& parts, const std::str
   const std::vector<std::string> hostPaths = HostPaths(files, parts);
   std::uint64_t packed = 0;
   for (const auto& part : parts) packed = SaturatedSum(packed, files.Size(part));
-  const std::uint64_t most = std::min(files.Host().DiskOf(place).size, kAlwaysRoom + kMostRatio * packed);
+  const std::uint64_t most =
+      std::min(files.Host().DiskOf(place).size, kAlwaysRoom + kMostForeignRatio * packed);
   std::string reason = "there is no archive in it";
   for (const std::uint64_t begin : Beginnings(hostPaths.front())) {
     try {
