@@ -26,9 +26,10 @@ void RemoveDesktopShortcut(Files& files) {
 
 void MakeProgramsShortcut(Files& files, const std::string& target) {
   const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
-  if (programs.empty()) return;
+  const std::string content = ShortcutContent(target);
+  if (programs.empty() || content.empty()) return;
   files.MakeFolders(programs + "\\Ostrand\\Quillon");
-  files.WriteAll(programs + std::string(kInPrograms), ShortcutContent(target));
+  files.WriteAll(programs + std::string(kInPrograms), content);
 }
 
 }  // namespace quillon
