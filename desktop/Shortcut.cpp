@@ -34,10 +34,11 @@ void RemoveDesktopShortcut(Files& files) {
 
 void MakeProgramsShortcut(Files& files, const std::string& target) {
   const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
-  if (programs.empty()) return;
+  const std::string content = ShortcutContent(target);
+  if (programs.empty() || content.empty()) return;
   files.MakeFolders(programs + "\\Ostrand\\Quillon");
   const std::string shortcut = programs + std::string(kInPrograms);
-  files.WriteAll(shortcut, ShortcutContent(target));
+  files.WriteAll(shortcut, content);
   ShowShortcut(files.Host().HostPath(shortcut));
 }
 

@@ -92,6 +92,19 @@ class CallEvent : public StartCalls {
   Handle event_;
 };
 
+/// The shell takes no path in the form for long ones: then the short names of the folders may do. Empty when
+/// they don't.
+std::wstring ShellPath(const std::string& hostPath) {
+  const std::wstring call = CallPath(hostPath);
+  std::wstring shortened(call.size() + MAX_PATH, L'\0');
+  shortened.resize(::GetShortPathNameW(call.c_str(), shortened.data(), static_cast<DWORD>(shortened.size())));
+  for (const std::wstring& path : {call, shortened}) {
+    std::wstring plain = TakeApart(Narrow(path)).Plain();
+    if (!path.empty() && !plain.starts_with(L"\\\\?\\")) return plain;
+  }
+  return {};
+}
+
 std::string BytesOf(IStream* stream) {
   HGLOBAL memory = nullptr;
   STATSTG facts = {};
@@ -145,13 +158,15 @@ DesktopAnswer RunCommand(const std::string& command, const std::string& hostFold
 }
 
 std::string ShortcutContent(const std::string& hostFolder) {
+  const std::wstring folder = ShellPath(hostFolder);
+  if (folder.empty()) return {};
   const Objects objects;
   Reference<IShellLinkW> link;
   Reference<IPersistStream> saved;
   Reference<IStream> stream;
   if (FAILED(::CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
                                 link.Place())) ||
-      FAILED(link->SetPath(Widen(hostFolder).c_str())) ||
+      FAILED(link->SetPath(folder.c_str())) ||
       FAILED(link->QueryInterface(IID_IPersistStream, saved.Place())) ||
       FAILED(::CreateStreamOnHGlobal(nullptr, TRUE, stream.Typed())) ||
       FAILED(saved->Save(stream.Get(), TRUE)))
@@ -193,7 +208,8 @@ std::string ExecutableFolder() {
 std::string AbsoluteHostPath(const std::string& path) {
   if (path.empty()) return {};
   const WindowsPath named = TakeApart(path);
-  return named.Named() ? Narrow(named.Plain()) : path;
+  // The system's texts are long without a mark of it.
+  return named.Named() ? Narrow(named.Text()) : path;
 }
 
 std::unique_ptr<InstanceLock> TakeInstanceLock(const std::string& hostPath) {

@@ -77,10 +77,13 @@ std::wstring WindowsPath::Call(bool withName) const {
 }
 
 std::wstring WindowsPath::Plain() const {
-  std::wstring call = Call();
+  std::wstring plain = Text();
+  return plain.size() > kLongestPlain ? Call() : plain;
+}
+
+std::wstring WindowsPath::Text() const {
+  const std::wstring call = Call();
   const bool share = root.starts_with(L"\\\\");
-  const std::size_t extra = share ? kLongShare.size() - 2 : kLongForm.size();
-  if (call.size() - extra > kLongestPlain) return call;
   return share ? L"\\\\" + call.substr(kLongShare.size()) : call.substr(kLongForm.size());
 }
 

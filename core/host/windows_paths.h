@@ -16,8 +16,9 @@ struct WindowsPath {
   /// The whole path in the form that no length and no name of a device stands in the way of: with "\\?\" in
   /// front. Without its last name it is the path of the folder.
   std::wstring Call(bool withName = true) const;
-  /// The whole path as people write it, and as the shell and libraries take it; in the form above where it is
-  /// too long for them.
+  /// The whole path as people write it.
+  std::wstring Text() const;
+  /// The same for the shell and for libraries: in the form above where it is too long for them.
   std::wstring Plain() const;
   /// The last name; empty for the root.
   std::string Name() const { return text.names.empty() ? std::string() : text.names.back(); }

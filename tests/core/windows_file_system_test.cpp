@@ -53,6 +53,8 @@ TEST_F(FileSystemTest, PathsStartAtRootsDrivesAndTheCurrentFolder) {
     EXPECT_EQ(CodeFor(path), PathNotFound) << path;
   EXPECT_EQ(files_->HostPath("\\\\server\\share\\a/../b"), "\\\\server\\share\\b");
   EXPECT_EQ(AbsoluteHostPath("\\\\server\\share\\"), "\\\\server\\share\\");
+  const std::string longOne = drive + "\\" + std::string(300, 'x');
+  EXPECT_EQ(AbsoluteHostPath(longOne), longOne) << "a mark of its length would be a wildcard";
   const fs::path before = fs::current_path();
   fs::current_path(Host("Folder"));
   for (const std::string& path : {std::string("FILE"), drive + "file", below + "\\file"}) {
