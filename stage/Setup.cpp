@@ -41,7 +41,8 @@ void RequireNoFile(Program& program) {
 }
 
 void RequireDeliveredTree(const std::string& deliveredTree) {
-  if (deliveredTree.empty()) throw RunTimeError(ErrorNumber::PathNotFound, "share/quillon", kNoDeliveredTree);
+  if (deliveredTree.empty())
+    throw RunTimeError(ErrorNumber::PathNotFound, ExecutableFolder(), kNoDeliveredTree);
 }
 
 bool IsSetUp(Program& program) { return program.files.IsPathAFolder(program.app.MiscInfo()); }
