@@ -260,7 +260,7 @@ in the game must have been made permanent before, in the route manager."
   Pop $DeleteFilesBox
   ${NSD_SetState} $DeleteFilesBox $DeleteFiles
   ${NSD_CreateLabel} 12u 66u 280u 30u "Without this they stay in their folder with your settings, and another \
-installation in the same folder finds them again. With it they are gone for good."
+installation in the same folder finds them again. With it all of that is gone for good."
   Pop $0
   GetDlgItem $0 $HWNDPARENT 1
   SendMessage $0 ${WM_SETTEXT} 0 "STR:&Uninstall"
