@@ -105,6 +105,12 @@ std::wstring ShellPath(const std::string& hostPath) {
   return {};
 }
 
+/// A path or an address for the shell.
+std::wstring ForShell(const std::string& hostPath) {
+  const std::wstring path = hostPath.starts_with("\\\\?\\") ? ShellPath(hostPath) : Widen(hostPath);
+  return path.empty() ? Widen(hostPath) : path;
+}
+
 std::string BytesOf(IStream* stream) {
   HGLOBAL memory = nullptr;
   STATSTG facts = {};
@@ -134,12 +140,12 @@ std::string GetSpecialFolder(SpecialFolder folder) {
 }
 
 DesktopAnswer OpenWithDesktop(const std::string& hostPath) {
-  const std::wstring what = Widen(hostPath);
+  const std::wstring what = ForShell(hostPath);
   return Execute(nullptr, what, FolderOfFile(what));
 }
 
 DesktopAnswer ExploreWithDesktop(const std::string& hostPath) {
-  return Execute(L"explore", Widen(hostPath), {});
+  return Execute(L"explore", ForShell(hostPath), {});
 }
 
 DesktopAnswer RunCommand(const std::string& command, const std::string& hostFolder) {
