@@ -8,11 +8,11 @@
 #include "catalogue/RouteMap.h"
 #include "catalogue/RouteName.h"
 #include "core/CopyOver.h"
-#include "core/host/Workers.h"
 #include "core/ProfileSnapshot.h"
 #include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
 #include "core/host/RawFile.h"
+#include "core/host/Workers.h"
 
 namespace quillon {
 namespace {

@@ -21,8 +21,9 @@ void OptionsScreen::Activate() {
 }
 
 void OptionsScreen::SetTSPath(const std::string& path) {
-  path_ = path.empty() ? beforeBrowse_ : path;
-  rights_ = MissingRights(program_, path_);
+  const std::string before = std::exchange(path_, path.empty() ? beforeBrowse_ : path);
+  // To find out takes several calls, and this one comes with every letter.
+  if (path_ != before) rights_ = MissingRights(program_, path_);
 }
 
 std::string OptionsScreen::btnLocateClick() {

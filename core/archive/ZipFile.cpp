@@ -159,8 +159,8 @@ void ZipFile::Unpack(std::size_t index, const Sink& sink) {
   const bool whole = entry.size <= kUnpackWholeLimit &&
                      entry.packedSize <= kUnpackWholeLimit + kUnpackWholeLimit / 8 &&
                      (entry.method == ZIP_CM_STORE || entry.method == ZIP_CM_DEFLATE);
-  if (const auto packed = whole ? PackedBytes(entry) : std::string_view(); packed.data() != nullptr)
-    return UnpackWhole(entry, packed, sink);
+  // What is no data of this entry there may be found by the format library.
+  if (whole && UnpackWhole(entry, PackedBytes(entry), sink)) return;
   const EntryFile file(zip_fopen_index(Handle(), entry.place, rare ? ZIP_FL_COMPRESSED : 0));
   if (!file) Broken(entry, zip_get_error(Handle()));
   rare ? UnpackRare(entry, file.get(), sink) : UnpackStream(entry, file.get(), sink);
@@ -179,17 +179,19 @@ std::string_view ZipFile::PackedBytes(const ArchiveEntry& entry) {
              : std::string_view();
 }
 
-void ZipFile::UnpackWhole(const ArchiveEntry& entry, std::string_view packed, const Sink& sink) {
+bool ZipFile::UnpackWhole(const ArchiveEntry& entry, std::string_view packed, const Sink& sink) {
+  if (packed.data() == nullptr) return false;
   std::string_view data = packed;
   if (entry.method == ZIP_CM_DEFLATE) {
     MakeRoom(unpacked_, entry.size);
     const auto result = libdeflate_deflate_decompress(Decompressor(), packed.data(), packed.size(),
                                                       unpacked_.data(), entry.size, nullptr);
-    if (result != LIBDEFLATE_SUCCESS) Broken(entry);
+    if (result != LIBDEFLATE_SUCCESS) return false;
     data = {unpacked_.data(), entry.size};
   }
-  if (data.size() != entry.size || libdeflate_crc32(0, data.data(), data.size()) != entry.crc) Broken(entry);
+  if (data.size() != entry.size || libdeflate_crc32(0, data.data(), data.size()) != entry.crc) return false;
   sink(data);
+  return true;
 }
 
 void ZipFile::UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink) {

@@ -23,8 +23,9 @@ inline constexpr std::uint64_t kUnknownPlace = ~std::uint64_t{0};
 struct ArchiveEntry {
   std::string name;  // stored name: backslashes, no drive, a folder ends in a backslash
   std::uint64_t size = 0, packedSize = 0;
-  std::uint64_t place = 0;   // in the archive's directory, from 0
-  std::uint64_t header = 0;  // where in the file its header lies; kUnknownPlace where that can't be told
+  std::uint64_t place = 0;  // in the archive's directory, from 0
+  std::uint64_t header =
+      kUnknownPlace;  // where in the file its header lies; kUnknownPlace where that can't be told
   std::uint32_t crc = 0;
   std::uint16_t method = 0;
   bool locked = false;  // by a password
@@ -77,7 +78,8 @@ class ZipFile {
   std::string_view PackedBytes(const ArchiveEntry& entry);
   void ReadEntries();
   libdeflate_decompressor* Decompressor();
-  void UnpackWhole(const ArchiveEntry& entry, std::string_view packed, const Sink& sink);
+  /// False, with nothing sunk, when `packed` is not what the entry tells.
+  bool UnpackWhole(const ArchiveEntry& entry, std::string_view packed, const Sink& sink);
   void UnpackStream(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
   void UnpackRare(const ArchiveEntry& entry, zip_file_t* file, const Sink& sink);
 

@@ -343,17 +343,22 @@ void PosixFileSystem::CopyMany(const std::vector<CopyOrder>& orders, const Hears
   std::vector<CopyTask> tasks;
   for (std::size_t begin = 0; begin < orders.size(); begin += tasks.size()) {
     tasks.clear();
-    // One that has to do with what another makes comes after it.
-    std::unordered_set<std::string> made;
+    // One that has to do with what another reads or makes comes after it.
+    std::unordered_set<std::string> read, made;
     for (std::size_t i = begin; i < orders.size() && tasks.size() < kTogether; ++i) {
-      if (made.contains(UpperCase(orders[i].from)) || !made.insert(UpperCase(orders[i].to)).second) break;
+      const std::string from = UpperCase(orders[i].from), to = UpperCase(orders[i].to);
+      if (made.contains(from) || made.contains(to) || read.contains(to)) break;
+      read.insert(from);
+      made.insert(to);
       tasks.push_back(Prepare(orders[i]));
     }
+    // A single one is copied on this thread.
+    std::function<void()> idle = [] {};
+    if (tasks.size() == 1) idle = [this] { Idle(); };
     OnAllProcessors(
         tasks.size(),
         [&](std::size_t i) {
-          if (tasks[i].code == FileCode::Ok)
-            tasks[i].code = CopyInto(tasks[i].source, tasks[i].target, [] {});
+          if (tasks[i].code == FileCode::Ok) tasks[i].code = CopyInto(tasks[i].source, tasks[i].target, idle);
         },
         [this](std::size_t) { Idle(); });
     for (const auto& task : tasks) Finish(task);

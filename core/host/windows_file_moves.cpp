@@ -51,6 +51,9 @@ FileCode MoveAcross(const std::wstring& from, const std::wstring& to, const std:
   if (code != FileCode::Ok) return code;
   if (!RemoveAnyFile(from)) {
     code = LastCode();
+    FileCode found = FileCode::Ok;
+    // When somebody else has deleted it, the copy is the only one.
+    if (AttributesOf(from, found) == INVALID_FILE_ATTRIBUTES) return FileCode::Ok;
     RemoveAnyFile(to);
     return code;
   }

@@ -6,7 +6,9 @@
 namespace quillon {
 namespace {
 
-constexpr DWORD kLongestWait = 2000, kFirstPause = 5, kLongestPause = 100, kMemory = 5000;  // milliseconds
+// Milliseconds. Who holds many files would make each of them last.
+constexpr DWORD kLongestWait = 2000, kWaitAfterOneInVain = 100, kMemory = 5000;
+constexpr DWORD kFirstPause = 5, kLongestPause = 100;
 
 /// Among what is refused only this is held by somebody: the file can be opened, but not for one alone.
 bool IsOpenElsewhere(const std::wstring& path) {
@@ -31,9 +33,11 @@ bool IsHeld(const std::wstring& path, DWORD error) {
 /// What was waited for in vain last.
 class InVain {
  public:
-  bool Lately(const std::wstring& path) {
+  /// How long `path` is worth waiting for, in milliseconds.
+  DWORD WaitFor(const std::wstring& path) {
     const std::lock_guard lock(mutex_);
-    return path == path_ && ::GetTickCount64() - since_ < kMemory;
+    if (path_.empty() || ::GetTickCount64() - since_ >= kMemory) return kLongestWait;
+    return path == path_ ? 0 : kWaitAfterOneInVain;
   }
   void Remember(const std::wstring& path) {
     const std::lock_guard lock(mutex_);
@@ -72,9 +76,10 @@ bool Wait::Again(const std::wstring& path, DWORD error) {
 bool Wait::AgainWhileHeld(const std::wstring& path) {
   const ULONGLONG now = ::GetTickCount64();
   if (pause_ == 0) {
-    if (TheInVain().Lately(path)) return false;
+    const DWORD wait = TheInVain().WaitFor(path);
+    if (wait == 0) return false;
     pause_ = kFirstPause;
-    until_ = now + kLongestWait;
+    until_ = now + wait;
   }
   if (now >= until_) {
     TheInVain().Remember(path);

@@ -8,7 +8,7 @@
 namespace quillon {
 
 /// One call's waiting, with pauses that grow: two seconds in all. Nothing for a file that was waited for in
-/// vain a moment ago, so that the calls of one statement don't add up.
+/// vain a moment ago, and little for another, so that the calls of one step don't add up.
 class Wait {
  public:
   /// After a call about `path` has failed with `error`: whether to try it again, after a pause. False at once

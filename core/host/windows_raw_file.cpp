@@ -98,8 +98,8 @@ bool RawInput::ReadInto(std::uint64_t offset, char* bytes, std::size_t& count) c
   while (count < wanted) {
     OVERLAPPED place = PlaceAt(offset + count);
     DWORD part = 0;
-    if (::ReadFile(ToHandle(handle_), bytes + count, static_cast<DWORD>(std::min(wanted - count, kMostOfOneCall)),
-                   &part, &place) == 0)
+    if (::ReadFile(ToHandle(handle_), bytes + count,
+                   static_cast<DWORD>(std::min(wanted - count, kMostOfOneCall)), &part, &place) == 0)
       return ::GetLastError() == ERROR_HANDLE_EOF;
     if (part == 0) break;
     count += part;

@@ -119,6 +119,13 @@ or go back and renew that one."
   ${EndIf}
 !macroend
 
+!macro RefuseStranger folder
+  ${If} ${FileExists} "$INSTDIR\${folder}\*.*"
+    !insertmacro RefuseFolder "$INSTDIR already holds a folder ${folder} that is not Quillon's. Please choose another place, or a \
+new folder in it."
+  ${EndIf}
+!macroend
+
 Function CheckFolder
   !insertmacro RefuseBelow $PROGRAMFILES64
   !insertmacro RefuseBelow $PROGRAMFILES32
@@ -127,6 +134,22 @@ Function CheckFolder
     !insertmacro RefuseThatOf HKCU "you alone"
   ${Else}
     !insertmacro RefuseThatOf HKLM "everyone"
+  ${EndIf}
+  ${If} ${FileExists} "$INSTDIR\train.exe"
+    !insertmacro RefuseFolder "$INSTDIR is the game's own folder. Please choose another one: Quillon is shown later where the \
+game lies."
+  ${EndIf}
+  ; Folders of these names become Quillon's own, to be deleted with it.
+  ${IfNot} ${FileExists} "$INSTDIR\Larkmoor.exe"
+  ${AndIfNot} ${FileExists} "$INSTDIR\resources\Do_Not_Delete!\*.*"
+    !insertmacro RefuseStranger routes
+    !insertmacro RefuseStranger resources
+    !insertmacro RefuseStranger rescued
+    !insertmacro RefuseStranger original_zips
+    !insertmacro RefuseStranger downloaded_routes
+    !insertmacro RefuseStranger delivered
+    !insertmacro RefuseStranger licences
+    !insertmacro RefuseStranger qt
   ${EndIf}
   CreateDirectory $INSTDIR
   ClearErrors
@@ -200,6 +223,13 @@ Section
   ${EndIf}
 
   ${If} $ForAll = 1
+    ; A game that this user has chosen for a Quillon that is gone would hide the one of all.
+    ReadRegStr $0 HKCU "${UNINSTALL_KEY}" InstallLocation
+    ${If} $0 == ""
+      DeleteRegValue HKCU "Software\Ostrand\Larkmoor" TrainSimPath
+      DeleteRegKey /ifempty HKCU "Software\Ostrand\Larkmoor\Quillon"
+      DeleteRegKey /ifempty HKCU "Software\Ostrand\Larkmoor"
+    ${EndIf}
     Call OpenRegistry
     Call TidyOwnMenu
     CreateDirectory "${GROUP}"
@@ -273,6 +303,11 @@ FunctionEnd
 
 Section Uninstall
   Call un.AwaitClosed
+  ; What lies in a game's folder, or where no Quillon was laid out, may be anybody's.
+  ${If} ${FileExists} "$INSTDIR\train.exe"
+  ${OrIfNot} ${FileExists} "$INSTDIR\resources\Do_Not_Delete!\*.*"
+    StrCpy $DeleteFiles 0
+  ${EndIf}
   Delete "$INSTDIR\Larkmoor.exe"
   Delete "$INSTDIR\quillon.exe"
   Delete "$INSTDIR\README.txt"

@@ -72,6 +72,10 @@ FunctionEnd
 
 !macro RemoveTree un folder
   StrCpy $R0 "\\?\$INSTDIR\${folder}"
+  StrCpy $0 $INSTDIR 2
+  ${If} $0 == "\\"  ; a share
+    StrCpy $R0 "$INSTDIR\${folder}"
+  ${EndIf}
   Call ${un}RemoveTree
 !macroend
 
