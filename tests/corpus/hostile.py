@@ -68,7 +68,7 @@ for name, text in (("line-end", "Foo\r\n[Current]\r\nLoaded=evil"), ("bracket", 
                    ("parent", "..\\..\\evil"), ("device", "CON"), ("long", "e" * 100_000), ("empty", ""), ("nul", "Foo\0evil"),
                    ("right-to-left", "\u202eliveS"), ("of-default", "USA1"), ("no-route", "No route loaded.")):
     kind("track-" + name, zip_file(route(name=text)))
-kind("track-endless", lambda _: zip_file(route({"Foo/Foo.trk": track("Foo")[:-40] + b"(\0 \0" * (8 * MEGABYTE)})))
+kind("track-endless", lambda _: zip_file(route({"Foo/Foo.trk": track("Foo")[:-40] + b"(\0 \0" * (2 * MEGABYTE)})))
 kind("track-half-letter", zip_file(route({"Foo/Foo.trk": track("Foo") + b"\xd8"})))
 
 # What the download calls itself.
@@ -203,13 +203,13 @@ def quoting(count):
 
 for name, make in (
         ("nested", lambda _: nested(5)), ("nested-wide", lambda _: nested(3, 8)), ("nested-deep", lambda _: nested(60)),
-        ("deflate", lambda _: bomb(8, GIGABYTE)), ("bzip2", lambda _: bomb(12, 64 * MEGABYTE)), ("xz", lambda _: bomb(95, 64 * MEGABYTE)),
+        ("deflate", lambda _: bomb(8, GIGABYTE)), ("bzip2", lambda _: bomb(12, 16 * MEGABYTE)), ("xz", lambda _: bomb(95, 16 * MEGABYTE)),
         ("entries", lambda _: zip_file(route({f"Foo/{i}": Entry(b"", method=0) for i in range(60_000)}))),
         ("folders", lambda _: zip_file(route({f"Foo/{i}/{i}/": Entry(b"", method=0) for i in range(20_000)}))),
         ("overlap", lambda _: overlapping(2000)), ("quoting", lambda _: quoting(2000)),
         ("claim", lambda _: zip_file(route({"Foo/b.s": Entry(claimed_size=1 << 62)}))),
         ("claims-overflow", lambda _: zip_file(route({f"Foo/{i}.s": Entry(claimed_size=(1 << 64) - 1) for i in range(9)}))),
-        ("names", lambda _: zip_file({b"%d" % i + b"n" * 60_000: b"" for i in range(300)} | route())),
+        ("names", lambda _: zip_file({b"%d" % i + b"n" * 60_000: b"" for i in range(100)} | route())),
         ("inner", lambda _: zip_file({"inner.zip": bomb(8, GIGABYTE)}))):
     kind("bomb-" + name, make)
 PNG = b"\x89PNG\r\n\x1a\n" + b"\0\0\0\rIHDR" + struct.pack(">IIBBBBB", 60_000, 60_000, 1, 0, 0, 0, 0)
@@ -327,9 +327,9 @@ def tar_bomb(pack, size, claimed):
     return pack(whole + bytes(-len(whole) % 512) + member("Foo/World/bomb.w", claimed=claimed).tobuf()) + pack(bytes(size))
 
 
-kind("bomb-tgz", lambda _: tar_bomb(lambda data: zlib.compress(data, wbits=31), 64 * MEGABYTE, 2 * GIGABYTE), "foo.tgz")
-kind("bomb-tar-xz", lambda _: tar_bomb(lambda data: lzma.compress(data, preset=0), 64 * MEGABYTE, 64 * MEGABYTE), "foo.tar.xz")
-kind("bomb-tar-bz2", lambda _: tar_bomb(bz2.compress, 64 * MEGABYTE, 64 * MEGABYTE), "foo.tar.bz2")
+kind("bomb-tgz", lambda _: tar_bomb(lambda data: zlib.compress(data, wbits=31), 16 * MEGABYTE, 2 * GIGABYTE), "foo.tgz")
+kind("bomb-tar-xz", lambda _: tar_bomb(lambda data: lzma.compress(data, preset=0), 16 * MEGABYTE, 16 * MEGABYTE), "foo.tar.xz")
+kind("bomb-tar-bz2", lambda _: tar_bomb(bz2.compress, 16 * MEGABYTE, 16 * MEGABYTE), "foo.tar.bz2")
 
 
 # 7z, rar, lzh, cab, programs.
