@@ -128,7 +128,7 @@ TEST_F(DeliveryTest, WhatWasCutShortGoesOnByWhicheverVersion) {
     RenewFrom(next);
     EXPECT_EQ(Changed(wanted.at(next), State(AppPath("resources"))), Strings()) << "cut at call " << at;
   }
-  EXPECT_GT(cut, 10);
+  EXPECT_GT(cut * SweepStep(), 10);
 }
 
 TEST_F(DeliveryTest, WithoutAListAllThatDiffersIsTheUsers) {
