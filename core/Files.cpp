@@ -197,10 +197,10 @@ void Files::RequireWritable(std::string_view path) {
 void Files::Flush(std::string_view path) { RaiseFileError(host_.Flush(path), path); }
 
 bool Files::AreEqual(std::string_view a, std::string_view b) {
-  FileSystem::Stamp one, other;
-  if (host_.GetStamp(a, one) != FileCode::Ok || host_.GetStamp(b, other) != FileCode::Ok ||
-      one.size != other.size || IsPathAFolder(a) || IsPathAFolder(b))
-    return false;
+  std::vector<FoundFile> found, foundThere;
+  if (host_.Find(a, found) != FileCode::Ok || host_.Find(b, foundThere) != FileCode::Ok) return false;
+  const FoundFile &one = found.front(), &other = foundThere.front();
+  if (one.size != other.size || one.folder() || other.folder()) return false;
   if (one.modified == other.modified) return true;
   const RawInput first(host_.HostPath(a)), second(host_.HostPath(b));
   std::string bytes, others;

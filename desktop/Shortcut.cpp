@@ -42,12 +42,12 @@ void MakeProgramsShortcut(Files& files, const std::string& target) {
   ShowShortcut(files.Host().HostPath(shortcut));
 }
 
-void RenewShortcuts(Files& files, const std::string& target) {
+void RenewShortcuts(Files& files, const std::string& target, const std::string& former) {
   const std::string programs = GetSpecialFolder(SpecialFolder::Programs);
   const auto isToRenew = [&](const std::string& shortcut) {
     if (!files.FileExists(shortcut)) return false;
     const std::string leadsTo = ShortcutTarget(files.ReadAll(shortcut));
-    return leadsTo == target || (!leadsTo.empty() && !files.IsPathAFolder(leadsTo));
+    return leadsTo == target || (!leadsTo.empty() && leadsTo == former && !files.IsPathAFolder(former));
   };
   if (programs.empty() || !isToRenew(programs + std::string(kInPrograms))) return;
   MakeProgramsShortcut(files, target);

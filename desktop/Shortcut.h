@@ -15,7 +15,7 @@ void RemoveDesktopShortcut(Files& files);
 void MakeProgramsShortcut(Files& files, const std::string& target);
 
 /// Makes the shortcuts that are there anew when they lead to the host folder `target` in another version's
-/// way, or to where nothing is any more: the application folder has moved. Those of another one stay.
-void RenewShortcuts(Files& files, const std::string& target);
+/// way, or to `former`, where nothing is any more: the application folder has moved. Those of another one stay.
+void RenewShortcuts(Files& files, const std::string& target, const std::string& former);
 
 }  // namespace quillon

@@ -5,9 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "core/Program.h"
 #include "fuzz/MemoryFiles.h"
-#include "headless/HeadlessFrontEnd.h"
-#include "stage/RunningProgram.h"
 
 namespace quillon::fuzz {
 
@@ -30,7 +29,7 @@ class World {
   World(const World&) = delete;
   World& operator=(const World&) = delete;
 
-  Program& Get() { return program_->Get(); }
+  Program& Get();
   Files& DiskFiles() { return Get().files; }
   /// Only of a world in memory.
   MemoryFiles& Memory() { return *memory_; }
@@ -38,17 +37,11 @@ class World {
   const std::string& Folder() const { return folder_; }
 
  private:
-  class Silence : public Output {
-   public:
-    void Put(const Event&) override {}
-  };
+  struct Parts;
 
-  Silence silence_;
-  const Options options_;
-  HeadlessFrontEnd frontEnd_{silence_, options_};
   std::string folder_;
   MemoryFiles* memory_ = nullptr;
-  std::unique_ptr<RunningProgram> program_;
+  std::unique_ptr<Parts> parts_;
 };
 
 }  // namespace quillon::fuzz

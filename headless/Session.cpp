@@ -53,7 +53,8 @@ Session::Session(const Options& options, Output& output, std::unique_ptr<FileSys
       output_(output),
       frontEnd_(output, options_),
       program_(AppFolder(options_), frontEnd_, options_.seed, std::move(files)),
-      screens_(program_.Screens()) {
+      screens_(program_.Screens()),
+      hints_(program_.Get(), options_) {
   frontEnd_.SetHostPath([this](std::string_view path) { return program_.Get().files.Host().HostPath(path); });
 }
 
@@ -100,39 +101,8 @@ int Session::Execute(const Command& command) {
   program_.Get().refused = false;
   (this->*Actions().at(command.name))(command);
   const int status = Status();
-  if (status == kRefused) SayWhatToType(command);
+  if (status == kRefused) hints_.AfterRefusal(command);
   return status;
-}
-
-/// What a user of the window would see on the screen.
-void Session::SayWhatToType(const Command& command) {
-  Program& program = program_.Get();
-  const bool nothingSelected = command.argument.empty() && !command.hasArgument &&
-                               Catalogue(program).ReadCurrent("Zip", kNoData) == kNoData;
-  const char* advice = nullptr;
-  if (command.name == "verify") return;  // each line says what to do
-  if (program.ini.ReadIni("TrainSim", "Train.exe", "No", program.app.SettingsIni()) == "No")
-    advice = "Train Simulator was not found; type: quillon options --game DIR";
-  else if (!program.files.IsPathAFolder(program.BelowGame(kWorkingRoute)))
-    advice = "the working route is missing; type: quillon --welcome ok start";
-  else if (command.name == "causes")
-    advice = "there is no Checkup to tell of; type: quillon checkup";
-  else if (nothingSelected && (command.name == "load" || command.name == "info"))
-    advice = "no route is selected; type: quillon pick NAME (quillon routes lists them)";
-  if (advice != nullptr) std::fprintf(stderr, "quillon: %s\n", AsToBeTyped(advice, options_).c_str());
-}
-
-/// Rights that loads will need. Rights may be given later: all goes on.
-void Session::SayMissing(const std::string& rights, const std::string& game) {
-  if (!rights.empty()) std::fprintf(stderr, "quillon: %s: %s\n", game.c_str(), rights.c_str());
-}
-
-/// A game that is not there is stored all the same: it may come.
-void Session::SayWithoutGame() {
-  const std::string& game = program_.Get().shared.TrainSimPath;
-  if (!program_.Get().files.FileExists(game + std::string(kTrainExe)))
-    std::fprintf(stderr, "quillon: train.exe is not in %s; type: %s\n", game.c_str(),
-                 AsToBeTyped("quillon options --game DIR", options_).c_str());
 }
 
 int Session::RunScript(const Command& command) {
@@ -165,8 +135,8 @@ void Session::Report(const RunTimeError& error) {
                  {"step", program_.Get().step}};
   if (!error.reason().empty()) event["reason"] = error.reason();
   output_.Put(event);
-  std::fprintf(stderr, "quillon: %s\n%s\n", ErrorLine(program_.Get(), error).c_str(),
-               AsToBeTyped(Advice(error, program_.Get().step), options_).c_str());
+  hints_.Say(ErrorLine(program_.Get(), error) + "\n" +
+             AsToBeTyped(Advice(error, program_.Get().step), options_));
 }
 
 bool Session::StartUp() {
@@ -208,15 +178,15 @@ RoutesScreen* Session::AtRoutes() {
 }
 
 void Session::RefuseRow(std::string_view name, const char* list) {
-  std::fprintf(stderr, "quillon: there is no row \"%s\"; type: %s\n", std::string(name).c_str(),
-               AsToBeTyped("quillon " + std::string(list), options_).c_str());
+  hints_.Say("there is no row \"" + std::string(name) + "\"", std::string("quillon ") + list);
   program_.Get().Refuse();
 }
 
 void Session::Setup(const Command& command) {
-  if (command.game) SayMissing(MissingRights(program_.Get(), AbsoluteHostPath(*command.game)), *command.game);
+  if (command.game)
+    hints_.AboutRights(MissingRights(program_.Get(), AbsoluteHostPath(*command.game)), *command.game);
   SetUp(program_.Get(), DeliveredTree(), command.game);
-  if (command.game) SayWithoutGame();
+  if (command.game) hints_.AboutTheGame();
 }
 
 void Session::Sample(const Command& command) {
@@ -338,9 +308,9 @@ void Session::ActOnRow(const std::string& name, bool permanent) {
   if (!HoverRow(name)) return;
   screens_.Do([this] { Main().ListRoutesRightPress(); });
   if (!Main().toolsList.visible || Main().PermanentMode != permanent) {
-    std::fprintf(stderr, "quillon: \"%s\" is %s\n", name.c_str(),
-                 permanent ? "not loaded: only the loaded route can be made permanent"
-                           : "loaded: load another route before you remove it");
+    hints_.Say("\"" + name + "\" is " +
+               (permanent ? "not loaded: only the loaded route can be made permanent"
+                          : "loaded: load another route before you remove it"));
     screens_.Do([this] { Main().CloseList(); });
     program_.Get().Refuse();
     return;
@@ -435,11 +405,11 @@ void Session::ChangeOptions(const Command& command) {
   auto& options = dynamic_cast<OptionsScreen&>(*screens_.Top());
   screens_.Do([&] {
     if (command.game) options.SetTSPath(AbsoluteHostPath(*command.game));
-    if (command.game && !command.cancel) SayMissing(options.RightsHint(), *command.game);
+    if (command.game && !command.cancel) hints_.AboutRights(options.RightsHint(), *command.game);
     if (command.shortcut) options.chkShortcut = *command.shortcut;
     command.cancel ? options.btnCancelClick() : options.btnOKClick();
   });
-  if (command.game && !command.cancel) SayWithoutGame();
+  if (command.game && !command.cancel) hints_.AboutTheGame();
 }
 
 void Session::MakeList(const Command&) {
@@ -478,8 +448,7 @@ void Session::Verify(const Command& command) {
              : std::to_string(findings.size()) + " found, " + std::to_string(repaired) + " repaired.",
          "verify");
   if (!command.repair && CanBeRepaired(findings))
-    std::fprintf(stderr, "quillon: not all fits together; type: %s\n",
-                 AsToBeTyped("quillon verify --repair", options_).c_str());
+    hints_.Say("not all fits together", "quillon verify --repair");
   if (!cutStart_ || std::any_of(findings.begin(), findings.end(), [](const auto& finding) {
         return finding.kind == CatalogueFinding::Kind::NoPreview && !finding.repaired;
       }))

@@ -9,6 +9,7 @@
 
 #include "headless/CommandLine.h"
 #include "headless/HeadlessFrontEnd.h"
+#include "headless/Hints.h"
 #include "headless/Output.h"
 
 namespace quillon {
@@ -42,9 +43,6 @@ class Session {
   ReportOptionsScreen* AtReportOptions();
   MainScreen& Main();
   int Status();
-  void SayWhatToType(const Command& command);
-  static void SayMissing(const std::string& rights, const std::string& game);
-  void SayWithoutGame();
   void PutRow(const std::string& text, const char* list = "causes");
   void PutCounts(const std::string& causesFile);
   void Report(const class RunTimeError& error);
@@ -82,6 +80,7 @@ class Session {
   HeadlessFrontEnd frontEnd_;
   RunningProgram program_;
   OpenScreens& screens_;
+  const Hints hints_;
   bool started_ = false;
   bool cutStart_ = false;  // by a missing preview, for `verify`
 };

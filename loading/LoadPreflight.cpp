@@ -141,10 +141,11 @@ void LoadPreflight::RequireTextureFolders() {
 }
 
 std::uint64_t LoadPreflight::RoomOfFiles(const std::string& pattern) const {
-  std::uint64_t sum = 0, size = 0;
-  const std::string folder(FolderOf(pattern));
-  for (const auto& name : files_.ListFiles(pattern))
-    if (files_.Host().GetSize(folder + name, size) == FileCode::Ok) sum = SaturatedSum(sum, RoomFor(size));
+  std::uint64_t sum = 0;
+  std::vector<FoundFile> found;
+  files_.Host().Find(pattern, found);
+  for (const auto& file : found)
+    if (!file.folder()) sum = SaturatedSum(sum, RoomFor(file.size));
   return sum;
 }
 

@@ -75,10 +75,12 @@ void Materialisation::CopyActivities() {
 
 void Materialisation::CopyOwnActivities(const std::string& source, const std::string& destination,
                                         bool fileByFile) {
+  std::vector<FileSystem::CopyOrder> orders;
   for (const auto& name : files_.ListFiles(source + "*.*")) {
+    orders.push_back({source + name, destination + name});
     if (files_.FileExists(destination + name)) files_.SetAttributes(destination + name, kArchive);
-    if (fileByFile) files_.FileCopy(source + name, destination + name);
   }
+  if (fileByFile) files_.FileCopyMany(orders, [](std::size_t) {});
   files_.CopyAllFiles(source, destination, "*.*");
   NoteWhatDidNotCome(program_, source, destination, "*.*");
 }

@@ -47,8 +47,8 @@ void RequireDeliveredTree(const std::string& deliveredTree) {
 
 bool IsSetUp(Program& program) { return program.files.IsPathAFolder(program.app.MiscInfo()); }
 
-std::string DownloadsOnHost(Program& program) {
-  return program.files.Host().HostPath(program.app.DownloadedRoutes());
+std::string DownloadsOnHost(Program& program, const std::string& app) {
+  return program.files.Host().HostPath(Installation(app).DownloadedRoutes());
 }
 
 }  // namespace
@@ -97,7 +97,8 @@ void Renew(Program& program, const std::string& deliveredTree) {
       note.release != kRelease && !deliveredTree.empty() && !IsDelivered(program, deliveredTree);
   if (!moved && !other) return;
   program.Step("Renewing the delivered files");
-  RenewShortcuts(program.files, DownloadsOnHost(program));
+  RenewShortcuts(program.files, DownloadsOnHost(program, program.app.App()),
+                 DownloadsOnHost(program, note.folder));
   if (!other)
     NoteAppFolder(program);
   else if (note.release.empty() && !note.folder.empty())
@@ -123,7 +124,7 @@ void LayDelivered(Program& program, const std::string& deliveredTree) {
 void SetUp(Program& program, const std::string& deliveredTree, const std::optional<std::string>& game) {
   LayDelivered(program, deliveredTree);
   program.Step("Making the shortcut in the programs menu");
-  MakeProgramsShortcut(program.files, DownloadsOnHost(program));
+  MakeProgramsShortcut(program.files, DownloadsOnHost(program, program.app.App()));
   if (game && StoreGameFolder(program, AbsoluteHostPath(*game))) DefaultFileScan(program).DeriveLists();
 }
 

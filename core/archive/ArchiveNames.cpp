@@ -14,9 +14,11 @@ constexpr std::size_t kLongestComponent = 255;  // bytes, what common file syste
 constexpr std::size_t kLongestName = 2048;      // bytes, leaves room for the folders above
 
 bool IsDevice(std::string_view component) {
-  const std::string trimmed = Trim(component.substr(0, component.find('.')));
-  if (trimmed.size() < 3 || trimmed.size() > 4) return false;
-  const std::string stem = UpperCase(trimmed);
+  std::string_view bare = component.substr(0, component.find('.'));
+  bare.remove_prefix(std::min(bare.find_first_not_of(' '), bare.size()));
+  bare = bare.substr(0, bare.find_last_not_of(' ') + 1);
+  if (bare.size() < 3 || bare.size() > 4) return false;
+  const std::string stem = UpperCase(bare);
   static constexpr std::array<std::string_view, 4> kDevices = {"CON", "PRN", "AUX", "NUL"};
   if (std::find(kDevices.begin(), kDevices.end(), stem) != kDevices.end()) return true;
   return stem.size() == 4 && (stem.starts_with("COM") || stem.starts_with("LPT")) && stem[3] >= '1' &&
@@ -62,6 +64,11 @@ std::size_t CharacterLength(char first) {
 }  // namespace
 
 std::string UsableFileName(std::string_view name) {
+  const bool plain = std::all_of(name.begin(), name.end(), [](char c) {
+    return static_cast<unsigned char>(c) < 0x80 && !IsForbidden(c);
+  });
+  if (plain && name.size() <= kLongestComponent && WithoutTail(name) == name && !IsDevice(name))
+    return std::string(name);
   std::string usable = WithoutStandIns(name);
   const std::size_t kept = WithoutTail(usable).size();
   std::replace_if(usable.begin(), usable.end(), IsForbidden, '_');
@@ -78,8 +85,7 @@ std::string NormalStoredName(std::string_view stored) {
   std::string name;
   name.reserve(rest.size());
   while (!rest.empty()) {
-    const auto end =
-        static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), IsSeparator) - rest.begin());
+    const std::size_t end = std::min(rest.find_first_of("\\/"), rest.size());
     const std::string_view component = rest.substr(0, end);
     const bool closed = end < rest.size();
     rest.remove_prefix(closed ? end + 1 : end);

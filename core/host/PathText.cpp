@@ -8,12 +8,28 @@
 namespace quillon {
 namespace {
 
-bool IsRefused(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x20 || c == '<' || c == '>' || c == ':' || c == '"' || c == '|';
+// Every path passes by here many times: these ask about each letter of it.
+using Letters = std::array<bool, 256>;
+
+constexpr Letters kRefused = [] {
+  Letters letters{};
+  for (std::size_t c = 0; c < 0x20; ++c) letters[c] = true;
+  for (const char c : {'<', '>', ':', '"', '|'}) letters[static_cast<unsigned char>(c)] = true;
+  return letters;
+}();
+
+constexpr Letters kNeedStandIn = [] {
+  Letters letters = kRefused;
+  for (const char c : {'\\', '*', '?'}) letters[static_cast<unsigned char>(c)] = true;
+  return letters;
+}();
+
+bool HasAny(std::string_view text, const Letters& letters) {
+  return std::any_of(text.begin(), text.end(),
+                     [&](char c) { return letters[static_cast<unsigned char>(c)]; });
 }
 
-bool NeedsStandIn(char c) { return IsRefused(c) || c == '\\' || c == '*' || c == '?'; }
+bool NeedsStandIn(char c) { return kNeedStandIn[static_cast<unsigned char>(c)]; }
 
 /// The letter whose stand-in `text` begins with; NUL when it begins with none.
 char StandsFor(std::string_view text) {
@@ -35,8 +51,6 @@ void AddName(std::string_view name, std::vector<std::string>& names) {
 
 }  // namespace
 
-bool IsSeparator(char c) { return c == '\\' || c == '/'; }
-
 bool HasDrive(std::string_view path) {
   if (path.size() < 2 || path[1] != ':') return false;
   return (path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z');
@@ -44,8 +58,7 @@ bool HasDrive(std::string_view path) {
 
 void AddNames(std::string_view path, bool wildcards, PathText& text) {
   while (!path.empty()) {
-    const auto end = std::find_if(path.begin(), path.end(), IsSeparator);
-    const std::string_view name = path.substr(0, static_cast<std::size_t>(end - path.begin()));
+    const std::string_view name = path.substr(0, path.find_first_of("\\/"));
     path.remove_prefix(name.size());
     text.wildcard = HasWildcard(name);
     if (HasRefusedLetter(name) || (text.wildcard && (!wildcards || !path.empty()))) {
@@ -62,10 +75,10 @@ bool HasWildcard(std::string_view name) {
   return std::any_of(name.begin(), name.end(), [](char c) { return c == '*' || c == '?'; });
 }
 
-bool HasRefusedLetter(std::string_view name) { return std::any_of(name.begin(), name.end(), IsRefused); }
+bool HasRefusedLetter(std::string_view name) { return HasAny(name, kRefused); }
 
 std::string WithStandIns(std::string_view hostName) {
-  if (std::none_of(hostName.begin(), hostName.end(), NeedsStandIn)) return std::string(hostName);
+  if (!HasAny(hostName, kNeedStandIn)) return std::string(hostName);
   std::string text;
   for (const char c : hostName) {
     if (!NeedsStandIn(c)) {

@@ -22,7 +22,7 @@ struct PathText {
 /// names. `wildcards` allows * and ? in the last one.
 void AddNames(std::string_view path, bool wildcards, PathText& text);
 
-bool IsSeparator(char c);
+constexpr bool IsSeparator(char c) { return c == '\\' || c == '/'; }
 /// Whether a drive stands in front of the path.
 bool HasDrive(std::string_view path);
 

@@ -180,8 +180,7 @@ Place FolderTree::Locate(const PathText& text) {
 }
 
 Place FolderTree::LocateAgain(std::string_view path) {
-  const auto begin = std::find_if(path.rbegin(), path.rend(), IsSeparator).base();
-  const std::string_view name = path.substr(static_cast<std::size_t>(begin - path.begin()));
+  const std::string_view name = path.substr(path.find_last_of("\\/") + 1);
   if (name.size() == path.size() || name.empty() || name == "." || name == "..")
     return Locate(TakeApart(path));
   const std::string_view folderText = path.substr(0, path.size() - name.size() - 1);

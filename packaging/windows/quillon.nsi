@@ -331,10 +331,16 @@ Section Uninstall
   ${EndIf}
   RMDir "$INSTDIR"
 
-  !insertmacro RemoveMenu
+  ; The one on the desktop is a copy of the one in the menu, or another Quillon's.
+  StrCpy $R0 "${GROUP}\${DOWNLOADS_LINK}"
   SetShellVarContext current
-  Delete "$DESKTOP\${DOWNLOADS_LINK}"
+  StrCpy $R1 "$DESKTOP\${DOWNLOADS_LINK}"
+  Call un.SameFile
+  ${If} $0 = 1
+    Delete $R1
+  ${EndIf}
   Call un.UseKind
+  !insertmacro RemoveMenu
   !insertmacro ForEachFileType ForgetFileTypeEverywhere
   ; So that the next installation makes them known again. Where the game lies is the user's setting and stays.
   DeleteRegValue HKCU "Software\Ostrand\Larkmoor\Quillon" Associated

@@ -18,7 +18,7 @@ ROOM = re.compile(r"app/(original_zips|downloaded_routes|routes|rescued)/|app/in
 
 
 def short(data):
-    """Of much only a mark is kept: a command counts as at least as large as the process that starts it."""
+    """Of much only a mark is kept."""
     return data if len(data) < SHOWN else hashlib.md5(data).digest()
 
 
@@ -34,6 +34,14 @@ def census(folder):
             elif not stat.S_ISDIR(state.st_mode):
                 found[key] = "no file"
     return found
+
+
+def peak(process):
+    """The most memory that a running process ever had, in MB. What wait tells begins with this program's own."""
+    try:
+        return int(re.search(r"VmHWM:\s*(\d+)", Path(f"/proc/{process}/status").read_text())[1]) / 1024
+    except (OSError, TypeError):
+        return 0  # it has ended
 
 
 class Survival:
@@ -55,8 +63,10 @@ class Survival:
             began = time.monotonic()
             process = subprocess.Popen([*self.t.command, "--json", *arguments], cwd=self.t.world.home, env=self.t.env,
                                        stdout=said, stderr=subprocess.STDOUT)
+            memory = 0
             while (ended := os.wait4(process.pid, os.WNOHANG))[0] == 0 and time.monotonic() - began < HANGS:
-                time.sleep(0.005)
+                memory = max(memory, peak(process.pid))
+                time.sleep(0.002)
             if ended[0] == 0:
                 process.kill()
                 ended = os.wait4(process.pid, 0)
@@ -65,7 +75,7 @@ class Survival:
             text = said.read()
         self.events = [json.loads(line) for line in text.split(b"\n") if line.startswith(b"{")]
         self.errors = [event for event in self.events if event["event"] == "error"]
-        used = ended[2].ru_utime + ended[2].ru_stime, ended[2].ru_maxrss / 1024
+        used = ended[2].ru_utime + ended[2].ru_stime, memory
         command = " ".join(arguments)
         if status not in (0, 1, 3) or (status == 1 and not self.errors) or b"Sanitizer" in text:
             self.t.fail(f"{command} ended with {status}: {text[-300:]!r}")

@@ -193,6 +193,11 @@ TEST_F(DeliveryTest, TheShortcutFollowsAMovedFolderAndNoOther) {
   options.app = moved;
   EXPECT_EQ(Run("start"), 0);
   EXPECT_EQ(leadsTo(), HostPath(moved + "\\downloaded_routes"));
+  fs::rename(ToPath(moved), ToPath(first));
+  options.app = Root() + "/elsewhere";
+  fs::rename(ToPath(copy), ToPath(options.app));
+  EXPECT_EQ(Run("start"), 0);
+  EXPECT_EQ(leadsTo(), HostPath(moved + "\\downloaded_routes")) << "of another one, whose drive is out";
 }
 
 }  // namespace
