@@ -130,7 +130,7 @@ class FileSystem {
   /// Says that a library has made or removed the file at `path`.
   virtual void Touched(std::string_view path, bool exists) = 0;
 
-  /// Whether names in the folder may be made and removed, as far as can be told without trying.
+  /// Whether names in the folder may be made and removed. Leaves nothing behind.
   virtual bool MayWrite(std::string_view folder) = 0;
   /// Bytes that a user may still write to the disk that holds `path`'s folder.
   virtual std::uint64_t FreeSpace(std::string_view path) = 0;

@@ -134,8 +134,11 @@ void NewFile::OpenPart(mode_t mode) {
 
 int NewFile::Publish() {
   if (part_.empty()) {
-    const std::string unnamed = OpenFileName(file_.Number());
-    if (::linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, host_.c_str(), AT_SYMLINK_FOLLOW) != 0) return errno;
+    // The short way is for new kernels, and for the superuser.
+    if (::linkat(file_.Number(), "", AT_FDCWD, host_.c_str(), AT_EMPTY_PATH) != 0 &&
+        ::linkat(AT_FDCWD, OpenFileName(file_.Number()).c_str(), AT_FDCWD, host_.c_str(),
+                 AT_SYMLINK_FOLLOW) != 0)
+      return errno;
     return file_.Close();
   }
   if (const int error = file_.Close(); error != 0) return error;

@@ -15,7 +15,7 @@ namespace {
 
 using Column = TimetableScreen::Column;
 
-constexpr int kRowHeight = 42, kPictureWidth = 48, kPictureHeight = 36, kGap = 6,
+constexpr int kRowHeight = 42, kThumbnailWidth = 48, kThumbnailHeight = 36, kGap = 6,
               kBesideHead = 30;   // pixels at 100 %; the last is for the arrow
 constexpr int kLostAtTheEnd = 6;  // letters that a broken line may leave empty
 constexpr QColor kHall(0x06, 0x06, 0x0A), kFlap(0x17, 0x17, 0x17), kLowerFlap(0x10, 0x10, 0x10),
@@ -61,8 +61,8 @@ class FlapPainter : public QStyledItemDelegate {
 
  private:
   int PaintPicture(QPainter& painter, const QRect& cell, int row) const {
-    const QRect frame(cell.left() + 3, cell.center().y() - kPictureHeight / 2 + 1, kPictureWidth,
-                      kPictureHeight);
+    const QRect frame(cell.left() + 3, cell.center().y() - kThumbnailHeight / 2 + 1, kThumbnailWidth,
+                      kThumbnailHeight);
     painter.fillRect(frame, kFlap);
     if (row >= rows_.Count()) return frame.right() + 4;  // the rows are about to change
     const RouteDetails& route = rows_.RouteAt(row);
@@ -212,7 +212,7 @@ void FlapBoard::SetColumnWidths() {
     const int text = letters.horizontalAdvance(kSamples[static_cast<std::size_t>(column)]);
     const int head =
         letters.horizontalAdvance(rows_->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
-    const int beside = column == 0 ? kPictureWidth + 2 * kGap : 0;
+    const int beside = column == 0 ? kThumbnailWidth + 2 * kGap : 0;
     setColumnWidth(column, std::max(text + 2 * kGap + 2 + beside, head + kBesideHead));
   }
   nameWidth_ = columnWidth(0);
