@@ -24,6 +24,7 @@ says() {  # says TEXT COMMAND...: its output holds the text
 }
 
 open_display() {  # a display of its own: sets DISPLAY, and $xvfb for the end
+  rm -f "$work/display"
   Xvfb -displayfd 3 -ac -screen 0 1024x768x24 3> "$work/display" > /dev/null 2>&1 &
   xvfb=$!
   until [[ -s $work/display ]]; do sleep 0.1; done

@@ -12,7 +12,7 @@ make_system() {  # make_system SUITE PACKAGE...: Debian's bookworm or Ubuntu's n
     [[ -n $source ]] || { echo "No mirror of $suite is configured"; return 1; }
   fi
   echo "The clean system comes from $source"
-  mmdebstrap --quiet --variant=minbase --include="$(IFS=,; echo "$*")" "$suite" "$root" "$source" || return 1
+  mmdebstrap --quiet --variant=minbase ${*:+"--include=$(IFS=,; echo "$*")"} "$suite" "$root" "$source" || return 1
   mount -t proc proc "$root/proc" || return 1
   cp /etc/resolv.conf "$root/etc/"
   inside useradd --create-home --uid 1000 anna
