@@ -57,7 +57,7 @@ FileCode Inspect(const std::wstring& path, FoundFile& file) {
   return FileCode::Ok;
 }
 
-FileCode List(const std::wstring& folder, const std::function<bool(FoundFile&&)>& each) {
+FileCode ListFolder(const std::wstring& folder, const std::function<bool(FoundFile&&)>& each) {
   WIN32_FIND_DATAW data;
   const Search search(folder.ends_with(L'\\') ? folder + L"*" : folder + L"\\*", data);
   if (!search.Found()) {

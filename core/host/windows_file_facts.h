@@ -43,7 +43,7 @@ FileCode Inspect(const std::wstring& path, FoundFile& file);
 
 /// The same for all names in a folder, "." and ".." included, in the platform's order; `each` says whether to
 /// go on.
-FileCode List(const std::wstring& folder, const std::function<bool(FoundFile&&)>& each);
+FileCode ListFolder(const std::wstring& folder, const std::function<bool(FoundFile&&)>& each);
 
 /// The attributes; INVALID_FILE_ATTRIBUTES when nothing is there, and `code` says why.
 DWORD AttributesOf(const std::wstring& path, FileCode& code);

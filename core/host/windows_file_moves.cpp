@@ -65,7 +65,7 @@ bool IsEmptySoon(const std::wstring& folder) {
   constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
   constexpr DWORD kAsItself = FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT;
   bool goes = true;
-  const FileCode code = List(folder, [&](FoundFile&& file) {
+  const FileCode code = ListFolder(folder, [&](FoundFile&& file) {
     if (file.dots()) return true;
     const Handle open(::CreateFileW((folder + L"\\" + Widen(file.name)).c_str(), 0, kShareAll, nullptr,
                                     OPEN_EXISTING, kAsItself, nullptr));

@@ -103,7 +103,7 @@ void Sort(std::vector<FoundFile>& files) {
 /// The platform's own wildcards also look at short names: "*.htm" would find a.html.
 FileCode WindowsFileSystem::FindAll(WindowsPath& path, std::vector<FoundFile>& found) {
   Wildcard wildcard(path.text.names.back());
-  const FileCode code = List(path.Call(false), [&](FoundFile&& file) {
+  const FileCode code = ListFolder(path.Call(false), [&](FoundFile&& file) {
     if (wildcard.Matches(UpperCase(file.name))) found.push_back(std::move(file));
     return true;
   });
@@ -136,7 +136,7 @@ bool WindowsFileSystem::Matches(std::string_view pattern) {
   Idle();
   Wildcard wildcard(path.text.names.back());
   bool matches = false;
-  const FileCode code = List(path.Call(false), [&](FoundFile&& file) {
+  const FileCode code = ListFolder(path.Call(false), [&](FoundFile&& file) {
     matches = wildcard.Matches(UpperCase(file.name));
     return !matches;
   });
@@ -349,8 +349,8 @@ std::string WindowsFileSystem::HostPath(std::string_view path) {
   return Narrow(named.Plain());
 }
 
-/// Rights tell less than trying: some guards of the platform stop the making of files itself. What is made goes
-/// with its handle, whatever becomes of the program.
+/// Rights tell less than trying: some guards of the platform stop the making of files itself. What is made
+/// goes with its handle, whatever becomes of the program.
 bool WindowsFileSystem::MayWrite(std::string_view folder) {
   Idle();
   WindowsPath named = TakeApart(folder);

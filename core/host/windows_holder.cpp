@@ -68,7 +68,7 @@ class UseList {
 };
 
 void AddFilesBelow(const WindowsPath& folder, std::vector<std::wstring>& files) {
-  List(folder.Call(), [&](FoundFile&& file) {
+  ListFolder(folder.Call(), [&](FoundFile&& file) {
     if (file.dots()) return true;
     WindowsPath below = folder;
     below.text.names.push_back(std::move(file.name));
