@@ -17,15 +17,15 @@ struct libdeflate_decompressor;
 
 namespace quillon {
 
+/// Of an entry's header, where it can't be told.
 inline constexpr std::uint64_t kUnknownPlace = ~std::uint64_t{0};
 
 /// One entry as the archive's directory tells it.
 struct ArchiveEntry {
   std::string name;  // stored name: backslashes, no drive, a folder ends in a backslash
   std::uint64_t size = 0, packedSize = 0;
-  std::uint64_t place = 0;  // in the archive's directory, from 0
-  std::uint64_t header =
-      kUnknownPlace;  // where in the file its header lies; kUnknownPlace where that can't be told
+  std::uint64_t place = 0;               // in the archive's directory, from 0
+  std::uint64_t header = kUnknownPlace;  // where in the file its header lies
   std::uint32_t crc = 0;
   std::uint16_t method = 0;
   bool locked = false;  // by a password

@@ -89,9 +89,12 @@ class FileSystem {
   virtual FileCode Delete(std::string_view path) = 0;
   /// Renames a file or folder; a name that is taken is refused with AlreadyExists.
   virtual FileCode Move(std::string_view from, std::string_view to) = 0;
+  /// What is to be copied, and under which name; both are paths of files.
   struct CopyOrder {
     std::string from, to;
   };
+  /// Hears of one of many, on the caller's thread; `index` counts from 0 in the order in which they were
+  /// given.
   using HearsDone = std::function<void(std::size_t index, FileCode code)>;
 
   /// Copies a file with its time and read-only mark. An existing target is replaced; a read-only one is
