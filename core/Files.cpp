@@ -253,9 +253,9 @@ int Files::DelTreeOf(const std::string& folder, const Each& each) {
 
 int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern,
                         const Each& each) {
+  if (!HasWildcard(pattern)) return CopyNamedFiles(source, destination, {std::string(pattern)});
   // Where the folder above is missing, too, there is no such place and nothing to be told.
   const bool isPlace = host_.CreateFolder(CutBackslash(destination)) != FileCode::PathNotFound;
-  if (!HasWildcard(pattern)) return CopyOneFile(source, destination, pattern);
   std::vector<FoundFile> found;
   if (host_.Find(std::string(source) + std::string(pattern), found) != FileCode::Ok) {
     meter_.CopyFoundNothing("No new routes found.");
@@ -278,19 +278,28 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
   return static_cast<int>(found.size());
 }
 
-/// The copy gets the name as the disk spells it.
-int Files::CopyOneFile(std::string_view source, std::string_view destination, std::string_view name) {
-  const std::string path = std::string(source) + std::string(name), host = host_.HostPath(path);
-  const std::string target = std::string(destination) + host.substr(host.find_last_of("\\/") + 1);
-  FileCode code = host_.Copy(path, target);
-  if (code != FileCode::Ok) code = host_.Copy(path, target);
-  if (code != FileCode::Ok && !FileExists(path)) {
-    meter_.CopyFoundNothing("No new routes found.");
-    return 0;
+int Files::CopyNamedFiles(std::string_view source, std::string_view destination,
+                          const std::vector<std::string>& names) {
+  host_.CreateFolder(CutBackslash(destination));
+  std::vector<FileSystem::CopyOrder> orders;
+  for (const auto& name : names) {
+    const std::string path = std::string(source) + name, host = host_.HostPath(path);
+    // The copy gets the name as the disk spells it.
+    orders.push_back({path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1)});
   }
-  if (code != FileCode::Ok) meter_.CopyFailed(path, code);
-  MoveCopyBar();
-  return 1;
+  int handled = 0;
+  host_.CopyMany(orders, [&](std::size_t i, FileCode code) {
+    const auto& [from, to] = orders[i];
+    if (code != FileCode::Ok) code = host_.Copy(from, to);
+    if (code != FileCode::Ok && !FileExists(from)) {
+      meter_.CopyFoundNothing("No new routes found.");
+      return;
+    }
+    if (code != FileCode::Ok) meter_.CopyFailed(from, code);
+    MoveCopyBar();
+    ++handled;
+  });
+  return handled;
 }
 
 void Files::MoveCopyBar() {

@@ -102,6 +102,9 @@ class Files {
   /// folders included.
   int CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern,
                    const Each& each = {});
+  /// The same with each of the `names`, which have no wildcards; several at once.
+  int CopyNamedFiles(std::string_view source, std::string_view destination,
+                     const std::vector<std::string>& names);
 
   /// Calls `action` with folder (closing backslash) and name of each file below `searchPath`, which ends in
   /// "*.*". Links to folders are passed over.
@@ -117,7 +120,6 @@ class Files {
 
  private:
   void WalkFolder(const std::string& folder, const WalkAction& action, class FolderWay* way);
-  int CopyOneFile(std::string_view source, std::string_view destination, std::string_view name);
   void MoveCopyBar();
   int DelTreeOf(const std::string& folder, const Each& each);
   void RaiseAboutFile(FileCode code, std::string_view path, const char* denied = kNoPermission);

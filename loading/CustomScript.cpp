@@ -8,6 +8,11 @@ namespace {
 
 constexpr std::string_view kSnowTexture = "\\Routes\\Europe2\\TerrTex\\Snow\\oegenfield3.ace";
 
+/// Whether a copy can wait for others between the same folders: it meets none of what they read or make.
+bool MayGather(const std::string& file) {
+  return IsUsableStem(file) && file.back() != '.' && !LowerCase(file).starts_with(kBackupPrefix);
+}
+
 bool HasStar(std::string_view name) { return name.find('*') != name.npos; }
 
 }  // namespace
@@ -38,7 +43,7 @@ void CustomScript::Run(const std::string& zip) {
   if (script_.empty() || !files_.FileExists(script_)) return;
   ScriptMessage.clear();
   number_ = 0;
-  lastTarget_.clear();
+  gathered_ = {};
   currentList_.reset();
   defaultList_.reset();
   own_.emplace(program_, std::vector{zip});
@@ -50,6 +55,7 @@ void CustomScript::Run(const std::string& zip) {
     RunLine(line);
     program_.watcher.Yield();
   }
+  CopyGathered();
   rescue_->Close();
   if (!ownCovered_.empty()) PlacedRecord(program_).NoteOwn(ownCovered_);
 }
@@ -61,11 +67,15 @@ void CustomScript::KeepOwn(const std::string& path) {
 
 void CustomScript::RunLine(std::string_view line) {
   line_ = line;
-  for (const auto& command : kCommands)
-    if (LowerCase(line.substr(0, command.prefix.size())) == command.prefix) (this->*command.act)();
+  for (const auto& [prefix, act] : kCommands) {
+    if (LowerCase(line.substr(0, prefix.size())) != prefix) continue;
+    if (act != &CustomScript::Copy && act != &CustomScript::TSCopy) CopyGathered();
+    (this->*act)();
+  }
 }
 
-void CustomScript::Fatal(std::string_view lacking) const {
+void CustomScript::Fatal(std::string_view lacking) {
+  CopyGathered();
   throw RunTimeError(
       ErrorNumber::InvalidProcedureCall, script_,
       "line " + std::to_string(number_) + " has no " + std::string(lacking) + ": " + std::string(line_));
@@ -96,16 +106,32 @@ void CustomScript::Append(std::unique_ptr<ListFile>& list, const std::string& pa
 void CustomScript::CopyFrom(const std::string& root) {
   const auto [source, destination, file] = Parse();
   if (HasStar(file)) return;
-  const std::string target = WorkingRoute + destination;
-  if (target != lastTarget_) files_.MakeFolderIfMissing(target.substr(0, target.size() - 1));
-  lastTarget_ = target;
+  const std::string from = root + source, target = WorkingRoute + destination;
+  const bool alone = !MayGather(file);
+  if (alone || from != gathered_.source || target != gathered_.target ||
+      gathered_.known.contains(LowerCase(file))) {
+    CopyGathered();
+    files_.MakeFolderIfMissing(target.substr(0, target.size() - 1));
+  }
   Append(currentList_, program_.app.CurrentList(), target + file);
   const std::string covered = target + "\\" + file,
                     backup = target + "\\" + std::string(kBackupPrefix) + file;
   if (files_.FileExists(covered) && !files_.FileExists(backup)) {
     Cover(target + file, backup, target + std::string(kBackupPrefix) + file);
   }
-  files_.CopyAllFiles(root + source, target, file);
+  if (alone) {
+    files_.CopyAllFiles(from, target, file);
+    return;
+  }
+  gathered_.source = from;
+  gathered_.target = target;
+  gathered_.names.push_back(file);
+  gathered_.known.insert(LowerCase(file));
+}
+
+void CustomScript::CopyGathered() {
+  const Copies copies = std::exchange(gathered_, {});
+  if (!copies.names.empty()) files_.CopyNamedFiles(copies.source, copies.target, copies.names);
 }
 
 void CustomScript::Cover(const std::string& path, const std::string& backup, const std::string& line) {
@@ -155,7 +181,6 @@ void CustomScript::Rename() {
 }
 
 void CustomScript::DelDir() {
-  lastTarget_.clear();
   const std::string folder = WorkingRoute + Folder();
   if (!files_.IsPathAFolder(folder)) return;
   own_->KeepBelow(*rescue_, CutBackslash(folder));

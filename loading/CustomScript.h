@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,6 +27,12 @@ class CustomScript {
   struct Arguments {
     std::string Folder, Name, Last;
   };
+  /// Copies from one folder to another that are made at once.
+  struct Copies {
+    std::string source, target;
+    std::vector<std::string> names;
+    std::set<std::string> known;  // the names, lower case
+  };
   struct Command {
     std::string_view prefix;  // lower case
     void (CustomScript::*act)();
@@ -36,12 +43,13 @@ class CustomScript {
   void RunLine(std::string_view line);
   std::string Folder();
   Arguments Parse();
-  [[noreturn]] void Fatal(std::string_view lacking) const;
+  [[noreturn]] void Fatal(std::string_view lacking);
 
   // The commands.
   void Copy() { CopyFrom(WorkingRoute); }
   void TSCopy() { CopyFrom(program_.shared.TrainSimPath); }
   void CopyFrom(const std::string& root);
+  void CopyGathered();
   void HeavySnow();
   void SetAttr();
   void RemoveFromQN() { DeleteBelow(program_.app.App()); }
@@ -67,7 +75,7 @@ class CustomScript {
   std::optional<OwnFiles> own_;
   std::optional<Rescue> rescue_;
   std::vector<std::string> ownCovered_;
-  std::string lastTarget_;  // of a copy: its folder is there
+  Copies gathered_;
   std::string_view line_;
   int number_ = 0;
 };

@@ -50,6 +50,26 @@ TEST_F(CustomScriptTest, CopiesCoverAndTheNextLoadGivesBack) {
   EXPECT_FALSE(Exists(WorkingPath("Marks\\own.s")) || Exists(WorkingPath("Textures\\ts-bak-rock.ace")));
 }
 
+TEST_F(CustomScriptTest, WhatALineHasCopiedIsThereForTheNextOne) {
+  Play("Shapes\\ts-bak-own.s", "a backup");
+  EXPECT_NE(LoadWith("copy \\Shapes\\, \\Marks\\ ! own.s\r\n"
+                     "copy \\Marks\\, \\More\\ ! own.s\r\n"
+                     "rename \\More\\, own.s ! first.s\r\n"
+                     "copy \\Shapes\\, \\More\\ ! own.s\r\n"
+                     "copy \\Shapes\\, \\More\\ ! OWN.S\r\n"
+                     "copy \\Shapes\\, \\Swap\\ ! ts-bak-own.s\r\n"
+                     "copy \\Shapes\\, \\Swap\\ ! own.s\r\n"
+                     "copy \\Shapes\\, \\Swap\\ ! ts-bak-own.s\r\n"
+                     "copy without an end\r\n"),
+            0);
+  EXPECT_EQ(Working("More\\first.s"), "own shape");
+  EXPECT_EQ(Working("More\\own.s"), "own shape");
+  EXPECT_EQ(Working("More\\ts-bak-own.s"), "own shape") << "the second copy covers the first";
+  EXPECT_EQ(Working("Swap\\own.s"), "own shape");
+  EXPECT_EQ(Working("Swap\\ts-bak-own.s"), "a backup");
+  EXPECT_EQ(Working("Swap\\ts-bak-ts-bak-own.s"), "a backup");
+}
+
 TEST_F(CustomScriptTest, DeletesRenamesAndClearsAttributes) {
   Write(AppPath("routes\\extra.txt"), "below the application folder");
   ASSERT_EQ(LoadWith("del \\Sound\\, old.wav !\r\n"
