@@ -89,7 +89,7 @@ void TestProgram::KeepSession(bool kept) {
 void TestProgram::SetUpAgain(bool withGame) {
   HeadlessFrontEnd frontEnd(output_, options);
   RunningProgram program(App(), frontEnd);
-  SetUp(program.Get(), QUILLON_SOURCE_DIR, withGame ? std::optional(Game()) : std::nullopt);
+  SetUp(program.Get(), delivered, withGame ? std::optional(Game()) : std::nullopt);
 }
 
 int TestProgram::FirstRun() {

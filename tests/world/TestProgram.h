@@ -27,6 +27,9 @@ class TestProgram {
  public:
   static constexpr const char* kMissing = "(missing)";
 
+  /// The host folder with the delivered tree. Here it is one without the help.
+  static inline std::string delivered = QUILLON_BUILD_DIR "/without_help";
+
   /// `storeGame`: whether the set-up is told where the game lies, as by `setup --game`.
   explicit TestProgram(bool storeGame = true);
   ~TestProgram();
