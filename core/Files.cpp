@@ -285,7 +285,7 @@ int Files::CopyNamedFiles(std::string_view source, std::string_view destination,
   for (const auto& name : names) {
     const std::string path = std::string(source) + name, host = host_.HostPath(path);
     // The copy gets the name as the disk spells it.
-    orders.push_back({path, std::string(destination) + host.substr(host.find_last_of("\\/") + 1)});
+    orders.push_back({path, std::string(destination) + host.substr(LastSeparator(host) + 1)});
   }
   int handled = 0;
   host_.CopyMany(orders, [&](std::size_t i, FileCode code) {

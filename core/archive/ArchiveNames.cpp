@@ -85,7 +85,7 @@ std::string NormalStoredName(std::string_view stored) {
   std::string name;
   name.reserve(rest.size());
   while (!rest.empty()) {
-    const std::size_t end = std::min(rest.find_first_of("\\/"), rest.size());
+    const std::size_t end = std::min(FirstSeparator(rest), rest.size());
     const std::string_view component = rest.substr(0, end);
     const bool closed = end < rest.size();
     rest.remove_prefix(closed ? end + 1 : end);

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/host/PathText.h"
 #include "core/host/ProfileText.h"
 
 namespace quillon {
@@ -21,7 +22,7 @@ constexpr std::chrono::seconds kLongestDelay{2};
 constexpr std::int64_t kStampStep = 50'000'000;  // nanoseconds; file clocks tick in several milliseconds
 
 /// A bare name would mean the platform's own folder.
-bool HasFolder(std::string_view file) { return file.find_first_of("\\/") != file.npos; }
+bool HasFolder(std::string_view file) { return FirstSeparator(file) != file.npos; }
 
 /// False when another change may still get the same stamp.
 bool IsSettled(const FileSystem::Stamp& stamp) {

@@ -58,7 +58,7 @@ bool HasDrive(std::string_view path) {
 
 void AddNames(std::string_view path, bool wildcards, PathText& text) {
   while (!path.empty()) {
-    const std::string_view name = path.substr(0, path.find_first_of("\\/"));
+    const std::string_view name = path.substr(0, FirstSeparator(path));
     path.remove_prefix(name.size());
     text.wildcard = HasWildcard(name);
     if (HasRefusedLetter(name) || (text.wildcard && (!wildcards || !path.empty()))) {

@@ -1,6 +1,7 @@
 // Path texts of the target platform, taken apart by its rules for names.
 #pragma once
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,15 @@ struct PathText {
 void AddNames(std::string_view path, bool wildcards, PathText& text);
 
 constexpr bool IsSeparator(char c) { return c == '\\' || c == '/'; }
+/// Where the first or the last separator is; npos without one. Every path passes by here many times.
+constexpr std::size_t FirstSeparator(std::string_view path) {
+  const auto at = std::find_if(path.begin(), path.end(), IsSeparator);
+  return at == path.end() ? path.npos : static_cast<std::size_t>(at - path.begin());
+}
+constexpr std::size_t LastSeparator(std::string_view path) {
+  const auto at = std::find_if(path.rbegin(), path.rend(), IsSeparator);
+  return at == path.rend() ? path.npos : static_cast<std::size_t>(path.rend() - at) - 1;
+}
 /// Whether a drive stands in front of the path.
 bool HasDrive(std::string_view path);
 

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "core/Text.h"
+#include "core/host/PathText.h"
 #include "core/host/posix_errors.h"
 
 namespace quillon {
@@ -180,7 +181,7 @@ Place FolderTree::Locate(const PathText& text) {
 }
 
 Place FolderTree::LocateAgain(std::string_view path) {
-  const std::string_view name = path.substr(path.find_last_of("\\/") + 1);
+  const std::string_view name = path.substr(LastSeparator(path) + 1);
   if (name.size() == path.size() || name.empty() || name == "." || name == "..")
     return Locate(TakeApart(path));
   const std::string_view folderText = path.substr(0, path.size() - name.size() - 1);
