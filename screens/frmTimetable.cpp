@@ -291,7 +291,7 @@ void frmTimetable::MakeCancel() {
 
 void frmTimetable::Call(Handler handler) {
   board_->TellNow();
-  Do([&] { (model_.*handler)(); });
+  Do([&model = model_, handler] { (model.*handler)(); });
 }
 
 void frmTimetable::ShowMenu(QPoint global) {
