@@ -1,5 +1,7 @@
 #include "loading/CustomScript.h"
 
+#include <utility>
+
 #include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 
@@ -123,6 +125,7 @@ void CustomScript::CopyFrom(const std::string& root) {
     files_.CopyAllFiles(from, target, file);
     return;
   }
+  // The list and the cover were told one by one; only the bytes wait.
   gathered_.source = from;
   gathered_.target = target;
   gathered_.names.push_back(file);

@@ -68,6 +68,11 @@ TEST_F(CustomScriptTest, WhatALineHasCopiedIsThereForTheNextOne) {
   EXPECT_EQ(Working("Swap\\own.s"), "own shape");
   EXPECT_EQ(Working("Swap\\ts-bak-own.s"), "a backup");
   EXPECT_EQ(Working("Swap\\ts-bak-ts-bak-own.s"), "a backup");
+  ASSERT_EQ(Run("load", "Hill"), 0) << Last("error");
+  EXPECT_FALSE(Exists(WorkingPath("Marks\\own.s")) || Exists(WorkingPath("Swap\\ts-bak-ts-bak-own.s")))
+      << "what a script has copied before it failed is listed";
+  ASSERT_EQ(Run("clean"), 0) << Last("error");
+  EXPECT_FALSE(Exists(WorkingPath("More")) || Exists(WorkingPath("Swap")));
 }
 
 TEST_F(CustomScriptTest, DeletesRenamesAndClearsAttributes) {

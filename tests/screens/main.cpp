@@ -8,8 +8,8 @@
 
 int main(int argc, char** argv) {
   std::string displays = QUILLON_SOURCE_DIR "/tests/screens/two_displays.json";
-  displays.erase(
-      0, displays.find(':') + 1);  // a colon would end the name: without a drive it is the current one
+  // A colon would end the name; without a drive it is the current one.
+  displays.erase(0, displays.find(':') + 1);
   qputenv("QT_QPA_PLATFORM", ("offscreen:configfile=" + displays).c_str());
   quillon::TestProgram::delivered = QUILLON_SOURCE_DIR;
   testing::InitGoogleTest(&argc, argv);
