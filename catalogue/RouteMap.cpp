@@ -82,6 +82,9 @@ RouteMap MapRoute(const ArchiveReader& archive) {
   RouteMap map;
   map.RouteRootPrefix = FindRoot(names);
   const std::size_t cut = map.RouteRootPrefix.size();
+  map.lstRouteStrippedPath.reserve(names.size());
+  map.lstUnzipThese.reserve(names.size());
+  map.entries.reserve(names.size());
   for (int i = 0; i < archive.EntryCount(); ++i) {
     const std::string& name = names[static_cast<std::size_t>(i)];
     const bool inRoute = Contains(name, map.RouteRootPrefix);

@@ -23,10 +23,11 @@ void CopyForSure(Files& files, const std::string& from, const std::string& to) {
 
 }  // namespace
 
-void NoteWhatDidNotCome(Program& program, const std::string& store, const std::string& game,
-                        const std::string& pattern) {
-  std::vector<std::string> missing;
-  for (const auto& name : program.files.ListFiles(store + pattern))
+void CopyFromStore(Program& program, const std::string& store, const std::string& game,
+                   const std::string& pattern) {
+  std::vector<std::string> failed, missing;
+  program.files.CopyAllFiles(store, game, pattern, {}, &failed);
+  for (const auto& name : failed)
     if (!program.files.AreEqual(store + name, game + name)) missing.push_back(store + name);
   if (!missing.empty()) PlacedRecord(program).NoteMissing(missing);
 }

@@ -9,10 +9,10 @@
 
 namespace quillon {
 
-/// Which files of a store, given with a closing backslash, did not come through to `game` when they were
-/// copied.
-void NoteWhatDidNotCome(Program& program, const std::string& store, const std::string& game,
-                        const std::string& pattern);
+/// Copies what matches `pattern` from a store to `game`, both with a closing backslash, and records which
+/// files did not come through.
+void CopyFromStore(Program& program, const std::string& store, const std::string& game,
+                   const std::string& pattern);
 
 /// Makes a store equal to what the game has. What it held before and holds no longer goes to the shelf first.
 /// The game's files stay. Raises the RunTimeError of a file that can't be copied: the game's are the only

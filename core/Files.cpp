@@ -252,7 +252,7 @@ int Files::DelTreeOf(const std::string& folder, const Each& each) {
 }
 
 int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern,
-                        const Each& each) {
+                        const Each& each, std::vector<std::string>* failed) {
   if (!HasWildcard(pattern)) return CopyNamedFiles(source, destination, {std::string(pattern)});
   // Where the folder above is missing, too, there is no such place and nothing to be told.
   const bool isPlace = host_.CreateFolder(CutBackslash(destination)) != FileCode::PathNotFound;
@@ -271,6 +271,7 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
     const auto& [from, to] = orders[i];
     if (code != FileCode::Ok) code = host_.Copy(from, to);
     if (code != FileCode::Ok && isPlace) meter_.CopyFailed(from, code);
+    if (code != FileCode::Ok && failed != nullptr) failed->emplace_back(FileNameOf(from));
     if (each) each();
     MoveCopyBar();
   });

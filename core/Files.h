@@ -99,9 +99,9 @@ class Files {
 
   /// Copies what matches `pattern` from `source` to `destination`, both with a closing backslash, replacing
   /// what is there; copies that fail are passed over. Returns how many entries were handled, "." and ".." and
-  /// folders included.
+  /// folders included; `failed`, when given, gets the names of the files that did not come.
   int CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern,
-                   const Each& each = {});
+                   const Each& each = {}, std::vector<std::string>* failed = nullptr);
   /// The same with each of the `names`, which have no wildcards; several at once.
   int CopyNamedFiles(std::string_view source, std::string_view destination,
                      const std::vector<std::string>& names);

@@ -7,6 +7,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 
 namespace quillon {
@@ -18,7 +19,13 @@ void AppendUtf8(std::string& out, std::int32_t codePoint) {
   out.append(bytes.begin(), bytes.begin() + count);
 }
 
+/// Eight letters at a time: every path passes by here many times.
 bool IsAscii(std::string_view text) {
+  std::uint64_t letters = 0;
+  for (; text.size() >= sizeof letters; text.remove_prefix(sizeof letters)) {
+    std::memcpy(&letters, text.data(), sizeof letters);
+    if ((letters & 0x8080808080808080) != 0) return false;
+  }
   return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 

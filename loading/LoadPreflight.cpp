@@ -88,9 +88,10 @@ void LoadPreflight::RefuseImpossiblePaths() {
     const bool stands = files_.Host().GetAttributes(placed, attributes) == FileCode::Ok;
     if (stands && (attributes & kFolder) != 0 && !GoesBeforehand(UpperCase(placed))) refuse(placed);
     covered_.push_back(StandsAfterwards(placed, stands));
-    for (auto at = path.find('\\'); at != path.npos; at = path.find('\\', at + 1)) {
+    // Whoever has met a folder has met those above it.
+    for (auto at = path.rfind('\\'); at != path.npos; at = path.rfind('\\', at - 1)) {
       const std::string_view below = std::string_view(path).substr(0, at);
-      if (!folders.insert(below).second) continue;
+      if (!folders.insert(below).second) break;
       const std::string folder = WorkingRoute + "\\" + std::string(below);
       if (StandsAfterwards(folder) && !files_.IsPathAFolder(folder)) refuse(folder);
     }

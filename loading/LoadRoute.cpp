@@ -135,10 +135,8 @@ void LoadRoute::PlaceRoute() {
 void LoadRoute::CopySavesBack() {
   program_.Step("Copying the saved activities");
   program_.files.MakeFolderIfMissing(program_.BelowGame(kWorkingSaves));
-  const std::string store = program_.app.Saves(LoadZip) + "\\",
-                    game = program_.BelowGame(kWorkingSaves) + "\\";
-  program_.files.CopyAllFiles(store, game, "*.sav");
-  NoteWhatDidNotCome(program_, store, game, "*.sav");
+  CopyFromStore(program_, program_.app.Saves(LoadZip) + "\\", program_.BelowGame(kWorkingSaves) + "\\",
+                "*.sav");
 }
 
 void LoadRoute::LayOverTheRest() {

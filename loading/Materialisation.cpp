@@ -81,8 +81,7 @@ void Materialisation::CopyOwnActivities(const std::string& source, const std::st
     if (files_.FileExists(destination + name)) files_.SetAttributes(destination + name, kArchive);
   }
   if (fileByFile) files_.FileCopyMany(orders, [](std::size_t) {});
-  files_.CopyAllFiles(source, destination, "*.*");
-  NoteWhatDidNotCome(program_, source, destination, "*.*");
+  CopyFromStore(program_, source, destination, "*.*");
 }
 
 bool IsNewConsist(const Program& program, const std::string& name) {

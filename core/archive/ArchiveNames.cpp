@@ -25,15 +25,29 @@ bool IsDevice(std::string_view component) {
          stem[3] <= '9';
 }
 
-bool IsForbidden(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte < 0x20 || byte == 0x7F || c == '<' || c == '>' || c == ':' || c == '"' || c == '|' ||
-         c == '?' || c == '*' || c == '\\' || c == '/';
-}
+// Asked about each letter of each name.
+constexpr std::array<bool, 256> kForbidden = [] {
+  std::array<bool, 256> letters{};
+  for (std::size_t c = 0; c < 0x20; ++c) letters[c] = true;
+  for (const char c : {'\x7F', '<', '>', ':', '"', '|', '?', '*', '\\', '/'})
+    letters[static_cast<unsigned char>(c)] = true;
+  return letters;
+}();
+
+bool IsForbidden(char c) { return kForbidden[static_cast<unsigned char>(c)]; }
 
 /// Closing blanks and dots fall away on the target.
 std::string_view WithoutTail(std::string_view component) {
   return component.substr(0, component.find_last_not_of(" .") + 1);
+}
+
+/// Whether a component can stay as it is, as nearly all can.
+bool IsPlain(std::string_view component) {
+  return !component.empty() && component.size() <= kLongestComponent && component.back() != ' ' &&
+         component.back() != '.' &&
+         std::all_of(component.begin(), component.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80 && !IsForbidden(c); }) &&
+         !IsDevice(component);
 }
 
 /// The end of a long name is kept: it tells what the file is.
@@ -64,11 +78,7 @@ std::size_t CharacterLength(char first) {
 }  // namespace
 
 std::string UsableFileName(std::string_view name) {
-  const bool plain = std::all_of(name.begin(), name.end(), [](char c) {
-    return static_cast<unsigned char>(c) < 0x80 && !IsForbidden(c);
-  });
-  if (plain && name.size() <= kLongestComponent && WithoutTail(name) == name && !IsDevice(name))
-    return std::string(name);
+  if (IsPlain(name)) return std::string(name);
   std::string usable = WithoutStandIns(name);
   const std::size_t kept = WithoutTail(usable).size();
   std::replace_if(usable.begin(), usable.end(), IsForbidden, '_');
@@ -91,7 +101,10 @@ std::string NormalStoredName(std::string_view stored) {
     rest.remove_prefix(closed ? end + 1 : end);
     if (component.empty() || component == ".") continue;
     // What is all blanks and dots is left for HarmIn to see.
-    name += HarmInComponent(component) != nullptr ? std::string(component) : UsableFileName(component);
+    if (IsPlain(component) || HarmInComponent(component) != nullptr)
+      name += component;
+    else
+      name += UsableFileName(component);
     if (closed) name += '\\';
   }
   return name;

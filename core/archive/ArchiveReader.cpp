@@ -26,7 +26,7 @@ void ArchiveReader::ReadDirectory() {
   damageReason_.clear();
   if (!fault_ && !files_.FileExists(InputFile)) throw RunTimeError(ErrorNumber::FileNotFound, InputFile);
   try {
-    entries_ = ZipFile(files_.Host().HostPath(InputFile)).Entries();
+    entries_ = ZipFile(files_.Host().HostPath(InputFile)).TakeEntries();
   } catch (const Damage& damage) {
     Damaged(damage.reason);
   }
@@ -157,10 +157,13 @@ std::string ArchiveReader::Bytes(int index, std::uint64_t limit) const {
 std::string ArchiveReader::FileWhereFolderIsWanted() const {
   std::unordered_set<std::string_view> spelled;
   std::unordered_set<std::string> folders;
-  for (const auto& entry : entries_)
-    for (auto at = entry.name.find('\\'); at != std::string::npos; at = entry.name.find('\\', at + 1))
-      if (const auto folder = std::string_view(entry.name).substr(0, at); spelled.insert(folder).second)
-        folders.insert(UpperCase(folder));
+  for (const auto& entry : entries_) {
+    const std::string_view name = entry.name;
+    // Whoever has met a folder has met those above it.
+    for (auto at = name.rfind('\\'); at != name.npos && spelled.insert(name.substr(0, at)).second;
+         at = name.rfind('\\', at - 1))
+      folders.insert(UpperCase(name.substr(0, at)));
+  }
   for (const auto& entry : entries_)
     if (!entry.folder() && folders.contains(UpperCase(entry.name))) return entry.name;
   return {};

@@ -9,6 +9,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "core/host/RawFile.h"
@@ -56,6 +57,8 @@ class ZipFile {
   ZipFile& operator=(const ZipFile&) = delete;
 
   const std::vector<ArchiveEntry>& Entries() const { return entries_; }
+  /// Moves them out of an object that is not used any more, and that read them itself.
+  std::vector<ArchiveEntry> TakeEntries() { return std::move(ownEntries_); }
 
   using Sink = std::function<void(std::string_view)>;
   /// Unpacks an entry into `sink`, in one piece when it is small. Throws Damage when data or checksum are

@@ -128,7 +128,8 @@ class FileSystem {
   virtual FileCode GetStamp(std::string_view path, Stamp& stamp) = 0;
 
   /// The host's name of `path`, existing or to be made, for libraries that open files themselves. A name that
-  /// is new gets the spelling of the text. Empty when the text names nothing on any disk of this host.
+  /// is new gets the spelling of the text. Empty when the text names nothing on any disk of this host. Never
+  /// idles: it may be asked while a window is painted.
   virtual std::string HostPath(std::string_view path) = 0;
   /// Says that a library has made or removed the file at `path`.
   virtual void Touched(std::string_view path, bool exists) = 0;

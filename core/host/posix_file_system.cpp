@@ -238,17 +238,18 @@ FileCode PosixFileSystem::Delete(std::string_view path) {
 
 void PosixFileSystem::DeleteMany(const std::vector<std::string>& paths, const HearsDone& done) {
   std::vector<Place> places;
+  places.reserve(kTogether);
   for (std::size_t begin = 0; begin < paths.size(); begin += places.size()) {
-    StartCall();
     places.clear();
-    for (std::size_t i = begin; i < paths.size() && places.size() < kTogether; ++i)
+    SharedWork deleting([&](std::size_t i) {
+      if (places[i].Exists()) places[i].code = DeleteAt(places[i].host);
+    });
+    StartCall();
+    for (std::size_t i = begin; i < paths.size() && places.size() < kTogether; ++i) {
       places.push_back(Locate(paths[i]));
-    OnAllProcessors(
-        places.size(),
-        [&](std::size_t i) {
-          if (places[i].Exists()) places[i].code = DeleteAt(places[i].host);
-        },
-        [this](std::size_t) { Idle(); });
+      deleting.Allow(places.size());
+    }
+    deleting.Finish([this](std::size_t) { Idle(); });
     for (const auto& place : places)
       if (place.Exists()) tree_.Remove(place);
     for (std::size_t i = 0; i < places.size(); ++i) done(begin + i, places[i].code);
@@ -341,26 +342,26 @@ void PosixFileSystem::Finish(const CopyTask& task) {
 
 void PosixFileSystem::CopyMany(const std::vector<CopyOrder>& orders, const HearsDone& done) {
   std::vector<CopyTask> tasks;
+  tasks.reserve(kTogether);
   for (std::size_t begin = 0; begin < orders.size(); begin += tasks.size()) {
     tasks.clear();
+    // A single one is copied on this thread.
+    std::function<void()> idle = [this] { Idle(); };
+    SharedWork copying([&](std::size_t i) {
+      if (tasks[i].code == FileCode::Ok) tasks[i].code = CopyInto(tasks[i].source, tasks[i].target, idle);
+    });
     // One that has to do with what another reads or makes comes after it.
     std::unordered_set<std::string> read, made;
     for (std::size_t i = begin; i < orders.size() && tasks.size() < kTogether; ++i) {
-      const std::string from = UpperCase(orders[i].from), to = UpperCase(orders[i].to);
+      std::string from = UpperCase(orders[i].from), to = UpperCase(orders[i].to);
       if (made.contains(from) || made.contains(to) || read.contains(to)) break;
-      read.insert(from);
-      made.insert(to);
+      read.insert(std::move(from));
+      made.insert(std::move(to));
       tasks.push_back(Prepare(orders[i]));
+      if (tasks.size() == 2) idle = [] {};
+      copying.Allow(tasks.size());
     }
-    // A single one is copied on this thread.
-    std::function<void()> idle = [] {};
-    if (tasks.size() == 1) idle = [this] { Idle(); };
-    OnAllProcessors(
-        tasks.size(),
-        [&](std::size_t i) {
-          if (tasks[i].code == FileCode::Ok) tasks[i].code = CopyInto(tasks[i].source, tasks[i].target, idle);
-        },
-        [this](std::size_t) { Idle(); });
+    copying.Finish([this](std::size_t) { Idle(); });
     for (const auto& task : tasks) Finish(task);
     for (std::size_t i = 0; i < tasks.size(); ++i) done(begin + i, tasks[i].code);
   }
@@ -430,7 +431,7 @@ FileCode PosixFileSystem::Open(std::string_view path, bool append, std::unique_p
 }
 
 std::string PosixFileSystem::HostPath(std::string_view path) {
-  StartCall();
+  if (passes_ == 0) tree_.Clear();
   return Look(path).host;
 }
 

@@ -44,12 +44,12 @@ FolderChild* KnownInAnyCase(FolderNode& node, const std::string& key) {
   return best;
 }
 
-FolderChild& Keep(FolderNode& node, const std::string& key, std::string_view name, unsigned char type) {
+FolderChild& Keep(FolderNode& node, std::string key, std::string_view name, unsigned char type) {
   if (FolderChild* known = Known(node, key, name)) {
     if (type != DT_UNKNOWN) known->type = type;
     return *known;
   }
-  return node.children.emplace(key, FolderChild{std::string(name), type, nullptr, {}})->second;
+  return node.children.emplace(std::move(key), FolderChild{std::string(name), type, nullptr, {}})->second;
 }
 
 /// Asks the host for exactly this name.
@@ -235,7 +235,7 @@ std::shared_ptr<const FolderNode> FolderTree::List(const PathText& text, std::st
 
 void FolderTree::Add(const Place& place, unsigned char type) {
   if (place.folder == nullptr) return;
-  Remove(place);
+  if (place.Exists()) Remove(place);
   Keep(*place.folder, KeyOf(place.name), place.name, type);
 }
 
@@ -257,7 +257,10 @@ void FolderTree::Touched(std::string_view path, bool exists) {
     if (exists && place.code == FileCode::PathNotFound) Clear();
     return;
   }
-  exists ? Add(place, DT_REG) : Remove(place);
+  if (!exists)
+    Remove(place);
+  else if (!place.Exists() || place.type != DT_REG)
+    Add(place, DT_REG);
 }
 
 }  // namespace quillon

@@ -339,7 +339,6 @@ FileCode WindowsFileSystem::Open(std::string_view path, bool append, std::unique
 }
 
 std::string WindowsFileSystem::HostPath(std::string_view path) {
-  Idle();
   WindowsPath named = TakeApart(path);
   if (!named.Named()) return {};
   // An existing name as the disk spells it: copies are named after it.

@@ -67,7 +67,7 @@ class FlapPainter : public QStyledItemDelegate {
     if (row >= rows_.Count()) return frame.right() + 4;  // the rows are about to change
     const RouteDetails& route = rows_.RouteAt(row);
     const QPixmap picture =
-        thumbnails_.Of(QString::fromStdString(route.zip), hostPath_(rows_.PreviewAt(row)));
+        thumbnails_.Of(QString::fromStdString(route.zip), [&] { return hostPath_(rows_.PreviewAt(row)); });
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     if (!picture.isNull()) painter.drawPixmap(frame, picture);
     return frame.right() + 4;

@@ -41,11 +41,12 @@ Thumbnails::~Thumbnails() {
   if (worker_.joinable()) worker_.join();
 }
 
-QPixmap Thumbnails::Of(const QString& zip, const QString& previewPath) {
+QPixmap Thumbnails::Of(const QString& zip, const std::function<QString()>& previewPath) {
   if (!asked_.contains(zip)) {
     asked_.insert(zip, true);
+    Job job{zip, previewPath()};
     const std::lock_guard lock(mutex_);
-    jobs_.push_back({zip, previewPath});
+    jobs_.push_back(std::move(job));
     if (jobs_.size() > kMostWaiting) {
       asked_.remove(jobs_.front().zip);
       jobs_.pop_front();

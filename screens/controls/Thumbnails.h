@@ -23,8 +23,9 @@ class Thumbnails : public QObject {
   explicit Thumbnails(QString folder, QObject* parent);
   ~Thumbnails() override;
 
-  /// Of the route `zip`, whose preview lies at this host path; null until `OnReady` is called.
-  QPixmap Of(const QString& zip, const QString& previewPath);
+  /// Of the route `zip`; `previewPath` is asked once for the host path of its preview. Null until `OnReady`
+  /// is called.
+  QPixmap Of(const QString& zip, const std::function<QString()>& previewPath);
   /// Looks at all previews again; what was made is shown meanwhile.
   void LookAgain() { asked_.clear(); }
 
