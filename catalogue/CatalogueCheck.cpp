@@ -9,10 +9,10 @@
 #include "catalogue/RouteName.h"
 #include "core/CopyOver.h"
 #include "core/ProfileSnapshot.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
 #include "core/host/RawFile.h"
 #include "core/host/Workers.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

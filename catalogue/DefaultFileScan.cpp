@@ -4,7 +4,7 @@
 #include <array>
 #include <unordered_set>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {
@@ -43,12 +43,13 @@ void DefaultFileScan::ForEachFile(const std::function<void(const DefaultFile&)>&
   for (const auto source : kSources) {
     const std::string top = program_.BelowGame(source);
     // Names are lowered as they come; the folder of the source keeps its spelling.
-    program_.files.WalkThroughLinks(top + "\\*.*", [&](const std::string& foundFolder, const std::string& foundName) {
-      const std::string below = LowerCase(std::string_view(foundFolder).substr(top.size()));
-      if (IsSkipped(top + below)) return;
-      const std::string name = LowerCase(foundName);
-      if (places.insert(below + name).second) action({source, top + below, name, below + name});
-    });
+    program_.files.WalkThroughLinks(
+        top + "\\*.*", [&](const std::string& foundFolder, const std::string& foundName) {
+          const std::string below = LowerCase(std::string_view(foundFolder).substr(top.size()));
+          if (IsSkipped(top + below)) return;
+          const std::string name = LowerCase(foundName);
+          if (places.insert(below + name).second) action({source, top + below, name, below + name});
+        });
   }
 }
 

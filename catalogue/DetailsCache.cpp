@@ -6,9 +6,9 @@
 
 #include "catalogue/RouteName.h"
 #include "core/FlatFile.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveReader.h"
 #include "core/host/Workers.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

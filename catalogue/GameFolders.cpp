@@ -1,6 +1,6 @@
 #include "catalogue/GameFolders.h"
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "catalogue/Catalogue.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveReader.h"
+#include "core/text/Text.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {

@@ -12,7 +12,7 @@
 #include "catalogue/RouteRemoval.h"
 #include "catalogue/StartUp.h"
 #include "catalogue/Strangers.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

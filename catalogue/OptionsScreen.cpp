@@ -1,8 +1,8 @@
 #include "catalogue/OptionsScreen.h"
 
 #include "catalogue/GameFolders.h"
-#include "core/Text.h"
 #include "core/Version.h"
+#include "core/text/Text.h"
 #include "desktop/Shortcut.h"
 
 namespace quillon {

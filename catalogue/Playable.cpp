@@ -1,7 +1,7 @@
 #include "catalogue/Playable.h"
 
 #include "core/Installation.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

@@ -4,7 +4,7 @@
 
 #include "core/Aside.h"
 #include "core/CopyOver.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

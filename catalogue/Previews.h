@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Pictures.h"
 #include "core/Program.h"
 #include "core/Progress.h"
+#include "core/pictures/Pictures.h"
 
 namespace quillon {
 

@@ -1,8 +1,8 @@
 #include "catalogue/PutBack.h"
 
 #include "catalogue/Catalogue.h"
-#include "core/SizeText.h"
-#include "core/Text.h"
+#include "core/text/SizeText.h"
+#include "core/text/Text.h"
 #include "shelf/Shelf.h"
 
 namespace quillon {

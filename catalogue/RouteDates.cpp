@@ -1,7 +1,7 @@
 #include "catalogue/RouteDates.h"
 
 #include "catalogue/Catalogue.h"
-#include "core/LocalTime.h"
+#include "core/text/LocalTime.h"
 
 namespace quillon {
 

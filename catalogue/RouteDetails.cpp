@@ -8,8 +8,8 @@
 #include "catalogue/DetailsCache.h"
 #include "catalogue/LoadMark.h"
 #include "catalogue/RouteDates.h"
-#include "core/LocalTime.h"
-#include "core/Text.h"
+#include "core/text/LocalTime.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -4,7 +4,7 @@
 #include <cctype>
 
 #include "core/RunTimeError.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

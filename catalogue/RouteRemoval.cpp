@@ -5,8 +5,8 @@
 #include "catalogue/Playable.h"
 #include "catalogue/RouteDates.h"
 #include "catalogue/Unfinished.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/Text.h"
 #include "shelf/OwnFiles.h"
 
 namespace quillon {

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveIndex.h"
+#include "core/text/Text.h"
 #include "shelf/PlacedRecord.h"
 #include "shelf/Rescue.h"
 

@@ -5,7 +5,7 @@
 
 #include "catalogue/LoadMark.h"
 #include "catalogue/Unfinished.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "desktop/FileTypes.h"
 
 namespace quillon {

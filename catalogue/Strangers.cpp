@@ -4,7 +4,7 @@
 #include <unordered_set>
 
 #include "catalogue/LoadLists.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "shelf/PlacedRecord.h"
 
 namespace quillon {

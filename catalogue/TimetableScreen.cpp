@@ -8,9 +8,9 @@
 #include "catalogue/MainScreen.h"
 #include "catalogue/PutBack.h"
 #include "catalogue/RouteRemoval.h"
-#include "core/Folded.h"
-#include "core/SizeText.h"
-#include "core/Text.h"
+#include "core/text/Folded.h"
+#include "core/text/SizeText.h"
+#include "core/text/Text.h"
 #include "shelf/Shelf.h"
 
 namespace quillon {

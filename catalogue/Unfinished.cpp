@@ -2,7 +2,7 @@
 
 #include "catalogue/IntakeJournal.h"
 #include "catalogue/RouteRemoval.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

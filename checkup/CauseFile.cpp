@@ -9,8 +9,8 @@
 #include "catalogue/Playable.h"
 #include "checkup/CauseRows.h"
 #include "checkup/CausesPage.h"
-#include "core/LocalTime.h"
-#include "core/Text.h"
+#include "core/text/LocalTime.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -1,7 +1,7 @@
 #include "checkup/CauseSentence.h"
 
 #include "core/ReportPage.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -6,8 +6,8 @@
 #include <unordered_set>
 
 #include "checkup/MissingTrains.h"
-#include "core/Text.h"
 #include "core/host/PathText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -6,8 +6,8 @@
 #include "checkup/CausesArt.h"
 #include "checkup/CausesStyle.h"
 #include "core/Installation.h"
-#include "core/Text.h"
 #include "core/Version.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "catalogue/Catalogue.h"
 #include "checkup/CheckupReport.h"
-#include "core/Text.h"
 #include "core/host/Memory.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

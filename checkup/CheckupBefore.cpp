@@ -1,6 +1,6 @@
 #include "checkup/CheckupBefore.h"
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

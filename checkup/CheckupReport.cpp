@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/ReportPage.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -1,6 +1,6 @@
 #include "checkup/ConsistAnalysis.h"
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {

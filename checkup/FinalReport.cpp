@@ -1,7 +1,7 @@
 #include "checkup/FinalReport.h"
 
-#include "core/Text.h"
 #include "core/host/PathText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "core/FolderWay.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -7,8 +7,8 @@
 #include "catalogue/Playable.h"
 #include "core/FlatFile.h"
 #include "core/Installation.h"
-#include "core/Text.h"
 #include "core/Version.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <set>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -8,9 +8,9 @@
 #include "catalogue/Playable.h"
 #include "catalogue/RouteMap.h"
 #include "checkup/Causes.h"
-#include "core/LocalTime.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveReader.h"
+#include "core/text/LocalTime.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -1,7 +1,7 @@
 #include "checkup/TrainDatabase.h"
 
 #include "core/Installation.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/Text.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {

@@ -4,10 +4,10 @@
 
 #include "core/FolderWay.h"
 #include "core/Installation.h"
-#include "core/Text.h"
 #include "core/host/Holder.h"
 #include "core/host/PathText.h"
 #include "core/host/RawFile.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

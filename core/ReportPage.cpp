@@ -3,9 +3,9 @@
 #include <algorithm>
 
 #include "core/Installation.h"
-#include "core/LocalTime.h"
-#include "core/Text.h"
 #include "core/Version.h"
+#include "core/text/LocalTime.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "desktop/HtmlText.h"
 
 namespace quillon {

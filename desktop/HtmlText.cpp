@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <utility>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

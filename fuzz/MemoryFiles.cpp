@@ -3,8 +3,8 @@
 #include <functional>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/host/PathText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -1,6 +1,6 @@
 // Lines of engines and wagons, taken apart and judged by a game that has one of each.
 #include "checkup/ItemScan.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "fuzz/Target.h"
 
 namespace quillon::fuzz {

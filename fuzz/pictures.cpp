@@ -1,5 +1,5 @@
 // Pictures of every kind, decoded, and written as previews are.
-#include "core/Pictures.h"
+#include "core/pictures/Pictures.h"
 
 #include "fuzz/Target.h"
 

@@ -1,6 +1,6 @@
 // Track files: the route's name and description.
 #include "catalogue/RouteName.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "fuzz/Target.h"
 
 namespace quillon::fuzz {

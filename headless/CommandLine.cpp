@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <map>
 
-#include "core/Text.h"
 #include "core/Version.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

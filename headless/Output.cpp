@@ -9,8 +9,8 @@
 #include "checkup/CauseRows.h"
 #include "core/Installation.h"
 #include "core/Ports.h"
-#include "core/SizeText.h"
-#include "core/Text.h"
+#include "core/text/SizeText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -4,8 +4,8 @@
 #include <unordered_set>
 
 #include "catalogue/Previews.h"
-#include "core/LocalTime.h"
-#include "core/Text.h"
+#include "core/text/LocalTime.h"
+#include "core/text/Text.h"
 #include "intake/Classification.h"
 #include "intake/CompressionAndCatalogue.h"
 #include "intake/DamageCheck.h"

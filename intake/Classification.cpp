@@ -1,8 +1,8 @@
 #include "intake/Classification.h"
 
 #include "catalogue/RouteMap.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
+#include "core/text/Text.h"
 #include "intake/ForeignDownloads.h"
 
 namespace quillon {

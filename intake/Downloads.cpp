@@ -1,6 +1,6 @@
 #include "intake/Downloads.h"
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "intake/ForeignDownloads.h"
 
 namespace quillon {

@@ -5,11 +5,11 @@
 #include <set>
 #include <unordered_set>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveWriter.h"
 #include "core/archive/ForeignArchive.h"
 #include "core/host/RawFile.h"
+#include "core/text/Text.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {

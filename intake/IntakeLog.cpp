@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "core/ReportPage.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

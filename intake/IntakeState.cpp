@@ -3,7 +3,7 @@
 #include <cctype>
 
 #include "core/CopyOver.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {

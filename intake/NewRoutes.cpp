@@ -6,7 +6,7 @@
 
 #include "catalogue/Playable.h"
 #include "checkup/RouteCheckup.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "catalogue/Catalogue.h"
 #include "catalogue/RouteRemoval.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "intake/ForeignDownloads.h"
 #include "shelf/Rescue.h"
 

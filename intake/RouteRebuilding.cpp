@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/Text.h"
 #include "intake/DamageCheck.h"
 
 namespace quillon {

@@ -5,7 +5,7 @@
 
 #include "catalogue/GameFolders.h"
 #include "checkup/CheckupReport.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "intake/IntakeReport.h"
 
 namespace quillon {

@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "core/LocalTime.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveWriter.h"
+#include "core/text/LocalTime.h"
+#include "core/text/Text.h"
 #include "intake/ForeignDownloads.h"
 #include "intake/OddDownload.h"
 #include "intake/UnusableDownloads.h"

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

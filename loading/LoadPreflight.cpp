@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "catalogue/Catalogue.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/Text.h"
 #include "loading/Materialisation.h"
 
 namespace quillon {

@@ -5,7 +5,7 @@
 
 #include "catalogue/LoadLists.h"
 #include "catalogue/RouteStores.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "loading/MaterialTables.h"
 #include "shelf/OwnFiles.h"
 

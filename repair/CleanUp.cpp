@@ -8,8 +8,8 @@
 #include "catalogue/GameFolders.h"
 #include "catalogue/LoadMark.h"
 #include "catalogue/RouteStores.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/Text.h"
 #include "shelf/OwnFiles.h"
 
 namespace quillon {

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "catalogue/Unfinished.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/host/PathText.h"
+#include "core/text/Text.h"
 #include "shelf/Rescue.h"
 
 namespace quillon {

@@ -1,6 +1,6 @@
 #include "repair/PackScreens.h"
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

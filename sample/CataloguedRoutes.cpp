@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <vector>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "sample/ActivityFiles.h"
 #include "sample/FileBytes.h"
 #include "sample/FileTexts.h"

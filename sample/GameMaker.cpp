@@ -3,7 +3,7 @@
 #include <array>
 #include <utility>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "sample/ActivityFiles.h"
 #include "sample/FileBytes.h"
 #include "sample/FileTexts.h"

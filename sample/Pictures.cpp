@@ -7,7 +7,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "core/Pictures.h"
+#include "core/pictures/Pictures.h"
 #include "sample/Numbers.h"
 
 namespace quillon {

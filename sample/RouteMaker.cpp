@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "sample/ActivityFiles.h"
 #include "sample/FileBytes.h"
 #include "sample/FileTexts.h"

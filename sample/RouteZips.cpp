@@ -1,6 +1,6 @@
 #include "sample/RouteZips.h"
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "sample/FileBytes.h"
 #include "sample/HostFiles.h"
 #include "sample/RouteMaker.h"

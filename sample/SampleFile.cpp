@@ -9,8 +9,8 @@
 #include <set>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/archive/ZipBuilder.h"
+#include "core/text/Text.h"
 #include "sample/HostFiles.h"
 
 namespace quillon {

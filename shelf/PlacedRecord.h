@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "core/Program.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "core/LocalTime.h"
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
+#include "core/text/LocalTime.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

@@ -4,7 +4,7 @@
 #include <unordered_map>
 
 #include "core/ReportPage.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -4,9 +4,9 @@
 #include <array>
 #include <cstring>
 
-#include "core/Text.h"
 #include "core/host/Holder.h"
 #include "core/host/PathText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

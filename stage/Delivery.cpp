@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
-#include "core/Text.h"
 #include "core/Version.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

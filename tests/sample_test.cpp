@@ -5,8 +5,8 @@
 #include <regex>
 #include <set>
 
-#include "core/Text.h"
 #include "core/archive/ZipFile.h"
+#include "core/text/Text.h"
 #include "tests/world/HostFiles.h"
 #include "tests/world/TestProgram.h"
 

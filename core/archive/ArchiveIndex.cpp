@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "core/Text.h"
 #include "core/host/RawFile.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

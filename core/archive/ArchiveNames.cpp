@@ -4,8 +4,8 @@
 #include <array>
 #include <cctype>
 
-#include "core/Text.h"
 #include "core/host/PathText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

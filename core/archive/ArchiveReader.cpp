@@ -5,9 +5,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/archive/ExtractPool.h"
 #include "core/host/PathText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/PackQueue.h"
 #include "core/archive/ZipBuilder.h"
 #include "core/host/PathText.h"
 #include "core/host/Workers.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 void ArchiveWriter::ClearFiles() {

@@ -17,7 +17,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveCheck.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/ArchiveReader.h"
@@ -26,6 +25,7 @@
 #include "core/host/ArchiveLocale.h"
 #include "core/host/RawFile.h"
 #include "core/host/Workers.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -7,10 +7,10 @@
 #include <new>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/RareMethods.h"
 #include "core/archive/ZipLayout.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

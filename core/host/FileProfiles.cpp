@@ -7,9 +7,9 @@
 #include <list>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/host/PathText.h"
 #include "core/host/ProfileText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -4,8 +4,8 @@
 #include <iterator>
 #include <utility>
 
-#include "core/Text.h"
-#include "core/host/AnsiText.h"
+#include "core/text/AnsiText.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <string>
 
-#include "core/Text.h"
 #include "core/host/FileSystem.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -14,7 +14,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/host/FileSystem.h"
 #include "core/host/Wildcards.h"
 #include "core/host/Workers.h"
@@ -24,6 +23,7 @@
 #include "core/host/posix_folder_tree.h"
 #include "core/host/posix_new_file.h"
 #include "core/host/posix_paths.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/host/PathText.h"
 #include "core/host/posix_errors.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -6,7 +6,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "core/Text.h"
 #include "core/host/FileSystem.h"
 #include "core/host/Wildcards.h"
 #include "core/host/windows_errors.h"
@@ -16,6 +15,7 @@
 #include "core/host/windows_paths.h"
 #include "core/host/windows_patience.h"
 #include "core/host/windows_text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "core/Pictures.h"
+#include "core/pictures/Pictures.h"
 
 namespace quillon {
 

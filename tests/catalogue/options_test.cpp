@@ -1,7 +1,7 @@
 // The options screen, the installer's work, and the lists that come from the game's own files.
 #include <set>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

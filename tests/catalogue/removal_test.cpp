@@ -1,5 +1,5 @@
 // The end of a route's life: removal, and Make permanent.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

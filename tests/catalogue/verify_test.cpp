@@ -1,5 +1,5 @@
 // The catalogue against the files: what is found, what a repair brings back, and what works after it.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "checkup/CauseSentence.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 

@@ -1,5 +1,5 @@
 // The Checkup over a small game: who is judged good, what is recorded, what is moved.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

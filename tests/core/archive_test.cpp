@@ -7,12 +7,12 @@
 #include <system_error>
 #include <thread>
 
-#include "core/Text.h"
 #include "core/archive/ArchiveNames.h"
 #include "core/archive/ArchiveReader.h"
 #include "core/archive/ArchiveWriter.h"
 #include "core/archive/ForeignArchive.h"
 #include "core/archive/ZipLayout.h"
+#include "core/text/Text.h"
 #include "tests/world/HostFiles.h"
 #include "tests/world/TestProgram.h"
 

@@ -1,4 +1,4 @@
-#include "core/Pictures.h"
+#include "core/pictures/Pictures.h"
 
 #include <gtest/gtest.h>
 

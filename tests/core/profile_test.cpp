@@ -5,9 +5,9 @@
 #include <memory>
 #include <thread>
 
-#include "core/Text.h"
 #include "core/host/ProfileFunctions.h"
 #include "core/host/ProfileText.h"
+#include "core/text/Text.h"
 #include "tests/world/TestFolder.h"
 
 namespace quillon {

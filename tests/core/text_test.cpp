@@ -1,4 +1,4 @@
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 #include <gtest/gtest.h>
 

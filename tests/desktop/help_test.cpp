@@ -3,7 +3,7 @@
 
 #include <regex>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "desktop/HelpBook.h"
 #include "desktop/HtmlText.h"
 #include "tests/world/HostFiles.h"

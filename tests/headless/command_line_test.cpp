@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

@@ -1,7 +1,7 @@
 // The commands by their contract: events, exit status, answers to boxes and screens, scripts.
 #include <sstream>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "headless/HeadlessFrontEnd.h"
 #include "stage/Advice.h"
 #include "stage/RunningProgram.h"

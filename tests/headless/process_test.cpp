@@ -1,6 +1,6 @@
 // The built program itself, as a process: what only a process can show.
 #include "tests/world/Process.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

@@ -1,6 +1,6 @@
 // A route's name, its number among equals, and what a second intake of it leaves alone.
 #include "catalogue/RouteName.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/intake/IntakeTest.h"
 #include "tests/world/HostFiles.h"
 

@@ -1,6 +1,6 @@
 // Downloads that are no zips, or no good, or die on the way: what is known, and what comes with them, is none
 // the worse.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/intake/IntakeTest.h"
 #include "tests/world/FaultyFiles.h"
 #include "tests/world/Programs.h"

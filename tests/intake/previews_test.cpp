@@ -1,5 +1,5 @@
 // Which picture a route is shown by.
-#include "core/Pictures.h"
+#include "core/pictures/Pictures.h"
 #include "sample/Pictures.h"
 #include "tests/intake/IntakeTest.h"
 

@@ -1,7 +1,7 @@
 // The page that tells what became of each zip.
 #include "intake/IntakeReport.h"
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "headless/HeadlessFrontEnd.h"
 #include "stage/RunningProgram.h"
 #include "tests/intake/IntakeTest.h"

@@ -1,7 +1,7 @@
 // What comes before the driver: files that are known to be no routes, and routes that come as programs.
 #include <set>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/intake/IntakeTest.h"
 #include "tests/world/Programs.h"
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "catalogue/MainScreen.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "headless/HeadlessFrontEnd.h"
 #include "stage/RunningProgram.h"
 #include "tests/world/FaultyFiles.h"

@@ -1,5 +1,5 @@
 // The custom script of a route, line by line.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

@@ -1,5 +1,5 @@
 // The load driver: what leaves the working route, what comes in, and what is told meanwhile.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

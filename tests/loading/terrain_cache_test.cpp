@@ -1,5 +1,5 @@
 // Terrain on its way out of the working route and back.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

@@ -1,5 +1,5 @@
 // The clean-up: the working route made anew, and a catalogue with gaps mended.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/TestProgram.h"
 
 namespace quillon {

@@ -1,5 +1,5 @@
 // A route's way out of the game into a zip, and all the way back.
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "repair/PackRoute.h"
 #include "tests/world/GivesUp.h"
 #include "tests/world/TestProgram.h"

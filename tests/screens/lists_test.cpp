@@ -2,7 +2,7 @@
 #include <QToolTip>
 
 #include "catalogue/MainScreen.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/screens/ScreensTest.h"
 
 namespace quillon {

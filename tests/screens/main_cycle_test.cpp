@@ -1,7 +1,7 @@
 // The main cycle, once by mouse and once by keys: add a route, choose it, load it.
 #include "catalogue/MainScreen.h"
-#include "core/Text.h"
 #include "core/host/Desktop.h"
+#include "core/text/Text.h"
 #include "intake/InitProgScreen.h"
 #include "tests/screens/ScreensTest.h"
 

@@ -8,7 +8,7 @@
 #include "catalogue/OptionsScreen.h"
 #include "catalogue/ShelfScreen.h"
 #include "checkup/CauseFile.h"
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "intake/RoutesScreen.h"
 #include "intake/WhyScreen.h"
 #include "loading/LoadScreen.h"

@@ -4,7 +4,7 @@
 #include <set>
 #include <thread>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/FaultyFiles.h"
 #include "tests/world/TestProgram.h"
 

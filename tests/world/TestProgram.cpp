@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "core/Text.h"
 #include "core/host/FileSystem.h"
 #include "core/host/ProfileFunctions.h"
+#include "core/text/Text.h"
 #include "headless/HeadlessFrontEnd.h"
 #include "stage/RunningProgram.h"
 #include "stage/Setup.h"

@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <utility>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 #include "tests/world/Process.h"
 
 namespace quillon {

@@ -1,10 +1,10 @@
-#include "core/host/AnsiText.h"
+#include "core/text/AnsiText.h"
 
 #include <array>
 #include <cstddef>
 #include <unordered_map>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {

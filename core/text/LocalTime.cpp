@@ -1,4 +1,4 @@
-#include "core/LocalTime.h"
+#include "core/text/LocalTime.h"
 
 #include <array>
 #include <ctime>

@@ -1,4 +1,4 @@
-#include "core/Folded.h"
+#include "core/text/Folded.h"
 
 #include <utf8proc.h>
 
@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-#include "core/Text.h"
+#include "core/text/Text.h"
 
 namespace quillon {
 namespace {
