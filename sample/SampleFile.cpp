@@ -9,6 +9,7 @@
 #include <set>
 #include <utility>
 
+#include "core/archive/PackQueue.h"
 #include "core/archive/ZipBuilder.h"
 #include "core/text/Text.h"
 #include "sample/HostFiles.h"
@@ -24,16 +25,6 @@ struct FreeCompressor {
   void operator()(libdeflate_compressor* c) const { libdeflate_free_compressor(c); }
 };
 using Compressor = std::unique_ptr<libdeflate_compressor, FreeCompressor>;
-
-PackedFile Pack(libdeflate_compressor* compressor, const std::string& bytes) {
-  PackedFile packed;
-  packed.size = bytes.size();
-  packed.crc = libdeflate_crc32(0, bytes.data(), bytes.size());
-  packed.data.resize(libdeflate_deflate_compress_bound(compressor, bytes.size()));
-  packed.data.resize(libdeflate_deflate_compress(compressor, bytes.data(), bytes.size(), packed.data.data(),
-                                                 packed.data.size()));
-  return packed;
-}
 
 }  // namespace
 
@@ -52,7 +43,7 @@ void WriteZip(const std::string& hostPath, const SampleFiles& files) {
   const Compressor compressor(libdeflate_alloc_compressor(kLevel));
   ZipBuilder builder(hostPath, hostPath);
   for (const auto& file : files)
-    builder.AddPacked(file.name, kModified, [&] { return Pack(compressor.get(), file.make()); });
+    builder.AddPacked(file.name, kModified, [&] { return Deflated(compressor.get(), file.make()); });
   builder.Write([](double) {});
 }
 

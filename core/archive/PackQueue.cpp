@@ -56,7 +56,12 @@ bool Packer::GivesNothing(const std::string& bytes) {
 }
 
 PackedFile Packer::Pack(const std::string& bytes) {
-  libdeflate_compressor* const compressor = Compressor(GivesNothing(bytes) ? 0 : kLevel);
+  return Deflated(Compressor(GivesNothing(bytes) ? 0 : kLevel), bytes);
+}
+
+}  // namespace
+
+PackedFile Deflated(libdeflate_compressor* compressor, const std::string& bytes) {
   PackedFile packed;
   packed.size = bytes.size();
   packed.crc = libdeflate_crc32(0, bytes.data(), bytes.size());
@@ -66,8 +71,6 @@ PackedFile Packer::Pack(const std::string& bytes) {
   packed.data.shrink_to_fit();
   return packed;
 }
-
-}  // namespace
 
 std::string ReadWhole(const std::string& hostPath, const std::string& path) {
   const RawInput file(hostPath);

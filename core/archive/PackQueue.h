@@ -10,6 +10,8 @@
 #include <thread>
 #include <vector>
 
+struct libdeflate_compressor;
+
 namespace quillon {
 
 /// One file, deflated.
@@ -18,6 +20,8 @@ struct PackedFile {
   std::uint64_t size = 0;  // bytes, unpacked
   std::uint32_t crc = 0;
 };
+
+PackedFile Deflated(libdeflate_compressor* compressor, const std::string& bytes);
 
 /// Worker threads that stay a bounded way ahead of the one who takes.
 class PackQueue {

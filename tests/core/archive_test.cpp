@@ -13,8 +13,9 @@
 #include "core/archive/ForeignArchive.h"
 #include "core/archive/ZipLayout.h"
 #include "core/text/Text.h"
+#include "tests/world/Disk.h"
 #include "tests/world/HostFiles.h"
-#include "tests/world/TestProgram.h"
+#include "tests/world/ZipMaker.h"
 
 namespace quillon {
 namespace {
@@ -45,7 +46,7 @@ class ArchiveTest : public testing::Test, protected TestFolder, protected HostFi
  protected:
   ArchiveTest() { fs::create_directory(Host("out")); }
 
-  NamedTexts Out() const { return TestProgram::Tree(Path("out")); }
+  NamedTexts Out() const { return Disk::Tree(Path("out")); }
   void Make(const std::vector<ZipEntry>& entries, const ZipShape& shape = {}) {
     MakeZip(Host("a.zip"), entries, shape);
   }
@@ -221,7 +222,7 @@ TEST_F(ArchiveTest, FiltersSelectByFileNameOrByOneStoredName) {
   reader.AddFilter("readme.txt");
   reader.OutputFolder = Path("out\\deep\\er\\");
   reader.Extract();
-  EXPECT_EQ(TestProgram::Names(Path("out\\deep\\er")), Strings{"readme.txt"});
+  EXPECT_EQ(Disk::Names(Path("out\\deep\\er")), Strings{"readme.txt"});
 }
 
 TEST_F(ArchiveTest, ExtractReplacesFilesAndNeverWritesThroughLinks) {
@@ -253,7 +254,7 @@ TEST_F(ArchiveTest, PacksATreeAndUnpacksTheSameBytes) {
                            {"tiles\\a.t", Noise(70000, 4)},
                            {"tiles\\deep\\\xC3\xA9t\xC3\xA9.raw", Noise(500, 5)},
                            {"big.ace", Noise(kBig, 6)}};
-  for (const auto& [name, bytes] : tree) TestProgram::Write(Path("in\\" + name), bytes);
+  for (const auto& [name, bytes] : tree) Disk::Write(Path("in\\" + name), bytes);
   for (const char* name : {"in/x_e.raw", "in/tiles/X_E.RAW", "in/own.tmp", "new.tmp"}) Put(name, "out");
 
   ArchiveWriter writer(files);
@@ -266,7 +267,7 @@ TEST_F(ArchiveTest, PacksATreeAndUnpacksTheSameBytes) {
   Percents percents;
   writer.OnProgress = std::ref(percents);
   writer.Zip();
-  EXPECT_TRUE(TestProgram::Unzipped(Path("new.tmp")) == tree);
+  EXPECT_TRUE(Disk::Unzipped(Path("new.tmp")) == tree);
   EXPECT_GT(percents.last, 0);
 
   ArchiveReader reader = Open("new.tmp");
@@ -308,7 +309,7 @@ TEST_F(ArchiveTest, CarriesEntriesFromArchiveToArchive) {
                                {"again.dat", "2nd"},
                                {"small.dat", small},
                                {"loose.txt", "loose"}};
-  EXPECT_TRUE(TestProgram::Unzipped(Path("new.tmp")) == expected);
+  EXPECT_TRUE(Disk::Unzipped(Path("new.tmp")) == expected);
 }
 
 TEST_F(ArchiveTest, OtherFormatsBecomeZipsOrAreRefusedWithAReason) {
@@ -327,7 +328,7 @@ TEST_F(ArchiveTest, OtherFormatsBecomeZipsOrAreRefusedWithAReason) {
     }
   };
   EXPECT_EQ(rebuilt(TarBytes(tree)), "");
-  const NamedTexts unpacked = TestProgram::Unzipped(Path("new.zip"));
+  const NamedTexts unpacked = Disk::Unzipped(Path("new.zip"));
   EXPECT_EQ(unpacked.size(), 3u);
   for (const auto& [name, data] : tree) EXPECT_TRUE(unpacked.at(ReplaceAll(name, "/", "\\")) == data) << name;
   fs::remove(Host("new.zip"));
@@ -356,7 +357,7 @@ TEST_F(ArchiveTest, WorksWithoutThreadsWhenTheMachineGivesNone) {
   writer.PrepareRebuild(Path("out\\"));
   writer.AddFiles(Path("out\\*.*"));
   writer.Zip();
-  EXPECT_TRUE(TestProgram::Unzipped(Path("new.tmp")) == expected);
+  EXPECT_TRUE(Disk::Unzipped(Path("new.tmp")) == expected);
 }
 
 TEST_F(ArchiveTest, AnArchiveThatWasSpoiledMeanwhileIsAnErrorOfItsOwn) {

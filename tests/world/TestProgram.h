@@ -10,6 +10,7 @@
 #include "headless/CommandLine.h"
 #include "headless/Output.h"
 #include "headless/Session.h"
+#include "tests/world/Disk.h"
 #include "tests/world/ZipMaker.h"
 
 namespace quillon {
@@ -23,7 +24,7 @@ class RecordedOutput : public Output {
 
 /// An installation that was set up, with nothing started yet. Commands run in this process. `below` texts
 /// have backslashes, and their case doesn't matter.
-class TestProgram {
+class TestProgram : public Disk {
  public:
   static constexpr const char* kMissing = "(missing)";
 
@@ -97,25 +98,8 @@ class TestProgram {
     return GamePath("ROUTES\\Quillon-route\\" + below);
   }
   std::string Download(const std::string& zip) const { return AppPath("downloaded_routes\\" + zip); }
-  static std::string HostPath(std::string_view path);
 
-  // Files, by host path or by the system's text.
-  static bool Exists(std::string_view path);
-  static std::string ReadBytes(std::string_view path);
-  /// Replaces the file; makes its folders.
-  static void Write(std::string_view path, std::string_view bytes);
-  static void Remove(std::string_view path);
-  /// Names in a folder, sorted, in lower case; folders end in "\".
-  static Strings Names(std::string_view folder);
-  /// All files below a folder: lower-case relative path with "\", and bytes.
-  static NamedTexts Tree(std::string_view folder);
-  /// All below a folder as it stands: files with bytes and read-only mark, folders and links, by their
-  /// spelling.
-  static NamedTexts State(std::string_view folder);
-  /// What is not the same in two states, with what the second has.
-  static Strings Changed(const NamedTexts& before, NamedTexts after);
-  /// The entries of a zip: lower-case stored name with "\", and bytes.
-  static NamedTexts Unzipped(std::string_view path);
+  // Files of the working route.
   /// Puts a file into the working route; its bytes, empty when there is none.
   void Play(const std::string& below, std::string_view bytes = "played") const {
     Write(WorkingPath(below), bytes);
@@ -153,10 +137,7 @@ class ProgramTest : public testing::Test, protected TestProgram {
   using TestProgram::Run;
 };
 
-/// An ordinary entry, and one that holds a track file.
-inline ZipEntry Entry(const std::string& name, const std::string& data = {}) {
-  return {.name = name, .data = data};
-}
+/// An entry that holds a track file.
 ZipEntry Track(const std::string& name, const std::string& displayName);
 
 /// A small route below the folder "route\": a track file with this name, a tile, a world file, an activity

@@ -25,6 +25,11 @@ struct ZipEntry {
   std::uint16_t toldMethod = 0;  // the method told instead of the true one, when not 0
 };
 
+/// An ordinary entry.
+inline ZipEntry Entry(const std::string& name, const std::string& data = {}) {
+  return {.name = name, .data = data};
+}
+
 /// The archive around its entries.
 struct ZipShape {
   std::string stub;              // what stands in front, such as a program
