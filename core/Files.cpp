@@ -253,7 +253,7 @@ int Files::DelTreeOf(const std::string& folder, const Each& each) {
 
 int Files::CopyAllFiles(std::string_view source, std::string_view destination, std::string_view pattern,
                         const Each& each, std::vector<std::string>* failed) {
-  if (!HasWildcard(pattern)) return CopyNamedFiles(source, destination, {std::string(pattern)});
+  if (!HasWildcard(pattern)) return CopyNamedFiles(source, destination, {std::string(pattern)}, failed);
   // Where the folder above is missing, too, there is no such place and nothing to be told.
   const bool isPlace = host_.CreateFolder(CutBackslash(destination)) != FileCode::PathNotFound;
   std::vector<FoundFile> found;
@@ -280,7 +280,7 @@ int Files::CopyAllFiles(std::string_view source, std::string_view destination, s
 }
 
 int Files::CopyNamedFiles(std::string_view source, std::string_view destination,
-                          const std::vector<std::string>& names) {
+                          const std::vector<std::string>& names, std::vector<std::string>* failed) {
   host_.CreateFolder(CutBackslash(destination));
   std::vector<FileSystem::CopyOrder> orders;
   for (const auto& name : names) {
@@ -297,6 +297,7 @@ int Files::CopyNamedFiles(std::string_view source, std::string_view destination,
       return;
     }
     if (code != FileCode::Ok) meter_.CopyFailed(from, code);
+    if (code != FileCode::Ok && failed != nullptr) failed->emplace_back(FileNameOf(from));
     MoveCopyBar();
     ++handled;
   });

@@ -104,7 +104,7 @@ class Files {
                    const Each& each = {}, std::vector<std::string>* failed = nullptr);
   /// The same with each of the `names`, which have no wildcards; several at once.
   int CopyNamedFiles(std::string_view source, std::string_view destination,
-                     const std::vector<std::string>& names);
+                     const std::vector<std::string>& names, std::vector<std::string>* failed = nullptr);
 
   /// Calls `action` with folder (closing backslash) and name of each file below `searchPath`, which ends in
   /// "*.*". Links to folders are passed over.

@@ -156,11 +156,11 @@ class Inflater {
       const auto kind = static_cast<std::size_t>(symbol - kEnd - 1);
       if (kind >= kLengths.size()) throw Corrupt();
       const unsigned length = kLengths[kind] + bits_.Take(kLengthBits[kind]);
-      const auto far = static_cast<unsigned>(distances.Read(bits_));
-      if (far > 31) throw Corrupt();
+      const auto slot = static_cast<unsigned>(distances.Read(bits_));
+      if (slot > 31) throw Corrupt();
       const unsigned distance =
-          far < 4 ? far + 1
-                  : ((2 + far % 2) << (far / 2 - 1)) + 1 + bits_.Take(static_cast<int>(far / 2 - 1));
+          slot < 4 ? slot + 1
+                   : ((2 + slot % 2) << (slot / 2 - 1)) + 1 + bits_.Take(static_cast<int>(slot / 2 - 1));
       if (distance > done_ + filled_) throw Corrupt();
       for (unsigned i = 0; i < length; ++i) Put(window_[(filled_ + kWindow - distance) % kWindow]);
     }

@@ -21,6 +21,7 @@ struct PackedFile {
   std::uint32_t crc = 0;
 };
 
+/// `bytes` packed, and what a zip tells of them.
 PackedFile Deflated(libdeflate_compressor* compressor, const std::string& bytes);
 
 /// Worker threads that stay a bounded way ahead of the one who takes.

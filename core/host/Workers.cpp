@@ -1,13 +1,63 @@
 #include "core/host/Workers.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <mutex>
 
 namespace quillon {
 namespace {
 
 constexpr unsigned kMostThreads = 6;  // each may hold a packed and an unpacked entry
 constexpr auto kTickInterval = std::chrono::milliseconds(20);
+
+class Shared {
+ public:
+  Shared(std::size_t count, const std::function<void(std::size_t)>& work) : count_(count), work_(work) {}
+
+  /// Whatever ends the waiting, no thread outlives it.
+  ~Shared() {
+    next_ = count_;
+    for (auto& thread : threads_) thread.join();
+  }
+
+  void Run(const std::function<void(std::size_t done)>& tick) {
+    if (count_ > 1) StartWorkers(threads_, WorkerCount(), [this] { Work(); });
+    if (threads_.empty()) Work();
+    for (std::unique_lock lock(mutex_); done_ < count_ && !failure_;) {
+      allDone_.wait_for(lock, kTickInterval);
+      lock.unlock();
+      tick(done_);
+      lock.lock();
+    }
+    if (failure_) std::rethrow_exception(failure_);
+  }
+
+ private:
+  void Work() {
+    try {
+      for (std::size_t i = next_++; i < count_; i = next_++) {
+        work_(i);
+        const std::lock_guard lock(mutex_);
+        if (++done_ == count_) allDone_.notify_one();
+      }
+    } catch (...) {
+      const std::lock_guard lock(mutex_);
+      if (!failure_) failure_ = std::current_exception();
+      allDone_.notify_one();
+    }
+  }
+
+  const std::size_t count_;
+  const std::function<void(std::size_t)>& work_;
+  std::mutex mutex_;
+  std::condition_variable allDone_;
+  std::atomic<std::size_t> next_ = 0, done_ = 0;
+  std::exception_ptr failure_;
+  std::vector<std::thread> threads_;
+};
 
 }  // namespace
 
@@ -22,71 +72,9 @@ void StartWorkers(std::vector<std::thread>& threads, unsigned count, const std::
   }
 }
 
-SharedWork::~SharedWork() {
-  {
-    const std::lock_guard lock(mutex_);
-    allowed_ = next_;
-    complete_ = true;
-  }
-  moreToDo_.notify_all();
-  for (auto& thread : threads_) thread.join();
-}
-
-void SharedWork::Allow(std::size_t count) {
-  {
-    const std::lock_guard lock(mutex_);
-    if (!failure_) allowed_ = count;
-  }
-  if (count > 1 && threads_.empty()) StartWorkers(threads_, WorkerCount(), [this] { Work(); });
-  moreToDo_.notify_one();
-}
-
-void SharedWork::Finish(const std::function<void(std::size_t done)>& tick) {
-  {
-    const std::lock_guard lock(mutex_);
-    complete_ = true;
-  }
-  moreToDo_.notify_all();
-  if (threads_.empty()) Work();
-  for (std::unique_lock lock(mutex_); done_ < allowed_ && !failure_;) {
-    allDone_.wait_for(lock, kTickInterval);
-    const std::size_t done = done_;
-    lock.unlock();
-    tick(done);
-    lock.lock();
-  }
-  if (failure_) std::rethrow_exception(failure_);
-}
-
-void SharedWork::Work() {
-  std::unique_lock lock(mutex_);
-  for (;;) {
-    moreToDo_.wait(lock, [this] { return complete_ || next_ < allowed_; });
-    if (next_ >= allowed_) return;
-    const std::size_t number = next_++;
-    lock.unlock();
-    std::exception_ptr failure;
-    try {
-      work_(number);
-    } catch (...) {
-      failure = std::current_exception();
-    }
-    lock.lock();
-    ++done_;
-    if (failure) {
-      failure_ = failure;
-      next_ = allowed_;
-    }
-    if (complete_ && (failure_ || done_ == allowed_)) allDone_.notify_one();
-  }
-}
-
 void OnAllProcessors(std::size_t count, const std::function<void(std::size_t)>& work,
                      const std::function<void(std::size_t done)>& tick) {
-  if (count == 0) return;
-  SharedWork shared(work);
-  shared.Allow(count);
-  shared.Finish(tick);
+  if (count > 0) Shared(count, work).Run(tick);
 }
 
 }  // namespace quillon

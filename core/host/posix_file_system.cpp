@@ -40,6 +40,12 @@ class PosixOutputFile final : public OutputFile {
 constexpr std::size_t kManyNames = 2000;
 constexpr std::size_t kTogether = 256;  // files that are copied or deleted before the caller hears of them
 
+/// Whether the name under which a copy is written first could be that of another copy.
+bool SharesPartName(std::string_view upperPath) {
+  const std::string_view name = upperPath.substr(LastSeparator(upperPath) + 1);
+  return name.size() > NAME_MAX - kPartMark.size() || name.ends_with(".PART~");
+}
+
 class PosixFileSystem final : public FileSystem {
  public:
   FileCode Find(std::string_view pattern, std::vector<FoundFile>& found) override;
@@ -238,18 +244,17 @@ FileCode PosixFileSystem::Delete(std::string_view path) {
 
 void PosixFileSystem::DeleteMany(const std::vector<std::string>& paths, const HearsDone& done) {
   std::vector<Place> places;
-  places.reserve(kTogether);
   for (std::size_t begin = 0; begin < paths.size(); begin += places.size()) {
-    places.clear();
-    SharedWork deleting([&](std::size_t i) {
-      if (places[i].Exists()) places[i].code = DeleteAt(places[i].host);
-    });
     StartCall();
-    for (std::size_t i = begin; i < paths.size() && places.size() < kTogether; ++i) {
+    places.clear();
+    for (std::size_t i = begin; i < paths.size() && places.size() < kTogether; ++i)
       places.push_back(Locate(paths[i]));
-      deleting.Allow(places.size());
-    }
-    deleting.Finish([this](std::size_t) { Idle(); });
+    OnAllProcessors(
+        places.size(),
+        [&](std::size_t i) {
+          if (places[i].Exists()) places[i].code = DeleteAt(places[i].host);
+        },
+        [this](std::size_t) { Idle(); });
     for (const auto& place : places)
       if (place.Exists()) tree_.Remove(place);
     for (std::size_t i = 0; i < places.size(); ++i) done(begin + i, places[i].code);
@@ -342,26 +347,29 @@ void PosixFileSystem::Finish(const CopyTask& task) {
 
 void PosixFileSystem::CopyMany(const std::vector<CopyOrder>& orders, const HearsDone& done) {
   std::vector<CopyTask> tasks;
-  tasks.reserve(kTogether);
   for (std::size_t begin = 0; begin < orders.size(); begin += tasks.size()) {
     tasks.clear();
-    // A single one is copied on this thread.
-    std::function<void()> idle = [this] { Idle(); };
-    SharedWork copying([&](std::size_t i) {
-      if (tasks[i].code == FileCode::Ok) tasks[i].code = CopyInto(tasks[i].source, tasks[i].target, idle);
-    });
     // One that has to do with what another reads or makes comes after it.
     std::unordered_set<std::string> read, made;
     for (std::size_t i = begin; i < orders.size() && tasks.size() < kTogether; ++i) {
-      std::string from = UpperCase(orders[i].from), to = UpperCase(orders[i].to);
+      const std::string from = UpperCase(orders[i].from), to = UpperCase(orders[i].to);
       if (made.contains(from) || made.contains(to) || read.contains(to)) break;
-      read.insert(std::move(from));
-      made.insert(std::move(to));
+      const bool alone = SharesPartName(to);
+      if (alone && !tasks.empty()) break;
+      read.insert(from);
+      made.insert(to);
       tasks.push_back(Prepare(orders[i]));
-      if (tasks.size() == 2) idle = [] {};
-      copying.Allow(tasks.size());
+      if (alone) break;
     }
-    copying.Finish([this](std::size_t) { Idle(); });
+    // A single one is copied on this thread.
+    std::function<void()> idle = [] {};
+    if (tasks.size() == 1) idle = [this] { Idle(); };
+    OnAllProcessors(
+        tasks.size(),
+        [&](std::size_t i) {
+          if (tasks[i].code == FileCode::Ok) tasks[i].code = CopyInto(tasks[i].source, tasks[i].target, idle);
+        },
+        [this](std::size_t) { Idle(); });
     for (const auto& task : tasks) Finish(task);
     for (std::size_t i = 0; i < tasks.size(); ++i) done(begin + i, tasks[i].code);
   }

@@ -112,7 +112,10 @@ FolderChild* FolderTree::FindSpelled(FolderNode& node, const std::string& host, 
   const std::string key = UpperCase(text), name = WithoutStandIns(text);
   if (FolderChild* known = Known(node, key, name)) return known;
   // A disk without case answers to any spelling: one file must not become two here.
-  if (node.state == State::Unlisted && node.children.contains(key)) ReadNames(node, host);
+  if (node.state == State::Unlisted && node.children.contains(key)) {
+    ReadNames(node, host);
+    if (FolderChild* known = Known(node, key, name)) return known;
+  }
   if (node.state != State::Listed) {
     FolderChild* exact = Probe(node, host, key, name, error);
     if (exact != nullptr || error != 0) return exact;

@@ -13,7 +13,7 @@
 namespace quillon {
 namespace {
 
-constexpr std::size_t kMostFiles = 500,
+constexpr std::size_t kMostAsked = 500,
                       kMostTries = 5;  // of a folder; programs come and go while they are listed
 
 /// The platform's knowledge of who uses which file. Its library is loaded when it is needed: few runs meet a
@@ -76,7 +76,7 @@ void AddFilesBelow(const WindowsPath& folder, std::vector<std::wstring>& files) 
       files.push_back(below.Plain());
     else if (!file.link)
       AddFilesBelow(below, files);
-    return files.size() < kMostFiles;
+    return files.size() < kMostAsked;
   });
 }
 

@@ -12,7 +12,7 @@ namespace quillon {
 namespace {
 
 constexpr std::size_t kLongestName = 255;
-constexpr DWORD kMostBytes = 1u << 30;  // of one call
+constexpr DWORD kMostAtOnce = 1u << 30;  // of one call
 
 /// The longest names have no room for the mark.
 std::wstring PartName(const std::wstring& path) {
@@ -71,7 +71,7 @@ bool FlushFile(HANDLE file, bool wait) {
 
 FileCode WriteAll(HANDLE file, std::string_view bytes) {
   while (!bytes.empty()) {
-    const auto size = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kMostBytes));
+    const auto size = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), kMostAtOnce));
     DWORD written = 0;
     if (::WriteFile(file, bytes.data(), size, &written, nullptr) == 0) return LastCode();
     if (written == 0) return FileCode::DiskFull;

@@ -93,6 +93,10 @@ TEST_F(FileSystemTest, NamesThatOnlyThisHostKnowsAreFoundToo) {
   Put("TWIN", "upper");
   EXPECT_EQ(Read("twin") + Read("Twin"), "lowerupper");
   EXPECT_EQ(Find("tw*"), (Strings{"TWIN", "twin"}));
+  {
+    const FileSystem::Pass pass(*files_);
+    EXPECT_EQ(Read("TWIN") + Read("twin"), "upperlower") << "also in a folder that is yet to be listed";
+  }
   Put("\xFF\xFE.txt");
   EXPECT_EQ(Find("*.TXT"), Strings{"\xFF\xFE.txt"});
   EXPECT_TRUE(Exists("\xFF\xFE.TXT"));
